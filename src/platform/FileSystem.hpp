@@ -12,6 +12,7 @@ namespace hearthmake::platform {
 struct FolderEntry {
   std::string name;
   bool isFolder = false;
+  bool isLink = false;  // a link (or junction) to a file or folder elsewhere
 };
 
 // Tells whether a file is still the one that was looked at before.

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+
+#include "automation/Object.hpp"
+#include "platform/Platform.hpp"
+
+namespace hearthmake {
+
+class Settings;
+class SettingNames;
+
+// The module state of one thread: the platform, the one open database, the cached settings and the
+// shared list of setting names. The composition root makes one on every thread that uses the library
+// and keeps it longer than any object made there.
+class Apartment {
+ public:
+  explicit Apartment(platform::Platform platform);
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+  ~Apartment();
+
+  // The apartment of this thread. Error 91 when there is none.
+  static Apartment& Current();
+
+  const platform::Platform& Ports() const { return m_platform; }
+
+  // The slots of modDatabase, mSettings and mTypes; empty until first use.
+  std::shared_ptr<platform::Database>& DatabaseSlot() { return m_database; }
+  automation::Ref<Settings>& SettingsSlot() { return m_settings; }
+  automation::Ref<SettingNames>& SettingNamesSlot() { return m_settingNames; }
+
+ private:
+  platform::Platform m_platform;
+  std::shared_ptr<platform::Database> m_database;
+  automation::Ref<Settings> m_settings;
+  automation::Ref<SettingNames> m_settingNames;
+  Apartment* m_outer;  // the apartment that this one stands in for, restored when it goes
+};
+
+// Shorthand for the ports of this thread.
+inline const platform::Platform& Ports() { return Apartment::Current().Ports(); }
+
+}  // namespace hearthmake

@@ -1,0 +1,103 @@
+#include "foundation/Paths.hpp"
+
+#include <deque>
+#include <vector>
+
+#include "automation/Text.hpp"
+
+namespace hearthmake {
+
+namespace {
+
+using Segments = std::deque<std::string_view>;
+
+Segments Split(std::string_view path) {
+  Segments segments;
+  std::size_t start = 0;
+  for (std::size_t hit = path.find('\\'); hit != std::string_view::npos; hit = path.find('\\', start)) {
+    segments.push_back(path.substr(start, hit - start));
+    start = hit + 1;
+  }
+  segments.push_back(path.substr(start));
+  return segments;
+}
+
+std::string Join(const Segments& segments) {
+  std::string result;
+  for (const std::string_view segment : segments) {
+    if (&segment != &segments.front()) result.push_back('\\');
+    result.append(segment);
+  }
+  return result;
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+std::string RelativePath(std::string_view base, std::string_view target) {
+  const Segments from = Split(base);
+  Segments to = Split(target);
+  if (to.front() != from.front()) return std::string(target);
+  std::size_t i = 0;
+  // The last index of the target's list shrinks while i grows: that is the climbing quirk.
+  while (i != to.size() - 1 && i != from.size() - 1 && from[i] == to.front()) {
+    to.pop_front();
+    ++i;
+  }
+  for (std::size_t rest = i + 1; rest < from.size(); ++rest) to.push_front("..");
+  return Join(to);
+}
+
+bool IsRelativePath(std::string_view path) { return path.find(":\\") == std::string_view::npos; }
+
+std::string QuotePath(std::string_view path) { return '"' + std::string(automation::Trim(path)) + '"'; }
+
+std::string NormalizePath(std::string_view path) {
+  std::string result(path);
+  for (std::size_t hit = result.find("\\..\\"); hit != std::string::npos; hit = result.find("\\..\\")) {
+    const std::size_t slash = hit == 0 ? std::string::npos : result.rfind('\\', hit - 1);
+    const std::size_t kept = slash == std::string::npos ? 0 : slash + 1;
+    result.erase(kept, hit + 4 - kept);
+  }
+  return result;
+}
+
+std::string_view FolderPart(std::string_view path) {
+  const std::size_t slash = path.rfind('\\');
+  return slash == std::string_view::npos ? std::string_view() : path.substr(0, slash + 1);
+}
+
+std::string_view FileNamePart(std::string_view path) {
+  const std::size_t slash = path.rfind('\\');
+  return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+std::string_view FileStem(std::string_view path) {
+  const std::string_view name = FileNamePart(path);
+  return name.substr(0, name.rfind('.'));
+}
+
+std::string AbsolutePath(std::string_view folder, std::string_view path) {
+  std::string result = automation::ReplaceAll(path, "/", "\\");
+  const bool isUnc = result.starts_with("\\\\");
+  if (IsRelativePath(result) && !isUnc) {
+    const bool isOfDriveRoot = result.starts_with('\\') && folder.size() >= 2 && folder[1] == ':';
+    result = std::string(isOfDriveRoot ? folder.substr(0, 2) : folder) + result;
+  }
+  for (std::size_t hit = result.find("\\.\\"); hit != std::string::npos; hit = result.find("\\.\\")) {
+    result.erase(hit, 2);
+  }
+  return NormalizePath(result);
+}
+
+std::string_view WithoutResourceIndex(std::string_view path) {
+  const std::string_view index = FileNamePart(path);
+  if (index.empty() || index.size() == path.size()) return path;
+  for (const char c : index) {
+    if (!IsDigit(c)) return path;
+  }
+  return path.substr(0, path.size() - index.size() - 1);
+}
+
+}  // namespace hearthmake

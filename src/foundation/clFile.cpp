@@ -1,0 +1,199 @@
+#include "foundation/clFile.hpp"
+
+#include <algorithm>
+#include <limits>
+
+#include "automation/Error.hpp"
+#include "automation/Utf.hpp"
+#include "foundation/Apartment.hpp"
+#include "foundation/Paths.hpp"
+
+namespace hearthmake {
+
+namespace {
+
+using automation::Utf8ToWindows1252;
+using automation::Windows1252ToUtf8;
+
+constexpr std::string_view kLineEnd = "\r\n";
+
+std::int32_t PositionOf(std::size_t index) { return static_cast<std::int32_t>(index) + 1; }
+
+}  // namespace
+
+std::string clFile::Path() const { return std::string(FolderPart(m_pathName)); }
+
+bool clFile::Exists() const { return Ports().files->FileExists(m_pathName); }
+
+std::string clFile::Name() const { return std::string(FileNamePart(m_pathName)); }
+
+void clFile::SetFile(std::string_view strFile) { m_pathName = strFile; }
+
+void clFile::OpenFile() {
+  if (m_isOpen) return;
+  m_content = Ports().files->ReadOrCreate(m_pathName);
+  // Positions are 32-bit; a file beyond that is none of the VB world.
+  if (m_content.size() >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+    m_content.clear();
+    automation::Raise(automation::RuntimeError::OutOfMemory, "clFile.OpenFile", m_pathName);
+  }
+  m_isOpen = true;
+}
+
+void clFile::CloseFile() { m_isOpen = false; }
+
+void clFile::SetAttributes(std::int32_t lnewValue) {
+  Ports().files->SetAttributes(m_pathName, static_cast<std::uint32_t>(lnewValue));
+}
+
+bool clFile::ReadOnly() const { return (Ports().files->Attributes(m_pathName) & platform::kReadOnly) != 0; }
+
+std::size_t clFile::Find(std::string_view bytes, std::int32_t position) const {
+  if (position < 1) automation::Raise(automation::RuntimeError::InvalidProcedureCall, "clFile");
+  return m_content.find(bytes, static_cast<std::size_t>(position) - 1);
+}
+
+std::string clFile::GetText(std::string_view strStart, std::string_view strStop, std::int32_t& lPos) const {
+  if (!m_isOpen) automation::Raise(automation::kInvalidValue, "cFile.GetText", "File is not open");
+  const std::string start = Utf8ToWindows1252(strStart);
+  const std::size_t hit = Find(start, lPos);
+  if (hit == std::string::npos) return {};
+  const std::size_t begin = hit + start.size();
+  const std::size_t end = m_content.find(Utf8ToWindows1252(strStop), begin);
+  if (end == std::string::npos || end <= begin) return {};
+  lPos = PositionOf(end);
+  return Windows1252ToUtf8(std::string_view(m_content).substr(begin, end - begin));
+}
+
+void clFile::PutText(std::string_view strStart, std::string_view strText, std::int32_t lPos) {
+  const std::string start = Utf8ToWindows1252(strStart);
+  const std::size_t hit = Find(start, lPos);
+  if (hit == std::string::npos)
+    automation::Raise(automation::RuntimeError::InvalidProcedureCall, "clFile.PutText");
+  const std::string text = Utf8ToWindows1252(strText);
+  const std::size_t begin = hit + start.size();
+  const std::size_t count = std::min(text.size(), m_content.size() - begin);
+  m_content.replace(begin, count, text, 0, count);
+}
+
+clFile::Row clFile::FindRow(std::string_view marker, std::int32_t& lngStartPos) const {
+  const std::size_t hit = Find(Utf8ToWindows1252(marker), lngStartPos);
+  if (hit == std::string::npos) {
+    lngStartPos = 0;
+    return {};
+  }
+  Row row;
+  row.isFound = true;
+  const std::size_t lineEnd = m_content.rfind(kLineEnd, hit);
+  // Without a line end in front the row counts from its second character: position 0 plus 2.
+  row.start = lineEnd == std::string::npos ? 1 : lineEnd + kLineEnd.size();
+  row.end = m_content.find(kLineEnd, row.start);
+  lngStartPos = PositionOf(row.start);
+  return row;
+}
+
+void clFile::ReplaceRow(std::string_view str1, std::string_view str2, std::int32_t& lngStartPos) {
+  const Row row = FindRow(str1, lngStartPos);
+  if (!row.isFound || row.end == std::string::npos) return;
+  m_content.replace(row.start, row.end - row.start, Utf8ToWindows1252(str2));
+}
+
+void clFile::RemoveRow(std::string_view str1, std::int32_t& lngStartPos) {
+  const Row row = FindRow(str1, lngStartPos);
+  if (!row.isFound) return;
+  if (row.end != std::string::npos) {
+    m_content.erase(row.start, row.end + kLineEnd.size() - row.start);
+  } else if (row.start < m_content.size()) {
+    m_content.erase(row.start, m_content.size() - 1 - row.start);
+  }
+}
+
+std::string clFile::GetRow(std::string_view str1, std::int32_t& lngStartPos) const {
+  const Row row = FindRow(str1, lngStartPos);
+  if (!row.isFound || row.end == std::string::npos) return {};
+  lngStartPos = PositionOf(row.end) + 1;
+  return Windows1252ToUtf8(std::string_view(m_content).substr(row.start, row.end - row.start));
+}
+
+void clFile::AppendRow(std::string_view row) {
+  if (m_content.ends_with(kLineEnd)) {
+    m_content.append(row).append(kLineEnd);
+  } else {
+    if (!m_content.empty()) m_content.append(kLineEnd);
+    m_content.append(row);
+  }
+}
+
+void clFile::InsertNewRow(std::string_view strRow, std::string_view strSearch, bool bBefore) {
+  const std::string row = Utf8ToWindows1252(strRow);
+  const std::size_t hit =
+      strSearch.empty() ? std::string::npos : m_content.find(Utf8ToWindows1252(strSearch));
+  if (hit == std::string::npos) {
+    AppendRow(row);
+    return;
+  }
+  const std::size_t lineEnd = bBefore ? m_content.rfind(kLineEnd, hit) : m_content.find(kLineEnd, hit);
+  if (lineEnd == std::string::npos) {
+    m_content.append(kLineEnd).append(row);
+  } else {
+    m_content.insert(lineEnd + kLineEnd.size(), row + std::string(kLineEnd));
+  }
+}
+
+void clFile::Save() {
+  CloseFile();
+  platform::FileSystem& files = *Ports().files;
+  try {
+    files.SetAttributes(m_pathName, platform::kNormal);
+  } catch (const automation::Error&) {
+    // A file that is missing is made now; one that stays read-only is refused by the writing.
+  }
+  files.Replace(m_pathName, m_content);
+}
+
+void clFile::SaveAs(std::string_view strNewPathName, bool bOverWrite) {
+  CloseFile();
+  m_pathName = strNewPathName;
+  if (!bOverWrite && Exists())
+    automation::Raise(automation::kInvalidValue, "clFile.SaveAs", "File alredy exits");
+  Ports().files->Replace(m_pathName, m_content);
+}
+
+void clFile::DeleteFile() { Ports().files->Remove(m_pathName); }
+
+void clFile::DeleteFileWithOutError() {
+  try {
+    DeleteFile();
+  } catch (const automation::Error&) {
+    return;  // that is what the caller asked for
+  }
+}
+
+std::int32_t clFile::InFile(std::string_view strString) const {
+  const std::size_t hit = m_content.find(Utf8ToWindows1252(strString));
+  return hit == std::string::npos ? 0 : PositionOf(hit);
+}
+
+std::string clFile::Content() const { return Windows1252ToUtf8(m_content); }
+
+void clFile::SetContent(std::string_view strContent) { m_content = Utf8ToWindows1252(strContent); }
+
+void clFile::Copy(std::string& strPath) const {
+  if (!strPath.ends_with('\\')) strPath.push_back('\\');
+  Ports().files->Copy(m_pathName, strPath + Name());
+}
+
+std::int32_t clFile::Size() const {
+  const std::int64_t size = Ports().files->Stamp(m_pathName).size;
+  return static_cast<std::int32_t>(
+      std::clamp<std::int64_t>(size, 0, std::numeric_limits<std::int32_t>::max()));
+}
+
+std::string clFile::NameWithoutExtention() const { return std::string(FileStem(m_pathName)); }
+
+void clFile::DropContent() {
+  m_isOpen = false;
+  std::string().swap(m_content);
+}
+
+}  // namespace hearthmake

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace hearthmake {
+
+// One text file of the VB world on disk: project files, compiler logs, group and batch files. It is read
+// whole, edited by rows and pieces found by marker texts, and written back whole.
+//
+// Contents are single-byte Windows-1252 and stay byte for byte what they were where nothing is edited;
+// this class is the only place that converts. Positions count characters from 1. Searches are plain and
+// regard case. Rows end in CR LF.
+class clFile {
+ public:
+  // The folder of the path, with its backslash; empty when the path names none.
+  std::string Path() const;
+  // True for a file; a folder, or what can't be looked at, is none.
+  bool Exists() const;
+  std::string Name() const;
+  void SetFile(std::string_view strFile);
+
+  // Reads the file; makes it when it is missing. No effect while open. Errors of the file system.
+  void OpenFile();
+  // The content stays in memory.
+  void CloseFile();
+  void SetAttributes(std::int32_t lnewValue);
+  bool ReadOnly() const;
+  bool FileIsOpen() const { return m_isOpen; }
+
+  // The text between strStart, searched from lPos, and the next strStop, when there is any; lPos then
+  // moves to that strStop. Error 45, source "cFile.GetText", "File is not open".
+  std::string GetText(std::string_view strStart, std::string_view strStop, std::int32_t& lPos) const;
+  const std::string& PathName() const { return m_pathName; }
+  // Overwrites the text behind strStart, searched from lPos, character for character; the content keeps
+  // its length. Error 5 when strStart is not found.
+  void PutText(std::string_view strStart, std::string_view strText, std::int32_t lPos);
+
+  // A row is found by a text in it, searched from lngStartPos, which is 0 afterwards when there is none.
+  // A row that no CR LF ends is left alone by ReplaceRow and GetRow, and RemoveRow keeps its last
+  // character. A row found in the first line counts from its second character on: that line is never
+  // edited by the files' users.
+  void ReplaceRow(std::string_view str1, std::string_view str2, std::int32_t& lngStartPos);
+  void RemoveRow(std::string_view str1, std::int32_t& lngStartPos);
+  // Puts a row before or after the one that holds strSearch, or at the end.
+  void InsertNewRow(std::string_view strRow, std::string_view strSearch, bool bBefore);
+  std::string GetRow(std::string_view str1, std::int32_t& lngStartPos) const;
+
+  // Writes the content to the file, a read-only one too; the old file stays whole until the new one is.
+  // A file that has this content already is not written.
+  void Save();
+  // Writes under another name, which the object has from then on, also when it is refused: error 45,
+  // source "clFile.SaveAs", "File alredy exits", without bOverWrite.
+  void SaveAs(std::string_view strNewPathName, bool bOverWrite);
+  void DeleteFile();
+  void DeleteFileWithOutError();
+  // Where a text stands first; 0 when it does not.
+  std::int32_t InFile(std::string_view strString) const;
+  std::string Content() const;
+  void SetContent(std::string_view strContent);
+  // Copies the file into a folder. A missing final backslash is put to the caller's strPath.
+  void Copy(std::string& strPath) const;
+  // There are no short names here: the path as it is.
+  std::string ShortFileName() const { return m_pathName; }
+  // In bytes; 0 when the file can't be looked at.
+  std::int32_t Size() const;
+  std::string NameWithoutExtention() const;
+
+  // Frees the memory of the content.
+  void DropContent();
+
+ private:
+  struct Row {
+    std::size_t start = 0;
+    std::size_t end = std::string::npos;  // of its CR LF
+    bool isFound = false;
+  };
+  Row FindRow(std::string_view marker, std::int32_t& lngStartPos) const;
+  std::size_t Find(std::string_view bytes, std::int32_t position) const;
+  void AppendRow(std::string_view row);
+
+  std::string m_pathName;
+  std::string m_content;  // Windows-1252 bytes
+  bool m_isOpen = false;
+};
+
+}  // namespace hearthmake

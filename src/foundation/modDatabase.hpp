@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/Database.hpp"
+
+// The one open build database of the apartment.
+namespace hearthmake::modDatabase {
+
+// Full path of Build.mdb, in the library's own folder.
+std::string DatabasePath();
+
+// The open database; opens it at first use and after each CloseDatabase. A read-only mark on the file
+// (left by a source-control get) is cleared first. Any failure is beNoDatabase, source "DB", "The
+// database is unavailable."; nothing is kept then. Callers ask anew for each operation.
+std::shared_ptr<platform::Database> GetDatabase();
+
+void CloseDatabase();
+
+// A dynaset over a selection of the open database.
+std::unique_ptr<platform::Recordset> OpenDynaset(const std::string& sql);
+
+// "SELECT * FROM <table> WHERE <key> = <id>"
+std::unique_ptr<platform::Recordset> OpenRow(const std::string& selection, std::int32_t id);
+
+// Runs the work between BeginTrans and CommitTrans of the default workspace. An error rolls this level
+// back and goes on to the caller.
+void InTransaction(const std::function<void()>& work);
+
+}  // namespace hearthmake::modDatabase
