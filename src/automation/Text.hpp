@@ -18,6 +18,8 @@ std::string_view Right(std::string_view text, std::size_t count);
 // Lower case of ASCII and of the letters of Latin-1, Latin Extended-A, Greek and Cyrillic: enough for
 // names of the VB world, where text is of one single-byte code page.
 std::string Lower(std::string_view text);
+// ASCII letters only: ids and the like.
+std::string Upper(std::string_view text);
 // For file extensions and other words that are ASCII by definition.
 bool EqualsIgnoreCaseAscii(std::string_view a, std::string_view b);
 

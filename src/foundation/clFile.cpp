@@ -191,6 +191,12 @@ std::int32_t clFile::Size() const {
 
 std::string clFile::NameWithoutExtention() const { return std::string(FileStem(m_pathName)); }
 
+void clFile::EndLastRow(std::string_view text) {
+  const std::size_t lineEnd = m_content.rfind(kLineEnd);
+  const std::size_t start = lineEnd == std::string::npos ? 0 : lineEnd + kLineEnd.size();
+  if (m_content.find(text, start) != std::string::npos) m_content.append(kLineEnd);
+}
+
 void clFile::DropContent() {
   m_isOpen = false;
   std::string().swap(m_content);

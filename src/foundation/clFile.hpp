@@ -67,6 +67,8 @@ class clFile {
   std::int32_t Size() const;
   std::string NameWithoutExtention() const;
 
+  // Gives the last row a line end when it holds the text and has none.
+  void EndLastRow(std::string_view text);
   // Frees the memory of the content.
   void DropContent();
 

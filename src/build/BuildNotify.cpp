@@ -1,0 +1,84 @@
+// Build: its events, and the report entries and scripts that go with them.
+
+#include <algorithm>
+
+#include "automation/Error.hpp"
+#include "build/Build.hpp"
+#include "foundation/mSettings.hpp"
+
+namespace hearthmake {
+
+namespace {
+
+constexpr std::int32_t kFullProgress = 100;
+
+}  // namespace
+
+void Build::AddSink(BuildEvents& sink) { m_sinks.push_back(&sink); }
+
+void Build::RemoveSink(BuildEvents& sink) { std::erase(m_sinks, &sink); }
+
+void Build::Raise(const std::function<void(BuildEvents&)>& event) {
+  // A handler may add or remove sinks; one that is gone by its turn hears nothing.
+  const auto sinks = m_sinks;
+  for (BuildEvents* sink : sinks) {
+    if (std::find(m_sinks.begin(), m_sinks.end(), sink) != m_sinks.end()) event(*sink);
+  }
+}
+
+void Build::WillCompile(Project& objProject, bool& bCancel) {
+  ReportAction(&objProject, "");
+  Raise([&](BuildEvents& sink) { sink.WillCompile(objProject, bCancel); });
+  RunScript(BuildScripts::BS_BEFORE_PROJECT_COMPILE, &objProject);
+}
+
+void Build::ProjectCompiled(Project& objProject) {
+  Raise([&](BuildEvents& sink) { sink.ProjectCompiled(objProject); });
+  RunScript(BuildScripts::BS_AFTER_PROJECT_COMPILE, &objProject);
+}
+
+void Build::BuildFailed(Project* objProject, const std::string& strMessage, bool bCompileError) {
+  ReportAction(objProject, strMessage);
+  Raise([&](BuildEvents& sink) { sink.BuildFaild(objProject, strMessage, bCompileError); });
+  m_failedProject = automation::Held<Project>(objProject);
+  try {
+    RunScript(BuildScripts::BS_BUILDFAILED, objProject);
+  } catch (const automation::Error& error) {
+    Raise([&](BuildEvents& sink) { sink.BuildFaild(objProject, error.Description(), false); });
+  }
+}
+
+void Build::RaiseBuildCancled(Project& objProject) {
+  Raise([&](BuildEvents& sink) { sink.BuildCancled(objProject); });
+}
+
+void Build::RaiseMTSEvent(const std::string& strInfo, bool& Cancel) {
+  Raise([&](BuildEvents& sink) { sink.MTSEvent(strInfo, Cancel); });
+}
+
+void Build::RaiseProjectAdded(Project& NewProject) {
+  Raise([&](BuildEvents& sink) { sink.ProjectAdded(NewProject); });
+}
+
+void Build::RaiseBuildComplete() {
+  Raise([](BuildEvents& sink) { sink.BuildComplete(); });
+}
+
+void Build::RaiseBuildStart(bool bResume) {
+  Raise([&](BuildEvents& sink) { sink.BuildStart(bResume); });
+}
+
+void Build::RaiseScriptNotify(const std::string& strMessage, automation::Variant& Cancel,
+                              std::int32_t Progress) {
+  Raise([&](BuildEvents& sink) { sink.ScriptNotify(strMessage, Cancel, std::min(Progress, kFullProgress)); });
+}
+
+// The report is not written yet.
+void Build::ReportAction(Project* /*objProject*/, const std::string& /*strInfo*/) {}
+
+void Build::RunScript(BuildScripts event, Project* objProject) {
+  if (!mSettings::RunScripts() || Scripts().Text(event).empty()) return;
+  Scripts().RunEvent(event, objProject);
+}
+
+}  // namespace hearthmake

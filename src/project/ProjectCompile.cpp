@@ -1,0 +1,173 @@
+// Project: compiling it, and the identity of what came out.
+
+#include <array>
+
+#include "automation/Error.hpp"
+#include "automation/Text.hpp"
+#include "build/Build.hpp"
+#include "build/Projects.hpp"
+#include "foundation/Apartment.hpp"
+#include "foundation/Paths.hpp"
+#include "foundation/mSettings.hpp"
+#include "foundation/modExecute.hpp"
+#include "project/Project.hpp"
+
+namespace hearthmake {
+
+namespace {
+
+constexpr const char* kLogName = "CR.txt";
+// What the compiler may want to write over, in the order in which it is made writeable.
+constexpr std::array<const char*, 8> kBinaryExtensions = {".exe", ".dll", ".ocx", ".tlb",
+                                                          ".exp", ".lib", ".vbr", ".obj"};
+
+std::string StripBraces(const std::string& guid) {
+  return guid.size() > 2 && guid.front() == '{' ? guid.substr(1, guid.size() - 2) : guid;
+}
+
+// The type library of a project's binary; any failure to read it is the missing id of the project.
+platform::TypeLibInfo ReadLibrary(Project& project) {
+  constexpr const char* kSource = "Project.GUID";
+  if (!project.ISActiveX()) automation::Raise(automation::kInvalidValue, kSource, "Projet is not ActiveX");
+  const std::string path = project.FullPath32();
+  try {
+    return Ports().typeLibs->Read(path);
+  } catch (const automation::Error&) {
+    automation::Raise(
+        automation::BuildErrors::beGUIDmissing, kSource,
+        "A typelib for the file " + path + " could not be found. The file is either missing or corrupt.");
+  }
+}
+
+// Puts a project's compatible mode back, whatever happens meanwhile.
+class CompatibleModeGuard {
+ public:
+  explicit CompatibleModeGuard(Project& project, CompatibleModes restored)
+      : m_project(project), m_restored(restored) {}
+  CompatibleModeGuard(const CompatibleModeGuard&) = delete;
+  CompatibleModeGuard& operator=(const CompatibleModeGuard&) = delete;
+  ~CompatibleModeGuard() { m_project.SetCompatibleMode(m_restored); }
+
+ private:
+  Project& m_project;
+  CompatibleModes m_restored;
+};
+
+}  // namespace
+
+std::string Project::GUID() { return automation::Upper(StripBraces(ReadLibrary(*this).guid)); }
+
+std::string Project::BinaryVersion() {
+  const platform::TypeLibInfo library = ReadLibrary(*this);
+  return automation::Hex(library.majorVersion) + "." + automation::Hex(library.minorVersion);
+}
+
+bool Project::Compile() {
+  if (!CompileMe()) return false;
+  const automation::Ref<Project> self(this);  // event handlers may drop the last outside reference
+  if (CompileOnce()) return true;
+  const bool mayBreak = m_compileLog.find("compatibility") != std::string::npos && !PreserveBinary() &&
+                        mSettings::SetProjectCompatible();
+  if (mayBreak && BreakCompatibility()) return true;
+  automation::Raise(automation::BuildErrors::be_FailToCompile, "Project.Compile",
+                    "Compile failed: " + m_compileLog);
+}
+
+bool Project::BreakCompatibility() {
+  const CompatibleModeGuard guard(*this, CompatibleModes::BinaryCompatibility);
+  SetCompatibleMode(CompatibleModes::NoCompatibility);
+  NotifyProgress("Breaking compatibility for " + Name());
+  return CompileOnce();
+}
+
+bool Project::CompileOnce() {
+  if (!m_file.Exists()) {
+    Refuse(automation::kInvalidValue, "Project.Compile", "Projet path is incorrect");
+  }
+  {
+    // A fix-up of the mode is for this one compile.
+    const CompatibleModeGuard guard(*this, CompatibleMode());
+    UpdateFileForCompile();
+    if (mSettings::MakeFilesWriteable()) MakeBinariesWriteable();
+    RunCompiler();
+  }
+  if (m_compileLog.find("succeeded") == std::string::npos) return false;
+  Succeed();
+  return true;
+}
+
+void Project::UpdateFileForCompile() {
+  m_file.OpenFile();
+  try {
+    WriteReferences();
+    CheckPathToBinaryComponent();
+    FixUpCompatibility();
+    WriteSettings();
+    m_file.Save();
+  } catch (...) {
+    m_file.DropContent();
+    throw;
+  }
+  m_file.DropContent();
+}
+
+void Project::CheckPathToBinaryComponent() {
+  if (Ports().files->FolderExists(FolderPart(FullPath32()))) return;
+  automation::Raise(automation::kInvalidValue, "Project.CheckPathToBinaryComponent",
+                    "The path to the binary component does not exist!");
+}
+
+void Project::FixUpCompatibility() {
+  const std::string compatible = CompatibleEXE32();
+  if (!ISActiveX() || compatible.empty()) return;
+  const std::string path = AbsolutePath(Folder(), compatible);
+  if (Ports().files->FileExists(path)) return;
+  SetCompatibleMode(CompatibleModes::NoCompatibility);
+  NotifyProgress("The binary compatible file: " + path +
+                 " was not found. Compatible mode changed to no compatibility.\r\n");
+}
+
+void Project::MakeBinariesWriteable() {
+  const std::string folder(FolderPart(FullPath32()));
+  const auto entries = Ports().files->List(folder);
+  for (const char* extension : kBinaryExtensions) {
+    for (const auto& entry : entries) {
+      const bool isOne = !entry.isFolder && automation::Lower(entry.name).ends_with(extension);
+      if (isOne) Ports().files->SetAttributes(folder + entry.name, platform::kNormal);
+    }
+  }
+}
+
+std::string Project::CompileCommand(const std::string& log) const {
+  const ProjectTypes type = ProjectType();
+  const bool isProgram = type == ProjectTypes::StandardExe || type == ProjectTypes::ActiveXExe;
+  return mSettings::VBExe() + " \"" + ProjectPath() + "\"" +
+         (isProgram ? " /make /out " : " /makedll /out ") + log;
+}
+
+void Project::RunCompiler() {
+  clFile log;
+  log.SetFile(Ports().system->TemporaryFolder() + kLogName);
+  log.DeleteFileWithOutError();
+  modExecute::CmdExec(CompileCommand(log.PathName()));
+  log.OpenFile();
+  m_compileLog = log.Content();
+  log.CloseFile();
+}
+
+void Project::Succeed() {
+  m_compiledOK = true;
+  m_record.lastCompiled = Ports().clock->Now();
+  m_isDirty = true;
+  BeginEdit();
+  ApplyEdit();
+  if (ISActiveX()) Register();
+  CheckInAfterCompile();
+}
+
+void Project::NotifyProgress(const std::string& text) {
+  automation::Variant cancel = automation::Variant::FromBoolean(false);
+  ParentBuild().RaiseScriptNotify(text, cancel, 0);
+}
+
+}  // namespace hearthmake

@@ -1,0 +1,155 @@
+// Project: reading its project file and bringing it up to date.
+
+#include "automation/Error.hpp"
+#include "automation/Text.hpp"
+#include "build/Projects.hpp"
+#include "project/Project.hpp"
+
+namespace hearthmake {
+
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr const char* kReferenceKey = "Reference=";
+constexpr const char* kObjectKey = "Object=";
+
+// Settings that stay as the file has them.
+bool IsLeftAlone(const clVBProject& project, Setting setting) {
+  if (setting == Setting::RevisionVer) return project.Stored(Setting::AutoIncrementVer) == "1";
+  if (setting != Setting::ThreadingModel) return false;
+  const std::string type = automation::Lower(project.Stored(Setting::ProjectType));
+  return type != "oledll" && type != "control";
+}
+
+// clFile never edits the first row of a file, which a project file's type row is meant for. Where another
+// row comes first, an empty one is put in front for as long as rows are being edited.
+class FirstRowGuard {
+ public:
+  explicit FirstRowGuard(clFile& file) : m_file(file), m_isNeeded(file.InFile("Type=") != 1) {
+    if (m_isNeeded) m_file.SetContent(std::string(kLineEnd) + m_file.Content());
+  }
+  FirstRowGuard(const FirstRowGuard&) = delete;
+  FirstRowGuard& operator=(const FirstRowGuard&) = delete;
+  ~FirstRowGuard() {
+    if (m_isNeeded) m_file.SetContent(m_file.Content().substr(kLineEnd.size()));
+  }
+
+ private:
+  clFile& m_file;
+  bool m_isNeeded;
+};
+
+// Rows of a file that begin with a key, in file order, without their line ends.
+void CollectRows(std::string_view content, std::string_view key, std::vector<std::string>& rows) {
+  std::size_t hit = content.find(key);
+  while (hit != std::string_view::npos) {
+    const std::size_t end = std::min(content.find(kLineEnd, hit), content.size());
+    const bool beginsRow = hit == 0 || content.substr(0, hit).ends_with(kLineEnd);
+    if (beginsRow) rows.emplace_back(content.substr(hit, end - hit));
+    hit = content.find(key, end);
+  }
+}
+
+}  // namespace
+
+void Project::OpenExisting() {
+  if (!m_file.Exists()) {
+    automation::Raise(automation::RuntimeError::FileNotFound, "Project.LoadFromFile", m_file.PathName());
+  }
+  m_file.OpenFile();
+}
+
+void Project::LoadFromFile(const std::string& strVBPFile) {
+  constexpr const char* kSource = "Project.LoadFromFile";
+  if (!automation::EqualsIgnoreCaseAscii(automation::Right(strVBPFile, 3), "vbp")) {
+    automation::Raise(automation::kInvalidValue, kSource, "File is not a vbp file");
+  }
+  const std::string previousName = Name();
+  clFile file;
+  file.SetFile(strVBPFile);
+  std::swap(m_file, file);
+  try {
+    OpenExisting();
+  } catch (...) {
+    std::swap(m_file, file);  // a project stays what it was when the new file can't be read
+    throw;
+  }
+  m_vbProject.Read(m_file);
+  ProjectType();  // raises for a file that is no project of the four kinds
+  FilesChanged();
+  GetReferencesFromVBP();
+  m_file.DropContent();
+  if (Name() == previousName || m_parent == nullptr) return;
+  m_parent->RefuseDuplicateName(*this);
+  m_parent->Renamed(*this);
+}
+
+void Project::GetReferencesFromVBP() {
+  if (!m_file.FileIsOpen()) OpenExisting();
+  const std::vector<std::string> rows = ReferenceRows();
+  m_file.DropContent();
+  m_references->Detect(rows);
+}
+
+std::vector<std::string> Project::ReferenceRows() const {
+  const std::string content = m_file.Content();
+  std::vector<std::string> rows;
+  CollectRows(content, kReferenceKey, rows);
+  CollectRows(content, kObjectKey, rows);
+  return rows;
+}
+
+void Project::UpdateVBP() {
+  try {
+    OpenExisting();
+    WriteReferences();
+    WriteSettings();
+    m_file.Save();
+    m_file.DropContent();
+  } catch (const automation::Error& error) {
+    m_file.DropContent();
+    automation::Raise(automation::kInvalidValue, "Project.UpdateVBP",
+                      "Update failed for project " + Name() + " " + error.Description());
+  }
+}
+
+void Project::WriteReferences() {
+  const auto references = m_references->Items();
+  if (references.empty()) return;
+  // Every row is made before the first is removed: making one reads the referenced binary, and may fail.
+  std::vector<std::string> rows;
+  rows.reserve(references.size());
+  for (const auto& reference : references) rows.push_back(ReferenceRow(*reference));
+  const FirstRowGuard firstRow(m_file);
+  // clFile leaves the last character of a row that no line end ends.
+  m_file.EndLastRow(kReferenceKey);
+  m_file.EndLastRow(kObjectKey);
+  RemoveReferenceRows();
+  for (const std::string& row : rows) m_file.InsertNewRow(row, "Type=", false);
+}
+
+void Project::RemoveReferenceRows() {
+  for (const char* key : {kReferenceKey, kObjectKey}) {
+    while (m_file.InFile(key) != 0) {
+      std::int32_t position = 1;
+      m_file.RemoveRow(key, position);
+    }
+  }
+}
+
+std::string Project::ReferenceRow(Reference& reference) {
+  if (reference.IsExternal()) return reference.ReferenceString();
+  Project& project = ParentProjects().ById(reference.ReferencedProject());
+  if (project.ProjectType() == ProjectTypes::UserControl) {
+    return "Object={" + project.GUID() + "}#" + project.BinaryVersion() + "#0; " + project.ExeName32();
+  }
+  return "Reference=*\\G{" + project.GUID() + "}#" + project.BinaryVersion() + "#0#" + project.FullPath32() +
+         "#" + project.Title();
+}
+
+void Project::WriteSettings() {
+  const FirstRowGuard guard(m_file);
+  m_vbProject.Write(m_file, &IsLeftAlone);
+}
+
+}  // namespace hearthmake

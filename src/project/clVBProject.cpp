@@ -1,0 +1,73 @@
+#include "project/clVBProject.hpp"
+
+#include "automation/Error.hpp"
+#include "automation/Text.hpp"
+
+namespace hearthmake {
+
+namespace {
+
+constexpr const char* kDefaultBaseAddress = "&H11000000";
+
+}  // namespace
+
+std::string clVBProject::Get(Setting setting) const {
+  const std::string& value = Stored(setting);
+  if (setting == Setting::DllBaseAddress && automation::Val(value) == 0) return kDefaultBaseAddress;
+  return value;
+}
+
+void clVBProject::Assign(Setting setting, std::string_view value) {
+  m_values[static_cast<std::size_t>(setting)] =
+      automation::Trim(automation::Left(value, InfoOf(setting).width));
+}
+
+void clVBProject::Let(Setting setting, std::string_view value) {
+  Assign(setting, value);
+  m_dirty = true;
+}
+
+void clVBProject::BeginEdit() {
+  if (m_snapshot) automation::Raise(automation::kEditCycle, "Project.BeginEdit", "Already in edit mode");
+  m_dirty = false;
+  m_snapshot = std::make_unique<Values>(m_values);
+}
+
+void clVBProject::ApplyEdit() {
+  m_snapshot.reset();
+  m_dirty = false;
+}
+
+void clVBProject::CancelEdit() {
+  if (m_snapshot) m_values = std::move(*m_snapshot);
+  ApplyEdit();
+}
+
+void clVBProject::Load(const platform::Recordset& row) {
+  for (const SettingInfo& info : AllSettings()) Assign(info.setting, row.GetText(info.name));
+  m_dirty = false;
+}
+
+void clVBProject::Save(platform::Recordset& row) const {
+  for (const SettingInfo& info : AllSettings()) row.SetText(info.name, Stored(info.setting));
+}
+
+void clVBProject::Read(const clFile& file) {
+  for (const SettingInfo& info : AllSettings()) {
+    std::int32_t position = 1;
+    Let(info.setting, file.GetText(info.marker, "\r\n", position));
+  }
+}
+
+void clVBProject::Write(clFile& file, bool (*skip)(const clVBProject&, Setting)) const {
+  for (const SettingInfo& info : AllSettings()) {
+    const std::string& value = Stored(info.setting);
+    if (info.setting == Setting::ProjectType || value.empty() || skip(*this, info.setting)) continue;
+    const std::string row = std::string(info.marker) + value;
+    std::int32_t position = 1;
+    file.ReplaceRow(info.marker, row, position);
+    if (position == 0) file.InsertNewRow(row, "[", true);
+  }
+}
+
+}  // namespace hearthmake
