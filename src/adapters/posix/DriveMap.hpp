@@ -80,7 +80,10 @@ class DriveMap {
 
   const Root* Find(char letter) const;
   Match DriveOf(std::string_view posixPath) const;
+  // Takes the drive off the front of the path and yields the folder where the rest starts.
+  std::optional<Spelling> Start(std::string_view& dosPath) const;
   std::optional<Spelling> Spell(std::string_view dosPath) const;
+  // The path with every name as it is on disk, for a spelling that leads nowhere.
   std::string Resolve(const Spelling& spelling) const;
 
   std::array<std::optional<Root>, 26> m_drives;
