@@ -108,10 +108,10 @@ bool IsThere(const std::string& path) {
 // but looked into, and those that don't list all they hold.
 std::optional<std::string> FindName(FolderListings& listings, const std::string& folder,
                                     const struct stat& status, std::string_view name) {
-  if (auto found = listings.Find(folder, status, name)) return found;
+  if (auto found = listings.Find(SystemPath(folder), status, name)) return found;
   const std::string_view shorter = WithoutTrailingDots(name);
   if (shorter.size() != name.size()) {
-    if (auto found = listings.Find(folder, status, shorter)) return found;
+    if (auto found = listings.Find(SystemPath(folder), status, shorter)) return found;
   }
   if (IsThere(folder + "/" + std::string(name))) return std::string(name);
   return std::nullopt;
@@ -192,15 +192,16 @@ DriveMap DriveMap::FromWinePrefix(std::string_view prefix) {
   const std::string root = AbsolutePosix(prefix);
   const std::string devices = root + "/dosdevices";
   std::error_code error;
-  const std::filesystem::directory_iterator entries(devices, error);
+  std::filesystem::directory_iterator entry(devices, error);
   if (error) {
     automation::Raise(RuntimeError::PathNotFound, kSource,
                       devices + " (not a Wine prefix; run wineboot to make one)");
   }
   DriveMap map;
   map.SetDrive('Z', "/");
-  for (const auto& entry : entries) {
-    const std::string name = entry.path().filename().string();
+  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+    // `d::` is a device and `com1` a port; only a letter with one colon is a drive.
+    const std::string name = entry->path().filename().string();
     if (name.size() != 2 || name[1] != ':' || DriveIndex(name[0]) < 0) continue;
     map.SetDrive(name[0], WineDriveFolder(root, name));
   }

@@ -364,6 +364,8 @@ void PosixFileSystem::CreateFolders(std::string_view path) {
     if (!isThere && mkdir(part.c_str(), kNewFolderMode) != 0 && errno != EEXIST) RaiseErrno(errno, path);
     if (end == std::string::npos) break;
   }
+  // A link to nothing takes the name without being a folder.
+  if (!FolderExists(path)) RaiseFileFailure(RuntimeError::PathFileAccess, path);
 }
 
 void PosixFileSystem::RemoveFolder(std::string_view path) {

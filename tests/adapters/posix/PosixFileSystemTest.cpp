@@ -151,6 +151,7 @@ TEST_F(PosixFileSystemTest, LinksToNothingDoNotExistButCanBeRemoved) {
   EXPECT_EQ(m_files->Stamp("D:\\Dangling").size, -1);
   ExpectFailure(RuntimeError::FileNotFound, [&] { m_files->Read("D:\\dangling"); });
   EXPECT_EQ(m_files->List("D:\\").size(), 1U);
+  ExpectFailure(RuntimeError::PathFileAccess, [&] { m_files->CreateFolders("D:\\dangling"); });
   m_files->Remove("D:\\dangling");
   EXPECT_EQ(CountOfFiles(), 0U);
 }
