@@ -1,0 +1,69 @@
+#include "adapters/posix/CommandLine.hpp"
+
+#include <algorithm>
+
+namespace hearthmake::posix {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t";
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+}  // namespace
+
+std::optional<ProgramCandidate> CommandLine::NextCandidate() {
+  if (m_done) return std::nullopt;
+  if (m_next == 0) {
+    const std::size_t start = m_text.find_first_not_of(kBlanks);
+    m_text.remove_prefix(std::min(start, m_text.size()));
+    if (m_text.starts_with('"')) {
+      m_done = true;
+      const std::size_t close = std::min(m_text.find('"', 1), m_text.size());
+      const std::string_view program = m_text.substr(1, close - 1);
+      if (program.empty()) return std::nullopt;
+      return ProgramCandidate{program, m_text.substr(std::min(close + 1, m_text.size()))};
+    }
+  }
+  // A run of blanks ends one candidate, not several.
+  while (m_next < m_text.size() && IsBlank(m_text[m_next])) ++m_next;
+  if (m_next >= m_text.size()) {
+    m_done = true;
+    return std::nullopt;
+  }
+  m_next = std::min(m_text.find_first_of(kBlanks, m_next), m_text.size());
+  return ProgramCandidate{m_text.substr(0, m_next), m_text.substr(m_next)};
+}
+
+std::vector<std::string> CommandLine::SplitArguments(std::string_view arguments) {
+  std::vector<std::string> result;
+  std::size_t at = 0;
+  while (true) {
+    while (at < arguments.size() && IsBlank(arguments[at])) ++at;
+    if (at == arguments.size()) return result;
+    std::string& argument = result.emplace_back();
+    bool quoted = false;
+    while (at < arguments.size() && (quoted || !IsBlank(arguments[at]))) {
+      const std::size_t first = at;
+      while (at < arguments.size() && arguments[at] == '\\') ++at;
+      const std::size_t backslashes = at - first;
+      if (at == arguments.size() || arguments[at] != '"') {
+        argument.append(backslashes, '\\');
+        if (backslashes == 0) argument += arguments[at++];
+        continue;
+      }
+      argument.append(backslashes / 2, '\\');
+      if (backslashes % 2 == 1) {
+        argument += '"';
+      } else if (quoted && at + 1 < arguments.size() && arguments[at + 1] == '"') {
+        argument += '"';
+        ++at;
+      } else {
+        quoted = !quoted;
+      }
+      ++at;
+    }
+  }
+}
+
+}  // namespace hearthmake::posix
