@@ -1,0 +1,239 @@
+#include "adapters/sqlite/SqliteRecordset.hpp"
+
+#include <sqlite3.h>
+
+#include <cmath>
+#include <utility>
+
+#include "adapters/sqlite/Connection.hpp"
+#include "adapters/sqlite/JetSql.hpp"
+#include "adapters/sqlite/SqliteDatabase.hpp"
+#include "adapters/sqlite/SqliteError.hpp"
+
+namespace hearthmake::sqlite {
+
+SqliteRecordset::SqliteRecordset(std::shared_ptr<SqliteDatabase> database, std::shared_ptr<SelectPlan> plan,
+                                 RowBuffer rows)
+    : m_database(std::move(database)),
+      m_plan(std::move(plan)),
+      m_rows(std::move(rows)),
+      m_row(m_plan->Names().Count() + (m_plan->HasKey() ? 1 : 0)),
+      // What follows the last column is the first.
+      m_lastColumn(m_plan->Names().Count() - 1) {
+  m_isAtEnd = !m_rows.Next(m_row);
+}
+
+void SqliteRecordset::RequireOpen() const {
+  if (!m_database) RaiseClosed(kRecordsetSource);
+}
+
+bool SqliteRecordset::AtEnd() const {
+  RequireOpen();
+  return m_isAtEnd;
+}
+
+void SqliteRecordset::MoveNext() {
+  RequireOpen();
+  if (m_isAtEnd) RaiseDao(DaoError::NoCurrentRecord, kRecordsetSource, "No current record.");
+  m_mode = Mode::Reading;
+  m_keptTexts.clear();
+  m_isAtEnd = !m_rows.Next(m_row);
+}
+
+void SqliteRecordset::Close() {
+  m_database.reset();
+  m_rows.Clear();
+  m_mode = Mode::Reading;
+}
+
+// --- reading ---
+
+std::size_t SqliteRecordset::Find(std::string_view column) const {
+  RequireOpen();
+  const std::size_t index = m_plan->Names().Find(column, m_lastColumn);
+  if (index == ColumnNames::kNotFound) {
+    RaiseDao(DaoError::ItemNotFound, kRecordsetSource,
+             "Item not found in this collection. (" + std::string(column) + ")");
+  }
+  return index;
+}
+
+Cell SqliteRecordset::Read(std::string_view column) const {
+  const std::size_t index = Find(column);
+  if (m_mode != Mode::Reading && m_assignments[index].isAssigned) return AssignedCell(m_assignments[index]);
+  if (m_mode == Mode::Adding) return ReadNewRow(index);
+  if (m_isAtEnd) RaiseDao(DaoError::NoCurrentRecord, kRecordsetSource, "No current record.");
+  return m_row[index];
+}
+
+Cell SqliteRecordset::AssignedCell(const Assignment& assignment) const {
+  if (assignment.cell.kind != Cell::Kind::Text) return assignment.cell;
+  return Cell::OfText({m_editText.data() + assignment.textAt, assignment.cell.text.size()});
+}
+
+Cell SqliteRecordset::ReadNewRow(std::size_t column) const {
+  Connection& connection = m_database->Use(kRecordsetSource);
+  if (!m_plan->IsAutoNumber(column)) return connection.DefaultOf(*m_plan, column);
+  // From here on the key is the row's: Update writes it as any assigned value.
+  Assignment& key = m_assignments[column];
+  key.cell = Cell::OfInteger(connection.ReserveKey(*m_plan, kRecordsetSource));
+  key.isAssigned = true;
+  return key.cell;
+}
+
+bool SqliteRecordset::IsNull(std::string_view column) const { return Read(column).kind == Cell::Kind::Null; }
+
+std::string SqliteRecordset::GetText(std::string_view column) const { return CellText(Read(column)); }
+
+std::int32_t SqliteRecordset::GetLong(std::string_view column) const {
+  return CellLong(Read(column), column);
+}
+
+bool SqliteRecordset::GetBoolean(std::string_view column) const { return CellBoolean(Read(column), column); }
+
+double SqliteRecordset::GetDate(std::string_view column) const { return CellDate(Read(column), column); }
+
+// --- writing ---
+
+void SqliteRecordset::RequireEditable() const {
+  RequireOpen();
+  if (!m_plan->HasKey()) {
+    RaiseDao(DaoError::ReadOnly, kRecordsetSource, "Cannot update. Database or object is read-only.");
+  }
+}
+
+void SqliteRecordset::StartEdit(Mode mode) {
+  m_mode = mode;
+  m_assignments.assign(m_plan->Names().Count(), {});
+  m_editText.clear();
+}
+
+void SqliteRecordset::AddNew() {
+  RequireEditable();
+  StartEdit(Mode::Adding);
+}
+
+void SqliteRecordset::Edit() {
+  RequireEditable();
+  if (m_isAtEnd) RaiseDao(DaoError::NoCurrentRecord, kRecordsetSource, "No current record.");
+  StartEdit(Mode::Editing);
+}
+
+void SqliteRecordset::SetNull(std::string_view column) { Assign(column, {}); }
+
+void SqliteRecordset::SetText(std::string_view column, std::string_view value) {
+  Assign(column, Cell::OfText(value));
+}
+
+void SqliteRecordset::SetLong(std::string_view column, std::int32_t value) {
+  Assign(column, Cell::OfInteger(value));
+}
+
+void SqliteRecordset::SetBoolean(std::string_view column, bool value) {
+  Assign(column, Cell::OfInteger(value ? -1 : 0));
+}
+
+void SqliteRecordset::SetDate(std::string_view column, double value) { Assign(column, Cell::OfReal(value)); }
+
+void SqliteRecordset::Assign(std::string_view column, const Cell& value) {
+  const std::size_t index = Find(column);
+  if (m_mode == Mode::Reading) {
+    RaiseDao(DaoError::NotEditing, kRecordsetSource, "Update or CancelUpdate without AddNew or Edit.");
+  }
+  if (m_mode == Mode::Editing && m_plan->IsAutoNumber(index)) {
+    RaiseDao(DaoError::FieldNotUpdatable, kRecordsetSource,
+             "Field cannot be updated. (" + std::string(column) + ")");
+  }
+  Assignment& assignment = m_assignments[index];
+  assignment.cell = Converted(index, value);
+  assignment.isAssigned = true;
+  if (assignment.cell.kind != Cell::Kind::Text) return;
+  assignment.textAt = m_editText.size();
+  m_editText.insert(m_editText.end(), value.text.begin(), value.text.end());
+}
+
+Cell SqliteRecordset::Converted(std::size_t column, const Cell& value) const {
+  const ColumnType type = m_plan->Type(column);
+  if (type == ColumnType::Text || type == ColumnType::Any) return value;
+  bool isTrue = false;
+  double number = 0;
+  switch (value.kind) {
+    // A yes/no column holds one or the other, never Null.
+    case Cell::Kind::Null: return type == ColumnType::Boolean ? Cell::OfInteger(0) : value;
+    case Cell::Kind::Integer:
+      return type == ColumnType::Boolean ? Cell::OfInteger(value.integer != 0 ? -1 : 0) : value;
+    case Cell::Kind::Real: number = value.real; break;
+    case Cell::Kind::Text:
+      if (type == ColumnType::Boolean && ParseBoolean(value.text, isTrue))
+        return Cell::OfInteger(isTrue ? -1 : 0);
+      if (ParseNumber(value.text, number)) break;
+      if (type == ColumnType::Date && ParseJetDate(value.text, number)) break;
+      RaiseDao(DaoError::Conversion, kRecordsetSource,
+               "Data type conversion error. (" + m_plan->Names().Name(column) + ")");
+  }
+  if (type == ColumnType::Boolean) return Cell::OfInteger(number != 0 ? -1 : 0);
+  if (type == ColumnType::Long)
+    return Cell::OfInteger(CellLong(Cell::OfReal(number), m_plan->Names().Name(column)));
+  return Cell::OfReal(number);
+}
+
+std::string SqliteRecordset::InsertText() const {
+  std::string columns = "INSERT INTO " + m_plan->QuotedTable();
+  std::string values;
+  for (std::size_t i = 0; i < m_assignments.size(); ++i) {
+    if (!m_assignments[i].isAssigned) continue;
+    columns += values.empty() ? '(' : ',';
+    columns += m_plan->QuotedName(i);
+    values += values.empty() ? "?" : ",?";
+  }
+  if (values.empty()) return columns + " DEFAULT VALUES";
+  return columns + ") VALUES(" + values + ')';
+}
+
+std::string SqliteRecordset::UpdateText() const {
+  std::string text = "UPDATE " + m_plan->QuotedTable() + " SET ";
+  bool isFirst = true;
+  for (std::size_t i = 0; i < m_assignments.size(); ++i) {
+    if (!m_assignments[i].isAssigned) continue;
+    if (!std::exchange(isFirst, false)) text += ',';
+    text += m_plan->QuotedName(i);
+    text += "=?";
+  }
+  if (isFirst) return {};
+  return text + " WHERE _rowid_=?";
+}
+
+void SqliteRecordset::Update() {
+  RequireOpen();
+  if (m_mode == Mode::Reading) {
+    RaiseDao(DaoError::NotEditing, kRecordsetSource, "Update or CancelUpdate without AddNew or Edit.");
+  }
+  const std::string sql = m_mode == Mode::Adding ? InsertText() : UpdateText();
+  if (!sql.empty()) {
+    Connection& connection = m_database->Use(kRecordsetSource);
+    Statement& statement = connection.Prepare(sql, kRecordsetSource, m_plan->Table());
+    const StatementReset reset(statement);
+    int parameter = 0;
+    for (const Assignment& assignment : m_assignments) {
+      if (assignment.isAssigned) BindCell(statement.Handle(), ++parameter, AssignedCell(assignment));
+    }
+    if (m_mode == Mode::Editing) BindCell(statement.Handle(), ++parameter, m_row.back());
+    connection.Run(statement, kRecordsetSource, m_plan->Table());
+    if (m_mode == Mode::Editing && sqlite3_changes(connection.Handle()) == 0) {
+      RaiseDao(DaoError::RecordDeleted, kRecordsetSource, "Record is deleted. (" + m_plan->Table() + ")");
+    }
+  }
+  if (m_mode == Mode::Editing) KeepAssigned();
+  m_mode = Mode::Reading;
+}
+
+// From now on the row reads as it was written.
+void SqliteRecordset::KeepAssigned() {
+  for (std::size_t i = 0; i < m_assignments.size(); ++i) {
+    if (m_assignments[i].isAssigned) m_row[i] = AssignedCell(m_assignments[i]);
+  }
+  m_keptTexts.push_back(std::move(m_editText));
+  m_editText = {};
+}
+
+}  // namespace hearthmake::sqlite
