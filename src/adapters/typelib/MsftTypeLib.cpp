@@ -41,9 +41,15 @@ constexpr std::uint16_t kHasDiskImage = 8;
 std::uint16_t Low(std::uint32_t number) { return static_cast<std::uint16_t>(number & 0xFFFF); }
 std::uint16_t High(std::uint32_t number) { return static_cast<std::uint16_t>(number >> 16); }
 
-std::uint64_t DirectoryOffset(const ByteView& bytes, std::uint32_t typeCount) {
+std::uint64_t FindDirectory(const ByteView& bytes, std::uint32_t typeCount) {
   const bool hasHelpDll = (bytes.U32(kVariantField, kHeader) & kHasHelpDll) != 0;
-  return kHeaderSize + std::uint64_t{typeCount} * 4 + (hasHelpDll ? 4 : 0);
+  const std::uint64_t directory = kHeaderSize + std::uint64_t{typeCount} * 4 + (hasHelpDll ? 4 : 0);
+  for (const unsigned segment : {kTypeSegment, kImportSegment}) {
+    if (bytes.U32(directory + segment * kSegmentEntrySize + 12, kDirectory) != kSegmentMark) {
+      bytes.FailAt(directory, "is damaged: there is no segment directory");
+    }
+  }
+  return directory;
 }
 
 }  // namespace
@@ -51,16 +57,10 @@ std::uint64_t DirectoryOffset(const ByteView& bytes, std::uint32_t typeCount) {
 MsftTypeLib::MsftTypeLib(const ByteView& bytes)
     : m_bytes(bytes),
       m_typeCount(bytes.U32(kTypeCountField, kHeader)),
-      m_directory(DirectoryOffset(bytes, m_typeCount)),
+      m_directory(FindDirectory(bytes, m_typeCount)),
       m_guids(Segment(kGuidSegment, "the GUID table")),
       m_names(Segment(kNameSegment, "the name table")),
-      m_strings(Segment(kStringSegment, "the string table")) {
-  for (const unsigned segment : {kTypeSegment, kImportSegment}) {
-    if (m_bytes.U32(m_directory + segment * kSegmentEntrySize + 12, kDirectory) != kSegmentMark) {
-      m_bytes.FailAt(m_directory, "is damaged: there is no segment directory");
-    }
-  }
-}
+      m_strings(Segment(kStringSegment, "the string table")) {}
 
 platform::TypeLibInfo MsftTypeLib::Info() const {
   const std::uint32_t version = m_bytes.U32(kVersionField, kHeader);
@@ -89,7 +89,7 @@ platform::TypeDescription MsftTypeLib::Type(const ByteView& record) const {
   constexpr char kRecord[] = "a type's record";
   const unsigned kind = record.U32(0x00, kRecord) & 0xF;
   if (kind > static_cast<unsigned>(platform::TypeKind::Union)) {
-    record.FailAt(0, "is damaged: there is no type kind " + std::to_string(kind) + ", as");
+    record.FailAt(0, "is damaged: there is a type of the unknown kind " + std::to_string(kind));
   }
   const std::uint32_t version = record.U32(0x38, kRecord);
   platform::TypeDescription type;

@@ -48,7 +48,7 @@ PeImage::PeImage(const ByteView& file) : m_file(file) {
 
   const std::uint16_t kind = m_file.U16(optional, kOptionalHeader);
   if (kind != 0x10B && kind != 0x20B) {
-    m_file.FailAt(optional, "is damaged: it is neither PE32 nor PE32+, as the optional header says");
+    m_file.FailAt(optional, "is damaged: there is a header that is neither of PE32 nor of PE32+");
   }
   m_sectorAligned = m_file.U32(optional + 32, kOptionalHeader) >= 0x1000;
   m_headersSize = m_file.U32(optional + 60, kOptionalHeader);

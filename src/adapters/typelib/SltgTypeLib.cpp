@@ -83,7 +83,7 @@ void SltgTypeLib::FindBlocks() {
     m_typeBlocks.push_back(position);
     position += m_bytes.U32(entry, kBlockTable);
   }
-  m_bytes.FailAt(kHeaderSize, "is damaged: the chain of blocks leads to no library block,");
+  m_bytes.FailAt(kHeaderSize, "is damaged: the chain of blocks leads to no library block, starting");
 }
 
 std::uint64_t SltgTypeLib::ReadHeading() {
@@ -109,8 +109,8 @@ std::uint64_t SltgTypeLib::ReadList(std::uint64_t position) {
   ByteCursor cursor(m_bytes, position + kHashTableSize, "the list of types");
   const std::uint16_t count = cursor.U16();
   if (count != m_typeBlocks.size()) {
-    m_bytes.FailAt(position, "is damaged: it has " + std::to_string(m_typeBlocks.size()) +
-                                 " blocks of types, and its list has " + std::to_string(count) + " types,");
+    m_bytes.FailAt(position, "is damaged: " + std::to_string(m_typeBlocks.size()) +
+                                 " blocks of types don't go with the list of " + std::to_string(count));
   }
   for (std::uint16_t i = 0; i < count; ++i) {
     ListEntry entry;
@@ -146,7 +146,7 @@ void SltgTypeLib::ReadTypeHeader(std::uint64_t block, platform::TypeDescription&
   type.flags = static_cast<std::uint16_t>(m_bytes.U16(block + 0x1A, kTypeHeader) >> 3);
   const std::uint8_t kind = m_bytes.U8(block + 0x1D, kTypeHeader);
   if (kind > static_cast<std::uint8_t>(platform::TypeKind::Union)) {
-    m_bytes.FailAt(block, "is damaged: there is no type kind " + std::to_string(kind) + ", as");
+    m_bytes.FailAt(block, "is damaged: there is a type of the unknown kind " + std::to_string(kind));
   }
   // A dual interface is described by its dispatch half, as in the newer format.
   type.kind =
