@@ -39,6 +39,7 @@ auto AsTypeLibReader(const Action& action) {
 }
 
 std::unique_ptr<TypeLib> Recognize(const ByteView& file, std::optional<std::uint32_t> resource) {
+  if (file.Size() == 0) file.Fail("is empty");
   if (auto library = TypeLib::Recognize(file)) return library;
   if (!PeImage::Recognize(file)) file.Fail("is neither a type library nor an image that could hold one");
   auto library = TypeLib::Recognize(PeImage(file).TypeLibrary(resource));
