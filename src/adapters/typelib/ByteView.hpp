@@ -12,7 +12,8 @@ namespace hearthmake::typelib {
 // a table in that. Cheap to copy; the PagedFile must outlive it. Numbers are little-endian.
 //
 // A read that leaves the stretch raises error 45, source "TypeLibReader", with a text that names the file,
-// the thing that was to be read (`what`, as in "the name table") and its place in the file.
+// the thing that was to be read (`what`, as in "the name table") and its place in the file. A `what` is
+// kept, not copied: give it a text that lasts, such as a literal.
 class ByteView {
  public:
   // A whole file.

@@ -9,6 +9,7 @@ namespace {
 
 constexpr char kHeader[] = "the type library's header";
 constexpr char kDirectory[] = "the segment directory";
+constexpr char kRecord[] = "a type's record";
 
 // Offsets of the header's fields.
 constexpr std::uint64_t kGuidField = 0x08;
@@ -80,13 +81,12 @@ std::vector<platform::TypeDescription> MsftTypeLib::Types() const {
   const ByteView table = Segment(kTypeSegment, "the type table");
   TypeList types(m_bytes);
   for (std::uint32_t i = 0; i < m_typeCount; ++i) {
-    types.Add(Type(table.Part(i * kTypeRecordSize, kTypeRecordSize, "a type's record")));
+    types.Add(Type(table.Part(i * kTypeRecordSize, kTypeRecordSize, kRecord)));
   }
   return types.Take();
 }
 
 platform::TypeDescription MsftTypeLib::Type(const ByteView& record) const {
-  constexpr char kRecord[] = "a type's record";
   const unsigned kind = record.U32(0x00, kRecord) & 0xF;
   if (kind > static_cast<unsigned>(platform::TypeKind::Union)) {
     record.FailAt(0, "is damaged: there is a type of the unknown kind " + std::to_string(kind));

@@ -12,6 +12,7 @@ constexpr char kPeHeader[] = "the PE header";
 constexpr char kOptionalHeader[] = "the optional header";
 constexpr char kSectionTable[] = "the section table";
 constexpr char kResourceDirectory[] = "the resource directory";
+constexpr char kResource[] = "the type library";
 
 // In a directory entry: the id is a name's offset, the target is another directory.
 constexpr std::uint32_t kHighBit = 0x80000000;
@@ -106,7 +107,6 @@ ByteView PeImage::Data(std::uint32_t languageDirectory) const {
   const std::uint64_t description = *m_resources + language.target;
   const std::uint32_t address = m_file.U32(description, "the resource's description");
   const std::uint32_t size = m_file.U32(description + 4, "the resource's description");
-  constexpr char kResource[] = "the type library";
   const std::uint64_t offset = FileOffset(address, kResource);
   return m_file.Part(offset, size, kResource);
 }
