@@ -11,7 +11,7 @@ namespace hearthmake::typelib {
 class ByteCursor {
  public:
   // Errors call what is read `what`.
-  ByteCursor(const ByteView& view, std::uint64_t position, const char* what)
+  ByteCursor(const ByteView& view, std::uint64_t position, PartName what)
       : m_view(view), m_position(position), m_what(what) {}
 
   std::uint64_t Position() const { return m_position; }
@@ -25,7 +25,7 @@ class ByteCursor {
  private:
   const ByteView& m_view;
   std::uint64_t m_position;
-  const char* m_what;
+  PartName m_what;
 };
 
 }  // namespace hearthmake::typelib

@@ -19,42 +19,43 @@ std::string Hexadecimal(std::uint64_t number) {
 
 ByteView::ByteView(PagedFile& file) : m_file(&file), m_size(file.Size()) {}
 
-std::uint8_t ByteView::U8(std::uint64_t offset, const char* what) const {
+std::uint8_t ByteView::U8(std::uint64_t offset, PartName what) const {
   std::uint8_t byte = 0;
   Read(offset, &byte, 1, what);
   return byte;
 }
 
-std::uint16_t ByteView::U16(std::uint64_t offset, const char* what) const {
+std::uint16_t ByteView::U16(std::uint64_t offset, PartName what) const {
   std::array<std::uint8_t, 2> b{};
   Read(offset, b.data(), b.size(), what);
   return static_cast<std::uint16_t>(b[0] | b[1] << 8);
 }
 
-std::uint32_t ByteView::U32(std::uint64_t offset, const char* what) const {
+std::uint32_t ByteView::U32(std::uint64_t offset, PartName what) const {
   std::array<std::uint8_t, 4> b{};
   Read(offset, b.data(), b.size(), what);
   return static_cast<std::uint32_t>(b[0]) | static_cast<std::uint32_t>(b[1]) << 8 |
          static_cast<std::uint32_t>(b[2]) << 16 | static_cast<std::uint32_t>(b[3]) << 24;
 }
 
-void ByteView::Read(std::uint64_t offset, void* buffer, std::size_t count, const char* what) const {
+void ByteView::Read(std::uint64_t offset, void* buffer, std::size_t count, PartName what) const {
   Check(offset, count, what);
   m_file->Read(m_start + offset, buffer, count);
 }
 
-std::string ByteView::Bytes(std::uint64_t offset, std::uint16_t count, const char* what) const {
+std::string ByteView::Bytes(std::uint64_t offset, std::uint16_t count, PartName what) const {
   Check(offset, count, what);
   std::string bytes(count, '\0');
   m_file->Read(m_start + offset, bytes.data(), bytes.size());
   return bytes;
 }
 
-ByteView ByteView::Part(std::uint64_t offset, std::uint64_t size, const char* what) const {
+ByteView ByteView::Part(std::uint64_t offset, std::uint64_t size, PartName what) const {
   Check(offset, size, what);
   ByteView part = *this;
   part.m_start += offset;
   part.m_size = size;
+  part.m_isWhole = false;
   part.m_name = what;
   return part;
 }
@@ -67,11 +68,10 @@ void ByteView::FailAt(std::uint64_t offset, const std::string& problem) const {
   Fail(problem + " at " + Hexadecimal(m_start + offset));
 }
 
-void ByteView::Check(std::uint64_t offset, std::uint64_t count, const char* what) const {
+void ByteView::Check(std::uint64_t offset, std::uint64_t count, PartName what) const {
   if (count <= m_size && offset <= m_size - count) return;
-  const std::string place = std::string(what) + " at " + Hexadecimal(m_start + offset) + " lies outside ";
-  if (m_name == nullptr) Fail("is cut off: " + place + "the file");
-  Fail("is damaged: " + place + m_name);
+  const std::string problem = m_isWhole ? "is cut off: " : "is damaged: ";
+  Fail(problem + what.Text() + " at " + Hexadecimal(m_start + offset) + " lies outside " + m_name.Text());
 }
 
 }  // namespace hearthmake::typelib

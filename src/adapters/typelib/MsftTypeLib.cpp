@@ -95,7 +95,6 @@ platform::TypeDescription MsftTypeLib::Type(const ByteView& record) const {
   platform::TypeDescription type;
   type.kind = static_cast<platform::TypeKind>(kind);
   type.guid = Guid(record.U32(0x2C, kRecord));
-  if (type.guid == FormatGuid({})) type.guid.clear();
   type.flags = Low(record.U32(0x30, kRecord));
   type.name = Name(record.U32(0x34, kRecord));
   type.majorVersion = Low(version);
@@ -104,7 +103,7 @@ platform::TypeDescription MsftTypeLib::Type(const ByteView& record) const {
   return type;
 }
 
-ByteView MsftTypeLib::Segment(unsigned index, const char* what) const {
+ByteView MsftTypeLib::Segment(unsigned index, PartName what) const {
   const std::uint64_t entry = m_directory + index * kSegmentEntrySize;
   const std::uint32_t offset = m_bytes.U32(entry, kDirectory);
   const std::uint32_t length = m_bytes.U32(entry + 4, kDirectory);

@@ -20,7 +20,7 @@ class MsftTypeLib final : public TypeLib {
   std::vector<platform::TypeDescription> Types() const override;
 
  private:
-  ByteView Segment(unsigned index, const char* what) const;
+  ByteView Segment(unsigned index, PartName what) const;
   platform::TypeDescription Type(const ByteView& record) const;
 
   // Each takes the offset in the GUID, name or string table; kNone gives an empty text.

@@ -147,7 +147,7 @@ bool PeImage::IsTypeLibName(std::uint32_t id) const {
   return true;
 }
 
-std::uint64_t PeImage::FileOffset(std::uint32_t address, const char* what) const {
+std::uint64_t PeImage::FileOffset(std::uint32_t address, PartName what) const {
   for (std::uint32_t i = 0; i < m_sectionCount; ++i) {
     const std::uint64_t section = m_sections + i * kSectionSize;
     const std::uint32_t size = m_file.U32(section + 8, kSectionTable);
@@ -160,7 +160,7 @@ std::uint64_t PeImage::FileOffset(std::uint32_t address, const char* what) const
     return std::uint64_t{m_sectorAligned ? raw & ~0x1FFu : raw} + (address - start);
   }
   if (address < m_headersSize) return address;
-  m_file.FailAt(m_sections, std::string("is damaged: ") + what + " lies in no section of the table");
+  m_file.FailAt(m_sections, std::string("is damaged: ") + what.Text() + " lies in no section of the table");
 }
 
 }  // namespace hearthmake::typelib

@@ -42,7 +42,7 @@ class PeImage {
   bool IsTypeLibName(std::uint32_t id) const;
 
   // Where in the file the image's address lies.
-  std::uint64_t FileOffset(std::uint32_t address, const char* what) const;
+  std::uint64_t FileOffset(std::uint32_t address, PartName what) const;
 
   ByteView m_file;
   std::uint64_t m_sections = 0;  // offset of the section table

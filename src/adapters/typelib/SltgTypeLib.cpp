@@ -24,6 +24,10 @@ constexpr std::uint16_t kNone = 0xFFFF;
 constexpr std::uint16_t kDual = 0x40;       // of TYPEFLAGS
 constexpr std::uint16_t kHasDiskImage = 8;  // of LIBFLAGS; what was loaded from a file has it
 
+// The field holds the language in which names are compared. It is the library's own only when it is a
+// language without a country; else the library is for all.
+std::uint32_t LibraryLocale(std::uint16_t language) { return language >> 10 == 0 ? language : 0u; }
+
 // A text's length stands before it; kNone is no text.
 std::string ReadText(ByteCursor& cursor) {
   const std::uint16_t length = cursor.U16();
@@ -56,7 +60,7 @@ std::vector<platform::TypeDescription> SltgTypeLib::Types() const {
   for (std::size_t i = 0; i < m_list.size(); ++i) {
     platform::TypeDescription type;
     type.name = Name(m_list[i].name);
-    type.guid = m_list[i].guid == FormatGuid({}) ? std::string() : m_list[i].guid;
+    type.guid = m_list[i].guid;
     type.helpString = DecodeText(words.Unpack(m_list[i].packedHelp));
     ReadTypeHeader(m_typeBlocks[i], type);
     types.Add(std::move(type));
@@ -95,7 +99,7 @@ std::uint64_t SltgTypeLib::ReadHeading() {
   m_info.helpString = DecodeText(ReadText(cursor));
   SkipText(cursor);  // help file
   cursor.Skip(6);    // help context, system
-  m_info.locale = cursor.U16();
+  m_info.locale = LibraryLocale(cursor.U16());
   cursor.Skip(4);
   m_info.flags = cursor.U16() | kHasDiskImage;
   m_info.majorVersion = cursor.U16();

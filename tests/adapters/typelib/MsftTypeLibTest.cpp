@@ -114,7 +114,7 @@ TEST(MsftTypeLib, ListsTypesInLibraryOrder) {
       {TypeKind::Alias, "", "Handle", "", 0, 0, 0},
       {TypeKind::Module, "{5A6D3E10-0B1C-4F5E-9A7B-1C2D3E4F5A63}", "Functions", "Functions", 0, 0, 0},
       {TypeKind::Interface, "{5A6D3E10-0B1C-4F5E-9A7B-1C2D3E4F5A64}", "Drawable", "Draws", 0x10, 1, 2},
-      {TypeKind::Dispatch, "{5A6D3E10-0B1C-4F5E-9A7B-1C2D3E4F5A65}", "_Circle", "A circle's members", 0x11C0,
+      {TypeKind::Dispatch, "{5A6D3E10-0B1C-4F5E-9A7B-1C2D3E4F5A65}", "_Circle", "A circle's members", 0x10C0,
        0, 0},
       {TypeKind::Dispatch, "{5A6D3E10-0B1C-4F5E-9A7B-1C2D3E4F5A66}", "__Circle", "What happens to a circle",
        0x1000, 0, 0},

@@ -80,7 +80,7 @@ void ExpectShapes(const std::string& bytes) {
   EXPECT_EQ(info.guid, "{5A6D3E10-0B1C-4F5E-9A7B-010203040506}");
   EXPECT_EQ(info.majorVersion, 1);
   EXPECT_EQ(info.minorVersion, 5);
-  EXPECT_EQ(info.locale, 0x409u);
+  EXPECT_EQ(info.locale, 0u);  // English of the United States is the language of comparison
   EXPECT_EQ(info.flags, 2 | 8);
   EXPECT_EQ(info.name, "OldShapes");
   EXPECT_EQ(info.helpString, "Old shapes to draw");
@@ -122,6 +122,12 @@ TEST(SltgTypeLib, ReadsNamesBehindTheLongHeading) {
   TypeLibSltgWriter writer = Shapes();
   writer.longNameHeading = true;
   ExpectShapes(writer.Write());
+}
+
+TEST(SltgTypeLib, TakesALanguageWithoutCountryAsTheLibrarysOwn) {
+  TypeLibSltgWriter writer = Shapes();
+  writer.locale = 0x07;
+  EXPECT_EQ(Info(writer.Write()).locale, 7u);
 }
 
 TEST(SltgTypeLib, ReadsALibraryWithoutTypesAndTexts) {

@@ -31,6 +31,27 @@ TEST(TypeList, KeepsTheOrder) {
   EXPECT_EQ(types[1].name, "a");
 }
 
+TEST(TypeList, ShowsTypesAsWindowsDoes) {
+  test::TypeLibFakeFiles files;
+  files.Put("f", "");
+  const auto file = files.Open("f");
+  PagedFile pages(*file, "f");
+  TypeList list{ByteView(pages)};
+  platform::TypeDescription type;
+  type.guid = "{00000000-0000-0000-0000-000000000000}";
+  type.flags = 0x1140;
+  type.kind = platform::TypeKind::Interface;
+  list.Add(type);
+  type.guid = "{00020400-0000-0000-C000-000000000046}";
+  type.kind = platform::TypeKind::Dispatch;
+  list.Add(type);
+  const auto types = list.Take();
+  EXPECT_EQ(types.at(0).guid, "");
+  EXPECT_EQ(types.at(0).flags, 0x1140);
+  EXPECT_EQ(types.at(1).guid, "{00020400-0000-0000-C000-000000000046}");
+  EXPECT_EQ(types.at(1).flags, 0x1040);
+}
+
 TEST(TypeList, RefusesMoreTextThanALibraryCanHave) {
   test::TypeLibFakeFiles files;
   files.Put("f", "");
