@@ -81,7 +81,9 @@ FolderListings::Version FolderListings::VersionOf(const struct stat& status) {
 
 bool FolderListings::IsSettled(const Version& version, const timespec& now) {
   const bool coarse = version.modified % kSecond == 0 && version.changed % kSecond == 0;
-  const std::int64_t latest = std::max(version.modified, version.changed);
+  // A time of modification can be set to any day, one that is yet to come included; the other can't.
+  const bool plausible = version.modified <= Nanoseconds(now);
+  const std::int64_t latest = plausible ? std::max(version.modified, version.changed) : version.changed;
   return Nanoseconds(now) - latest > (coarse ? kCoarseGranule : kFineGranule);
 }
 
