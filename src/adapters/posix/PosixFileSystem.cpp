@@ -391,7 +391,7 @@ std::vector<FolderEntry> PosixFileSystem::List(std::string_view folder) {
   while (const dirent* entry = readdir(stream.get())) {
     const std::string_view name = entry->d_name;
     if (name != "." && name != ".." && name.find('\\') == std::string_view::npos) {
-      entries.push_back({FileNameToUtf8(name), IsFolderEntry(stream.get(), *entry)});
+      entries.push_back({FileNameToUtf8(name), IsFolderEntry(stream.get(), *entry), entry->d_type == DT_LNK});
     }
     errno = 0;
   }
