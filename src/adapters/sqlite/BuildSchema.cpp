@@ -102,7 +102,7 @@ const std::vector<Table>& Tables() {
         {"RemoveUnusedControlInfo", kText},
         {"ThreadingModel", kText},
         {"NoControlUpgrade", kText}},
-       {"idBuild", "MTSPackage"}},
+       {"idBuild"}},
       {"References", {{"idReferencing", kLong}, {"idReferenced", kLong}}, {"idReferencing", "idReferenced"}},
       {"ExternalReferences",
        {{"TypeLibGUID", kText},
