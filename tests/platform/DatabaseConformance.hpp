@@ -165,6 +165,20 @@ TEST_P(DatabaseConformance, AcceptsBracketedNames) {
   EXPECT_EQ(rows->GetLong("idReferenced"), 2);
 }
 
+TEST_P(DatabaseConformance, UnderstandsConditionsAndOrder) {
+  for (const char* name : {"a", "b", "c", "d"}) AddBuild(name);
+  m_database->Execute(
+      "UPDATE Build SET StartDllBaseAddress = -1 * (2 + 3) WHERE Name IN ('b', 'c') AND NOT Name = 'c'");
+  EXPECT_EQ(Open("SELECT * FROM Build WHERE StartDllBaseAddress IS NOT NULL")->GetText("Name"), "b");
+  EXPECT_EQ(Open("SELECT * FROM Build WHERE StartDllBaseAddress = -5")->GetText("Name"), "b");
+  EXPECT_EQ(Open("SELECT Name FROM Build ORDER BY Name DESC")->GetText("Name"), "d");
+  EXPECT_EQ(Count("Build WHERE Name BETWEEN 'b' AND 'd' OR (Name <> 'a' AND Name < 'b')"), 3);
+  EXPECT_EQ(Open("SELECT MAX(Name) AS Last, MIN(Name) FROM Build")->GetText("last"), "d");
+  EXPECT_EQ(Open("SELECT MAX(Name) AS Last, MIN(Name) FROM Build")->GetText("Expr1001"), "a");
+  m_database->Execute("DELETE * FROM Build WHERE Name >= 'c'");
+  EXPECT_EQ(Count("Build"), 2);
+}
+
 TEST_P(DatabaseConformance, EndsAStatementAtASemicolon) {
   m_database->Execute("INSERT INTO Build(Name) VALUES ('a');");
   m_database->Execute("INSERT INTO Build(Name) VALUES ('b') ; \r\n\t ");

@@ -334,6 +334,28 @@ TEST_F(SqliteWorkspaceTest, GivesKeysOnRequest) {
   EXPECT_EQ(ErrorOf([&] { existing->SetLong("Id", 7); }), 3164);
 }
 
+TEST_F(SqliteWorkspaceTest, ReadsViewsButDoesNotEditThem) {
+  RawSql(m_path, "INSERT INTO Build(Name) VALUES ('a'); CREATE VIEW Names AS SELECT Name FROM Build");
+  const auto database = m_workspace.OpenDatabase(m_path);
+  const auto rows = database->OpenRecordset("SELECT * FROM Names WHERE name = 'A'", RecordsetType::Dynaset);
+  EXPECT_EQ(rows->GetText("Name"), "a");
+  EXPECT_EQ(ErrorOf([&] { rows->Edit(); }), 3027);
+}
+
+TEST_F(SqliteWorkspaceTest, GivesKeysOfTablesWithoutACounter) {
+  RawSql(m_path,
+         "CREATE TABLE Plain (Id INTEGER PRIMARY KEY, Name TEXT UNIQUE); INSERT INTO Plain VALUES (7, 'a')");
+  const auto database = m_workspace.OpenDatabase(m_path);
+  const auto rows = database->OpenRecordset("SELECT * FROM plain", RecordsetType::Dynaset);
+  rows->AddNew();
+  EXPECT_EQ(rows->GetLong("Id"), 8);
+  rows->SetText("Name", "a");
+  EXPECT_EQ(ErrorOf([&] { rows->Update(); }), 3022);
+  rows->SetText("Name", "b");
+  rows->Update();
+  EXPECT_EQ(Count(*database, "Plain WHERE Id = 8 AND Name = 'b'"), 1);
+}
+
 TEST_F(SqliteWorkspaceTest, KeepsSqlAwayFromTheEngineItself) {
   const auto database = m_workspace.OpenDatabase(m_path);
   for (const char* table : {"sqlite_master", "sqlite_sequence", "pragma_table_list"}) {
