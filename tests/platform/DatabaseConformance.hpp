@@ -283,6 +283,12 @@ TEST_P(DatabaseConformance, ReadsNullAsEmpty) {
   EXPECT_FALSE(read->GetBoolean("Compile"));
 }
 
+TEST_P(DatabaseConformance, StoresNoWhereNullIsGivenForAYesNo) {
+  m_database->Execute("INSERT INTO Project(Name, Compile) VALUES ('a', NULL)");
+  EXPECT_FALSE(Open("SELECT * FROM Project")->IsNull("Compile"));
+  EXPECT_EQ(Count("Project WHERE Compile = False"), 1);
+}
+
 TEST_P(DatabaseConformance, KeepsLongTextsWhole) {
   std::string script(300000, 'x');
   script += "\r\nend";

@@ -356,6 +356,16 @@ TEST_F(SqliteWorkspaceTest, GivesKeysOfTablesWithoutACounter) {
   EXPECT_EQ(Count(*database, "Plain WHERE Id = 8 AND Name = 'b'"), 1);
 }
 
+TEST_F(SqliteWorkspaceTest, NumbersBrokenConstraintsAsDaoDoes) {
+  RawSql(m_path, "CREATE TABLE Strict (a INTEGER NOT NULL, b INTEGER UNIQUE, c INTEGER CHECK (c > 0))");
+  const auto database = m_workspace.OpenDatabase(m_path);
+  database->Execute("INSERT INTO Strict VALUES (1, 1, 1)");
+  EXPECT_EQ(ErrorOf([&] { database->Execute("INSERT INTO Strict VALUES (NULL, 2, 1)"); }), 3314);
+  EXPECT_EQ(ErrorOf([&] { database->Execute("INSERT INTO Strict VALUES (1, 1, 1)"); }), 3022);
+  EXPECT_EQ(ErrorOf([&] { database->Execute("UPDATE Strict SET c = 0"); }), 3317);
+  EXPECT_EQ(ErrorOf([&] { database->Execute("INSERT INTO Strict VALUES (1, 1)"); }), 3346);
+}
+
 TEST_F(SqliteWorkspaceTest, KeepsSqlAwayFromTheEngineItself) {
   const auto database = m_workspace.OpenDatabase(m_path);
   for (const char* table : {"sqlite_master", "sqlite_sequence", "pragma_table_list"}) {
