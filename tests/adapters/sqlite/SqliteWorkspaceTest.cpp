@@ -386,8 +386,12 @@ TEST_F(SqliteWorkspaceTest, ServesTwoProcessesAtOnce) {
       int failures = 0;
       try {
         SqliteWorkspace workspace(SamePath, std::chrono::seconds(30));
+        std::shared_ptr<Database> database;
         for (int i = 0; i < kRows; ++i) {
-          const auto database = workspace.OpenDatabase(m_path);
+          if (i % 25 == 0) {
+            database.reset();
+            database = workspace.OpenDatabase(m_path);
+          }
           const auto rows =
               database->OpenRecordset("SELECT * FROM Build WHERE id = 0", RecordsetType::Dynaset);
           rows->AddNew();
