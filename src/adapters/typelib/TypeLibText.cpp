@@ -1,6 +1,6 @@
 #include "adapters/typelib/TypeLibText.hpp"
 
-#include <cstdio>
+#include <cstddef>
 
 namespace hearthmake::typelib {
 
@@ -28,13 +28,19 @@ void AppendUtf8(std::string& text, char16_t codePoint) {
 
 }  // namespace
 
-std::string FormatGuid(const GuidBytes& g) {
-  std::array<char, 39> text{};
+std::string FormatGuid(const GuidBytes& guid) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
   // The first three groups are little-endian numbers, the rest are bytes in their order.
-  std::snprintf(text.data(), text.size(),
-                "{%02X%02X%02X%02X-%02X%02X-%02X%02X-%02X%02X-%02X%02X%02X%02X%02X%02X}", g[3], g[2], g[1],
-                g[0], g[5], g[4], g[7], g[6], g[8], g[9], g[10], g[11], g[12], g[13], g[14], g[15]);
-  return text.data();
+  constexpr std::array<unsigned, 16> kOrder = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
+  std::string text = "{";
+  text.reserve(kNullGuid.size());
+  for (std::size_t i = 0; i < kOrder.size(); ++i) {
+    if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
+    text += kDigits[guid[kOrder[i]] >> 4];
+    text += kDigits[guid[kOrder[i]] & 0xF];
+  }
+  text += '}';
+  return text;
 }
 
 std::string DecodeText(std::string_view bytes) {
