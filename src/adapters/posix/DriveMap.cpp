@@ -1,6 +1,5 @@
 #include "adapters/posix/DriveMap.hpp"
 
-#include <dirent.h>
 #include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -33,7 +32,7 @@ int DriveIndex(char letter) {
 
 bool IsSlash(char c) { return c == '\\' || c == '/'; }
 
-// Takes the next name off the front of a path in which IsSeparator separates; "" at the end.
+// Takes the next name off the front of a path; "" at the end.
 template <class Separator>
 std::string_view TakeName(std::string_view& path, Separator isSeparator) {
   while (!path.empty() && isSeparator(path.front())) path.remove_prefix(1);
@@ -108,10 +107,10 @@ bool IsThere(const std::string& path) {
 // but looked into, and those that don't list all they hold.
 std::optional<std::string> FindName(FolderListings& listings, const std::string& folder,
                                     const struct stat& status, std::string_view name) {
-  if (auto found = listings.Find(folder, status, name)) return found;
+  if (auto found = listings.Find(SystemPath(folder), status, name)) return found;
   const std::string_view shorter = WithoutTrailingDots(name);
   if (shorter.size() != name.size()) {
-    if (auto found = listings.Find(folder, status, shorter)) return found;
+    if (auto found = listings.Find(SystemPath(folder), status, shorter)) return found;
   }
   if (IsThere(folder + "/" + std::string(name))) return std::string(name);
   return std::nullopt;
@@ -120,13 +119,13 @@ std::optional<std::string> FindName(FolderListings& listings, const std::string&
 // The folder behind a drive's link in `dosdevices`. `../drive_c` is taken as it stands where it can be,
 // so that the drive matches paths that spell the prefix as the user does, links in it and all.
 std::string WineDriveFolder(const std::string& prefix, const std::string& device) {
-  const std::string link = prefix + "/dosdevices/" + device;
+  std::string link = prefix + "/dosdevices/" + device;
   std::error_code error;
-  const std::string target = std::filesystem::read_symlink(link, error).string();
+  std::string target = std::filesystem::read_symlink(link, error).string();
   if (error) return link;  // a folder in place of a link will do
   if (target.starts_with('/')) return target;
   if (target.starts_with("../")) {
-    const std::string plain = prefix + target.substr(2);
+    std::string plain = prefix + target.substr(2);
     if (WithLinksResolved(plain) == WithLinksResolved(link)) return plain;
   }
   return prefix + "/dosdevices/" + target;
@@ -192,15 +191,16 @@ DriveMap DriveMap::FromWinePrefix(std::string_view prefix) {
   const std::string root = AbsolutePosix(prefix);
   const std::string devices = root + "/dosdevices";
   std::error_code error;
-  const std::filesystem::directory_iterator entries(devices, error);
+  std::filesystem::directory_iterator entry(devices, error);
   if (error) {
     automation::Raise(RuntimeError::PathNotFound, kSource,
                       devices + " (not a Wine prefix; run wineboot to make one)");
   }
   DriveMap map;
   map.SetDrive('Z', "/");
-  for (const auto& entry : entries) {
-    const std::string name = entry.path().filename().string();
+  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+    // `d::` is a device and `com1` a port; only a letter with one colon is a drive.
+    const std::string name = entry->path().filename().string();
     if (name.size() != 2 || name[1] != ':' || DriveIndex(name[0]) < 0) continue;
     map.SetDrive(name[0], WineDriveFolder(root, name));
   }

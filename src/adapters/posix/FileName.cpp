@@ -131,6 +131,15 @@ std::uint32_t FoldedHash(std::string_view name) {
 }
 
 bool FoldedEqual(std::string_view left, std::string_view right) {
+  // Most names differ in their first characters, and those are ASCII whatever the rest is.
+  while (!left.empty() && !right.empty()) {
+    const auto leftByte = static_cast<unsigned char>(left.front());
+    const auto rightByte = static_cast<unsigned char>(right.front());
+    if (leftByte >= 0x80 || rightByte >= 0x80) break;
+    if (FoldAscii(leftByte) != FoldAscii(rightByte)) return false;
+    left.remove_prefix(1);
+    right.remove_prefix(1);
+  }
   FoldedReader leftReader(left);
   FoldedReader rightReader(right);
   while (!leftReader.AtEnd() && !rightReader.AtEnd()) {

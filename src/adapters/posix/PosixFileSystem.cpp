@@ -364,6 +364,8 @@ void PosixFileSystem::CreateFolders(std::string_view path) {
     if (!isThere && mkdir(part.c_str(), kNewFolderMode) != 0 && errno != EEXIST) RaiseErrno(errno, path);
     if (end == std::string::npos) break;
   }
+  // A link to nothing takes the name without being a folder.
+  if (!FolderExists(path)) RaiseFileFailure(RuntimeError::PathFileAccess, path);
 }
 
 void PosixFileSystem::RemoveFolder(std::string_view path) {
@@ -405,7 +407,7 @@ std::string PosixFileSystem::Locate(std::string_view path) const {
 
 // The new name beside what is there: for a mere change of case the name as it is spelled.
 std::string PosixFileSystem::RenameTarget(std::string_view to, const std::string& source) const {
-  const std::string target = Locate(to);
+  std::string target = Locate(to);
   if (target != source) return target;
   const std::string spelled = m_drives->ToPosixAsSpelled(to).value_or(target);
   return target.substr(0, target.rfind('/') + 1).append(WithoutTrailingDots(LastName(spelled)));

@@ -49,7 +49,9 @@ void ReplacementFile::InheritFrom(const struct stat& old) {
     // Only root may give a file away; a member of the folder's group writes under their own name.
     [[maybe_unused]] const int ignored = fchown(m_file.Get(), old.st_uid, old.st_gid);
   }
-  if (fchmod(m_file.Get(), old.st_mode & 07777U) != 0) Fail(errno);
+  // FAT and some network file systems have no permissions to give.
+  const bool failed = fchmod(m_file.Get(), old.st_mode & 07777U) != 0;
+  if (failed && errno != EPERM && errno != EOPNOTSUPP) Fail(errno);
 }
 
 void ReplacementFile::SetModified(const timespec& time) {

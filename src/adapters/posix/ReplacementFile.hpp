@@ -19,7 +19,7 @@ class ReplacementFile {
   ReplacementFile& operator=(const ReplacementFile&) = delete;
   ~ReplacementFile();
 
-  // Gives the new file the permissions of the old one, and its owner where the system lets us.
+  // Gives the new file the permissions and the owner of the old one, where the system lets us.
   void InheritFrom(const struct stat& old);
   void SetModified(const timespec& time);
   void Write(std::string_view bytes);

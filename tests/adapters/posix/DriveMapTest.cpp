@@ -139,6 +139,12 @@ TEST_F(DriveMapTest, MatchesNamesWithoutRegardToCase) {
   EXPECT_EQ(ToPosix("D:/quell texte//.\\ÜBUNG É/"), m_folder.Path("Quell Texte/Übung é"));
 }
 
+TEST(DriveMap, MatchesNamesInTheRootFolder) {
+  const DriveMap map = DriveMap::BuiltIn("/data");
+  EXPECT_EQ(map.ToPosix("Z:\\USR\\Bin"), "/usr/bin");
+  EXPECT_EQ(map.ToPosix("Z:\\USR."), "/usr");
+}
+
 TEST_F(DriveMapTest, TakesTheExactSpellingFirst) {
   m_folder.MakeFile("Lib/one.txt");
   m_folder.MakeFile("LIB/two.txt");
