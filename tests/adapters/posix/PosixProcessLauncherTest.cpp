@@ -181,7 +181,8 @@ TEST_F(PosixProcessLauncherTest, GivesTheChildDefaultSignalsAndAGroupOfItsOwn) {
   pthread_sigmask(SIG_SETMASK, &old, nullptr);
   ::signal(SIGPIPE, oldPipe);
   ::signal(SIGINT, oldInterrupt);
-  EXPECT_THAT(Content(), HasSubstr("SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n"));
+  // The two signals that the C library keeps for itself (32 and 33) do not count.
+  EXPECT_THAT(Content(), ::testing::ContainsRegex("SigBlk:\t0{16}\nSigIgn:\t0000000[01][08]0000000\n"));
 }
 
 TEST_F(PosixProcessLauncherTest, ComesBackFromAWaitWhenASignalComesIn) {

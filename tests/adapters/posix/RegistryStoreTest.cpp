@@ -9,21 +9,7 @@
 
 #include "adapters/posix/TextEncoding.hpp"
 #include "automation/Error.hpp"
-#include "platform/RegistryConformance.hpp"
 #include "support/PosixFolder.hpp"
-
-namespace hearthmake::platform {
-
-RegistryPlayground MakeStorePlayground() {
-  auto folder = std::make_shared<support::PosixFolder>();
-  const std::string path = folder->Path("data/registry.reg");
-  return {std::make_shared<posix::RegistryStore>(path),
-          [path] { return std::make_shared<posix::RegistryStore>(path); }, folder};
-}
-
-INSTANTIATE_TEST_SUITE_P(Text, RegistryConformance, ::testing::Values(MakeStorePlayground));
-
-}  // namespace hearthmake::platform
 
 namespace hearthmake::posix {
 namespace {

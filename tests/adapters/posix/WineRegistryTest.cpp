@@ -11,7 +11,6 @@
 #include <filesystem>
 
 #include "automation/Error.hpp"
-#include "platform/RegistryConformance.hpp"
 #include "support/PosixFolder.hpp"
 
 namespace hearthmake::posix {
@@ -34,28 +33,6 @@ void MakePrefix(const PosixFolder& folder, const std::string& arch, const std::s
   folder.MakeFile("prefix/user.reg", Hive("\\\\User\\\\S-1-5-21-0-0-0-1000", arch, userKeys));
   folder.MakeFile("prefix/userdef.reg", Hive("\\\\User\\\\.Default", arch));
 }
-
-platform::RegistryPlayground MakePlayground(const std::string& arch) {
-  auto folder = std::make_shared<PosixFolder>();
-  MakePrefix(*folder, arch);
-  const auto open = [prefix = folder->Path("prefix"), servers = folder->Path("servers")] {
-    return std::make_shared<WineRegistry>(prefix, servers);
-  };
-  return {open(), open, folder};
-}
-
-}  // namespace
-}  // namespace hearthmake::posix
-
-namespace hearthmake::platform {
-INSTANTIATE_TEST_SUITE_P(Wine32, RegistryConformance,
-                         ::testing::Values([] { return posix::MakePlayground("win32"); }));
-INSTANTIATE_TEST_SUITE_P(Wine64, RegistryConformance,
-                         ::testing::Values([] { return posix::MakePlayground("win64"); }));
-}  // namespace hearthmake::platform
-
-namespace hearthmake::posix {
-namespace {
 
 class WineRegistryTest : public ::testing::Test {
  protected:
