@@ -24,7 +24,7 @@ constexpr std::string_view kClasses = "\\Software\\Classes\\";
 // So many outdated records are not worth a thought.
 constexpr std::size_t kSlack = 1000;
 
-std::string FileStart() { return RegText::Header() + std::string(kMark) + "\n"; }
+std::string FileStart() { return RegText::Header() + std::string(kMark); }
 
 std::string FullPath(RegistryRoot root, std::string_view separator, std::string_view key) {
   std::string path(RegText::RootName(root));
@@ -265,9 +265,9 @@ std::string RegistryStore::PrintAll() {
     // A key with others below it is made with them.
     const bool isRoot = path.find('\\') == std::string::npos;
     if (!key->content.empty() || (key->children.empty() && !isRoot)) {
+      text += '\n';
       RegText::AppendKey(text, path);
       for (const auto& [folded, value] : key->content) RegText::AppendValue(text, value.name, value.value);
-      text += '\n';
     }
     for (auto child = key->children.rbegin(); child != key->children.rend(); ++child)
       pending.emplace_back(path.empty() ? child->second->name : path + '\\' + child->second->name,

@@ -273,7 +273,10 @@ bool WineHive::Set(std::string_view key, std::string_view name, const RegistryVa
   std::string text(m_sections[section]);
   if (!text.ends_with('\n')) text += '\n';
   const std::size_t contentEnd = text.find('\n', text.find_last_not_of("\r\n")) + 1;
-  text.insert(contentEnd, PrintValue(name, value));
+  std::string line = PrintValue(name, value);
+  // A damaged last line that says it goes on would swallow the new one.
+  if (text[contentEnd - 2] == '\\' || text.compare(contentEnd - 3, 2, "\\\r") == 0) line.insert(0, 1, '\n');
+  text.insert(contentEnd, line);
   ReplaceText(section, std::move(text));
   return true;
 }
