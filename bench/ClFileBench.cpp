@@ -10,7 +10,8 @@ namespace {
 
 std::string ProjectText() {
   std::string text = "Type=OleDll\r\n";
-  for (int i = 0; i < 60; ++i) text += "Class=Class" + std::to_string(i) + "; Class" + std::to_string(i) + ".cls\r\n";
+  for (int i = 0; i < 60; ++i)
+    text += "Class=Class" + std::to_string(i) + "; Class" + std::to_string(i) + ".cls\r\n";
   for (const SettingInfo& info : AllSettings()) text += std::string(info.marker) + "\"1\"\r\n";
   return text + "\r\n[MS Transaction Server]\r\nAutoRefresh=1\r\n";
 }

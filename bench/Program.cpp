@@ -45,7 +45,9 @@ pid_t Spawn(const std::vector<std::string>& arguments, char* const* environment,
   return child;
 }
 
-double SecondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+double SecondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
 
 }  // namespace
 
