@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Clock.hpp"
+
+namespace hearthmake::posix {
+
+// The system's clock in the system's time zone.
+class PosixClock : public platform::Clock {
+ public:
+  double Now() override;
+  void Sleep(std::chrono::milliseconds duration) override;
+};
+
+}  // namespace hearthmake::posix
