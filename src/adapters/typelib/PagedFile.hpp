@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "platform/FileSystem.hpp"
+
+namespace hearthmake::typelib {
+
+// An open file, read a page at a time: the headers and tables of an image are many small fields in few
+// places, and this turns a read per field into a read per place.
+class PagedFile {
+ public:
+  // The file must outlive this object. Errors name it by the path.
+  PagedFile(platform::RandomAccessFile& file, std::string path);
+
+  const std::string& Path() const { return m_path; }
+  std::uint64_t Size() const { return m_size; }
+
+  // Copies count bytes from offset; the caller has made sure that they lie inside Size(). A file that has
+  // become shorter meanwhile raises error 45, source "TypeLibReader".
+  void Read(std::uint64_t offset, void* buffer, std::size_t count);
+
+ private:
+  static constexpr std::size_t kPageSize = 4096;
+  static constexpr std::size_t kPages = 8;
+  static constexpr std::uint64_t kNoPage = UINT64_MAX;
+
+  struct Page {
+    std::uint64_t number = kNoPage;
+    std::array<std::uint8_t, kPageSize> bytes;  // left as it is: clearing would cost as much as reading
+  };
+
+  const Page& Load(std::uint64_t number);
+  void ReadFile(std::uint64_t offset, void* buffer, std::size_t count);
+
+  platform::RandomAccessFile& m_file;
+  std::string m_path;
+  std::uint64_t m_size;
+  std::array<Page, kPages> m_pages;
+  std::size_t m_latest = 0;
+  std::size_t m_next = 0;
+};
+
+}  // namespace hearthmake::typelib
