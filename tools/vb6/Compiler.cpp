@@ -216,6 +216,8 @@ void Compiler::WriteImage(const Job& job, const PublicInterface& library) const 
   image.resources.push_back({"", kVersionType, 1, VersionResource(job.project, job.exeName)});
   std::string bytes = PeWriter::Write(image);
   if (job.project.IsActiveX()) bytes = WithListing(std::move(bytes), library);
+  // Replace leaves a file alone that has these bytes already; a compiled binary is a new one.
+  if (m_files.FileExists(job.target)) m_files.Remove(job.target);
   m_files.Replace(job.target, bytes);
 }
 

@@ -66,6 +66,8 @@ TEST(MsftWriter, HashesNamesAsWindowsDoes) {
   EXPECT_EQ(MsftWriter::NameHash("_Money"), 0xEBB8);
   EXPECT_EQ(MsftWriter::NameHash("NewEnum"), 0x6ACC);
   EXPECT_EQ(MsftWriter::NameHash("ORDER"), MsftWriter::NameHash("order"));
+  EXPECT_EQ(MsftWriter::NameHash("Stra\xDF\x45"), MsftWriter::NameHash("stra\xDF\x65"));
+  EXPECT_EQ(MsftWriter::NameHash("\xE9\xF1\xFC"), MsftWriter::NameHash("ENU"));
 }
 
 }  // namespace

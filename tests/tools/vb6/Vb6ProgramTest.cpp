@@ -179,6 +179,29 @@ TEST_F(Vb6Program, KeepsTheIdentityUnderBinaryCompatibility) {
   EXPECT_EQ(Version(), "1.1");
 }
 
+TEST_F(Vb6Program, WritesTheBinaryAnewEvenWhenNothingChanged) {
+  WriteProject("CompatibleMode=\"2\"\nCompatibleEXE32=\"..\\bin\\Lib.dll\"\n");
+  WriteClass("");
+  ASSERT_EQ(Compile(), kSucceeded);
+  const std::string bytes = m_sandbox.Read("C:\\bin\\Lib.dll");
+  const auto before = m_sandbox.Files().Stamp("C:\\bin\\Lib.dll").modified;
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  ASSERT_EQ(Compile(), kSucceeded);
+  EXPECT_EQ(m_sandbox.Read("C:\\bin\\Lib.dll"), bytes);
+  EXPECT_GT(m_sandbox.Files().Stamp("C:\\bin\\Lib.dll").modified, before);
+}
+
+TEST_F(Vb6Program, LeavesAReadOnlyBinaryAlone) {
+  WriteProject();
+  WriteClass("");
+  ASSERT_EQ(Compile(), kSucceeded);
+  const std::string bytes = m_sandbox.Read("C:\\bin\\Lib.dll");
+  m_sandbox.Files().SetAttributes("C:\\bin\\Lib.dll", platform::kReadOnly);
+  EXPECT_NE(Compile().find("Error in project 'Lib': Path/File access error"), std::string::npos);
+  EXPECT_EQ(m_sandbox.Last().exitCode, 1);
+  EXPECT_EQ(m_sandbox.Read("C:\\bin\\Lib.dll"), bytes);
+}
+
 TEST_F(Vb6Program, MakesANewIdentityWithoutCompatibility) {
   WriteProject("CompatibleMode=\"0\"\nCompatibleEXE32=\"..\\bin\\Lib.dll\"\n");
   WriteClass("");
