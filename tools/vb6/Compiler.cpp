@@ -87,7 +87,7 @@ std::string Compiler::Run(Job& job, const std::string& outFolder) {
   }
   if (!m_files.FolderExists(job.outFolder))
     return ProjectError(job.name, "Path not found: '" + job.outFolder + "'");
-  WriteImage(job, library);
+  WriteBinary(job, library);
   CountRevision(job);
   return {};
 }
@@ -207,18 +207,28 @@ EarlierLibrary Compiler::ReadForeignLibrary(const std::string& path) const {
   return earlier;
 }
 
-void Compiler::WriteImage(const Job& job, const PublicInterface& library) const {
+void Compiler::WriteBinary(const Job& job, const PublicInterface& library) const {
   constexpr std::uint16_t kVersionType = 16;
   PeImage image;
   image.isLibrary = job.project.IsInProcess();
   image.baseAddress = BaseAddress(job.project);
-  if (job.project.IsActiveX()) image.resources.push_back({"TYPELIB", 0, 1, MsftWriter::Write(library)});
-  image.resources.push_back({"", kVersionType, 1, VersionResource(job.project, job.exeName)});
-  std::string bytes = PeWriter::Write(image);
-  if (job.project.IsActiveX()) bytes = WithListing(std::move(bytes), library);
-  // Replace leaves a file alone that has these bytes already; a compiled binary is a new one.
-  if (m_files.FileExists(job.target)) m_files.Remove(job.target);
-  m_files.Replace(job.target, bytes);
+  const PeResource version = {"", kVersionType, 1, VersionResource(job.project, job.exeName)};
+  if (!job.project.IsActiveX()) {
+    image.resources = {version};
+    return WriteAnew(job.target, PeWriter::Write(image));
+  }
+  const std::string typeLibrary = MsftWriter::Write(library);
+  image.resources = {{"TYPELIB", 0, 1, typeLibrary}, version};
+  WriteAnew(job.target, WithListing(PeWriter::Write(image), library));
+  if (job.project.Number("ServerSupportFiles") == 1) {
+    WriteAnew(JoinPath(job.outFolder, std::string(BaseNameOf(job.exeName)) + ".tlb"), typeLibrary);
+  }
+}
+
+// Replace leaves a file alone that has these bytes already; what a compiler writes is new.
+void Compiler::WriteAnew(const std::string& path, const std::string& bytes) const {
+  if (m_files.FileExists(path)) m_files.Remove(path);
+  m_files.Replace(path, bytes);
 }
 
 // Like the development environment, which leaves the number as it is when it can't write it.

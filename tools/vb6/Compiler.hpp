@@ -51,7 +51,8 @@ class Compiler {
   std::string Identify(const Job& job, PublicInterface& library) const;
   std::optional<EarlierLibrary> ReadEarlier(const std::string& path, std::string& problem) const;
   EarlierLibrary ReadForeignLibrary(const std::string& path) const;
-  void WriteImage(const Job& job, const PublicInterface& library) const;
+  void WriteBinary(const Job& job, const PublicInterface& library) const;
+  void WriteAnew(const std::string& path, const std::string& bytes) const;
   void CountRevision(const Job& job) const;
 
   platform::FileSystem& m_files;

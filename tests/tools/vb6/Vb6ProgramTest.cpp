@@ -225,6 +225,13 @@ TEST_F(Vb6Program, RefusesACompatibleBinaryThatItCantRead) {
   EXPECT_EQ(log.find("compatibility"), std::string::npos) << "a build would take it for a broken interface";
 }
 
+TEST_F(Vb6Program, WritesTheTypeLibraryForRemoteServers) {
+  WriteProject("ServerSupportFiles=1\n");
+  WriteClass("");
+  ASSERT_EQ(Compile(), kSucceeded);
+  EXPECT_EQ(m_sandbox.Library("C:\\bin\\Lib.tlb").guid, Library().guid);
+}
+
 TEST_F(Vb6Program, CountsTheRevision) {
   m_sandbox.Write("C:\\src\\Lib.vbp",
                   "Type=Exe\nName=\"Lib\"\nPath32=\"..\\bin\"\nRevisionVer=9\nAutoIncrementVer=1\n");
