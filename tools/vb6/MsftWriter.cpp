@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "automation/Utf.hpp"
 #include "vb6/Text.hpp"
-#include "vb6/Windows1252.hpp"
 
 namespace hearthmake::vb6 {
 namespace {
@@ -110,7 +110,7 @@ MsftWriter::MsftWriter() {
 std::string MsftWriter::Run(const PublicInterface& library) {
   constexpr std::uint32_t kLibraryOwner = 0xFFFFFFFE;
   const std::uint32_t guid = AddGuid(library.id, kLibraryOwner);
-  const std::uint32_t name = AddName(ToWindows1252(library.name), kNone);
+  const std::uint32_t name = AddName(automation::Utf8ToWindows1252(library.name), kNone);
   const std::uint32_t help = AddString(library.help);
   ImportDispatch();
   for (const PublicClass& c : library.classes) AddClass(c);
@@ -202,7 +202,7 @@ MsftWriter::Type MsftWriter::AddType(const TypeEntry& entry, const Functions& fu
   for (int i = 0; i < 4; ++i) m_types.U32(0);
   m_types.U32(AddGuid(*entry.guid, type.offset));
   m_types.U32(entry.flags);
-  m_types.U32(AddTypeName(ToWindows1252(entry.name), type.offset));
+  m_types.U32(AddTypeName(automation::Utf8ToWindows1252(entry.name), type.offset));
   m_types.U32(1);  // version 1.0
   m_types.U32(AddString(entry.help));
   m_types.U32(0);
@@ -234,7 +234,7 @@ MsftWriter::Functions MsftWriter::DescribeMembers(const std::vector<Member>& mem
 void MsftWriter::AddFunction(Functions& functions, const Member& member, std::uint32_t typeOffset,
                              bool dual) {
   const bool isPut = member.kind == MemberKind::Let || member.kind == MemberKind::Set;
-  const std::uint32_t name = AddName(ToWindows1252(member.name), typeOffset);
+  const std::uint32_t name = AddName(automation::Utf8ToWindows1252(member.name), typeOffset);
   ByteWriter arguments;
   std::uint32_t memory = kFunctionMemory;
   std::uint32_t optionalCount = 0;
@@ -280,7 +280,9 @@ std::uint32_t MsftWriter::AddParameter(ByteWriter& arguments, const Parameter& p
   std::uint32_t memory = 0;
   const bool byReference = parameter.byReference || parameter.type.array;
   arguments.U32(EncodeType(parameter.type, byReference, memory));
-  arguments.U32(named && !parameter.name.empty() ? AddName(ToWindows1252(parameter.name), kNone) : kNone);
+  arguments.U32(named && !parameter.name.empty()
+                    ? AddName(automation::Utf8ToWindows1252(parameter.name), kNone)
+                    : kNone);
   arguments.U32(kIn | (byReference ? kOut : 0) | (parameter.optional ? kOptional : 0));
   return memory;
 }
@@ -368,7 +370,7 @@ std::uint32_t MsftWriter::AddTypeName(std::string_view name, std::uint32_t owner
 std::uint32_t MsftWriter::AddString(std::string_view text) {
   constexpr std::size_t kShortest = 8;
   if (text.empty()) return kNone;
-  const std::string bytes = ToWindows1252(text).substr(0, UINT16_MAX);
+  const std::string bytes = automation::Utf8ToWindows1252(text).substr(0, UINT16_MAX);
   const std::uint32_t offset = m_strings.Offset();
   m_strings.U16(static_cast<std::uint32_t>(bytes.size()));
   m_strings.Raw(bytes);

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "automation/Error.hpp"
+#include "automation/Utf.hpp"
 #include "vb6/Text.hpp"
-#include "vb6/Windows1252.hpp"
 
 namespace hearthmake::vb6 {
 namespace {
@@ -59,7 +59,7 @@ std::string_view TakeRow(std::string_view& text) {
 }  // namespace
 
 ProjectFile ProjectFile::Parse(std::string_view bytes) {
-  const std::string decoded = ToUtf8(bytes);
+  const std::string decoded = automation::Windows1252ToUtf8(bytes);
   std::string_view text = decoded;
   ProjectFile project;
   for (unsigned line = 1; !text.empty(); ++line) {

@@ -3,11 +3,11 @@
 #include <utility>
 #include <vector>
 
+#include "automation/Utf.hpp"
 #include "vb6/CompileError.hpp"
 #include "vb6/Declarations.hpp"
 #include "vb6/Statements.hpp"
 #include "vb6/Text.hpp"
-#include "vb6/Windows1252.hpp"
 
 namespace hearthmake::vb6 {
 namespace {
@@ -230,7 +230,7 @@ class SourceReader {
 }  // namespace
 
 SourceFacts ReadSource(std::string_view bytes, ComponentKind kind, std::string_view expectedName) {
-  const std::string text = ToUtf8(bytes);
+  const std::string text = automation::Windows1252ToUtf8(bytes);
   const Header header(text, kind);
   SourceReader reader(kind);
   for (const Statement& statement : SplitStatements(header.Rest(), header.NextLine())) reader.Add(statement);

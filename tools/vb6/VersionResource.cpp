@@ -4,8 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "automation/Utf.hpp"
 #include "vb6/ByteWriter.hpp"
-#include "vb6/Windows1252.hpp"
 
 namespace hearthmake::vb6 {
 namespace {
@@ -14,7 +14,8 @@ constexpr std::uint32_t kText = 1;
 constexpr std::uint32_t kBinary = 0;
 
 void PutText(ByteWriter& out, std::string_view text) {
-  for (const char c : ToWindows1252(text)) out.U16(CharacterOf(static_cast<unsigned char>(c)));
+  for (const char c : automation::Utf8ToWindows1252(text))
+    out.U16(automation::Windows1252Character(static_cast<unsigned char>(c)));
   out.U16(0);
 }
 
@@ -36,7 +37,7 @@ void EndBlock(ByteWriter& out, std::size_t start) {
 
 void PutString(ByteWriter& out, std::string_view key, std::string_view value) {
   if (value.empty()) return;
-  const auto length = static_cast<std::uint32_t>(ToWindows1252(value).size() + 1);
+  const auto length = static_cast<std::uint32_t>(automation::Utf8ToWindows1252(value).size() + 1);
   const std::size_t block = BeginBlock(out, key, length, kText);
   PutText(out, value);
   EndBlock(out, block);

@@ -7,10 +7,10 @@
 #include "adapters/posix/PosixFileSystem.hpp"
 #include "adapters/typelib/TypeLibFileReader.hpp"
 #include "automation/Error.hpp"
+#include "automation/Utf.hpp"
 #include "vb6/CommandLine.hpp"
 #include "vb6/Compiler.hpp"
 #include "vb6/Controls.hpp"
-#include "vb6/Windows1252.hpp"
 
 namespace hearthmake::vb6 {
 namespace {
@@ -44,7 +44,7 @@ std::string ToDos(const posix::DriveMap& drives, const std::string& path) {
 void Report(platform::FileSystem& files, const std::string& log, const std::string& text) {
   if (!log.empty()) {
     try {
-      files.Replace(log, ToWindows1252(text));
+      files.Replace(log, automation::Utf8ToWindows1252(text));
       return;
     } catch (const automation::Error& error) {
       std::fprintf(stderr, "vb6: the log can't be written: %s\n", error.what());

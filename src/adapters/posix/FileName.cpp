@@ -1,21 +1,16 @@
 #include "adapters/posix/FileName.hpp"
 
 #include <algorithm>
-#include <array>
 #include <clocale>
 #include <cwctype>
+
+#include "automation/Utf.hpp"
 
 namespace hearthmake::posix {
 
 namespace {
 
 constexpr char32_t kInvalid = 0xFFFFFFFF;
-
-// Windows-1252 from 0x80 to 0x9F; the rest of it is Latin-1.
-constexpr std::array<char16_t, 32> kWindows1252 = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 bool IsAscii(std::string_view text) {
   return std::none_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
@@ -56,22 +51,8 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
-void AppendUtf8(std::string& text, char32_t character) {
-  if (character < 0x80) {
-    text += static_cast<char>(character);
-  } else if (character < 0x800) {
-    text += static_cast<char>(0xC0 | character >> 6);
-    text += static_cast<char>(0x80 | (character & 0x3F));
-  } else {
-    text += static_cast<char>(0xE0 | character >> 12);
-    text += static_cast<char>(0x80 | (character >> 6 & 0x3F));
-    text += static_cast<char>(0x80 | (character & 0x3F));
-  }
-}
-
 char32_t FromWindows1252(char byte) {
-  const auto value = static_cast<unsigned char>(byte);
-  return value >= 0x80 && value < 0xA0 ? kWindows1252[value - 0x80U] : value;
+  return automation::Windows1252Character(static_cast<unsigned char>(byte));
 }
 
 char32_t FoldAscii(char32_t character) {
@@ -151,7 +132,7 @@ bool FoldedEqual(std::string_view left, std::string_view right) {
 std::string FileNameToUtf8(std::string_view name) {
   if (IsUtf8(name)) return std::string(name);
   std::string text;
-  for (const char byte : name) AppendUtf8(text, FromWindows1252(byte));
+  for (const char byte : name) automation::AppendUtf8(text, FromWindows1252(byte));
   return text;
 }
 

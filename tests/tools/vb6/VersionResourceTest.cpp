@@ -2,15 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include "vb6/Windows1252.hpp"
+#include "automation/Utf.hpp"
 
 namespace hearthmake::vb6 {
 namespace {
 
 std::string Wide(std::string_view text) {
   std::string bytes;
-  for (const char c : ToWindows1252(text)) {
-    const char16_t character = CharacterOf(static_cast<unsigned char>(c));
+  for (const char c : automation::Utf8ToWindows1252(text)) {
+    const char16_t character = automation::Windows1252Character(static_cast<unsigned char>(c));
     bytes += static_cast<char>(character & 0xFF);
     bytes += static_cast<char>(character >> 8);
   }
