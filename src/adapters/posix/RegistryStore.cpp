@@ -1,7 +1,6 @@
 #include "adapters/posix/RegistryStore.hpp"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "adapters/posix/RegistryData.hpp"
