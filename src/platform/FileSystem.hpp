@@ -51,7 +51,8 @@ class RandomAccessFile {
 // regard to case. A relative path starts at the process's current folder. Contents are bytes.
 //
 // A failure throws automation::Error with Visual Basic's number (53 file not found, 70 permission
-// denied, 75 path/file access, 76 path not found, 61 disk full, 57 otherwise), source "FileSystem"
+// denied, 75 path/file access, 76 path not found, 61 disk full, 58 file already exists, 52 for a name that
+// can't be one, 7 for a file too large to read, 57 otherwise), source "FileSystem"
 // and the text followed by ": " and the path.
 class FileSystem {
  public:

@@ -14,7 +14,7 @@
 namespace hearthmake::test {
 
 // Composes type libraries in the old format ("SLTG"): everything that tells of the library and its types,
-// and no members.
+// and no members. Wine's loader and winedump read what it writes as it is meant.
 class TypeLibSltgWriter {
  public:
   using Guid = std::array<std::uint8_t, 16>;

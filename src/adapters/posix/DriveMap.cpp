@@ -1,6 +1,5 @@
 #include "adapters/posix/DriveMap.hpp"
 
-#include <dirent.h>
 #include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -33,7 +32,7 @@ int DriveIndex(char letter) {
 
 bool IsSlash(char c) { return c == '\\' || c == '/'; }
 
-// Takes the next name off the front of a path in which IsSeparator separates; "" at the end.
+// Takes the next name off the front of a path; "" at the end.
 template <class Separator>
 std::string_view TakeName(std::string_view& path, Separator isSeparator) {
   while (!path.empty() && isSeparator(path.front())) path.remove_prefix(1);
@@ -120,13 +119,13 @@ std::optional<std::string> FindName(FolderListings& listings, const std::string&
 // The folder behind a drive's link in `dosdevices`. `../drive_c` is taken as it stands where it can be,
 // so that the drive matches paths that spell the prefix as the user does, links in it and all.
 std::string WineDriveFolder(const std::string& prefix, const std::string& device) {
-  const std::string link = prefix + "/dosdevices/" + device;
+  std::string link = prefix + "/dosdevices/" + device;
   std::error_code error;
-  const std::string target = std::filesystem::read_symlink(link, error).string();
+  std::string target = std::filesystem::read_symlink(link, error).string();
   if (error) return link;  // a folder in place of a link will do
   if (target.starts_with('/')) return target;
   if (target.starts_with("../")) {
-    const std::string plain = prefix + target.substr(2);
+    std::string plain = prefix + target.substr(2);
     if (WithLinksResolved(plain) == WithLinksResolved(link)) return plain;
   }
   return prefix + "/dosdevices/" + target;

@@ -62,7 +62,7 @@ std::optional<std::string> FolderListings::Find(const std::string& folder, const
   const Identity identity{status.st_dev, status.st_ino};
   const std::lock_guard lock(m_mutex);
   const auto known = m_listings.find(identity);
-  if (known != m_listings.end() && known->second.settled && known->second.version == VersionOf(status)) {
+  if (known != m_listings.end() && known->second.version == VersionOf(status)) {
     // The first question about a listing was answered by a walk over it; many folders get no second.
     if (!known->second.indexed) AddIndex(known->second);
     return LookUp(known->second, name);
@@ -81,7 +81,9 @@ FolderListings::Version FolderListings::VersionOf(const struct stat& status) {
 
 bool FolderListings::IsSettled(const Version& version, const timespec& now) {
   const bool coarse = version.modified % kSecond == 0 && version.changed % kSecond == 0;
-  const std::int64_t latest = std::max(version.modified, version.changed);
+  // A time of modification can be set to any day, one that is yet to come included; the other can't.
+  const bool plausible = version.modified <= Nanoseconds(now);
+  const std::int64_t latest = plausible ? std::max(version.modified, version.changed) : version.changed;
   return Nanoseconds(now) - latest > (coarse ? kCoarseGranule : kFineGranule);
 }
 
@@ -148,9 +150,10 @@ void FolderListings::Remember(const Identity& identity, Listing listing) {
     m_listings.clear();
     m_bytes = 0;
   }
-  Listing& place = m_listings[identity];
-  m_bytes = m_bytes - place.Bytes() + listing.Bytes();
-  place = std::move(listing);
+  const auto [place, isNew] = m_listings.try_emplace(identity);
+  if (!isNew) m_bytes -= place->second.Bytes();
+  m_bytes += listing.Bytes();
+  place->second = std::move(listing);
 }
 
 }  // namespace hearthmake::posix

@@ -47,13 +47,14 @@ class FolderListings {
   };
   struct Listing {
     Version version;
-    // False when the folder may have changed after it was read without a new time stamp.
+    // False when the folder may have changed after it was read without a new time stamp: such a
+    // listing answers one question and is not remembered.
     bool settled = false;
     std::string names;  // each closed by a zero byte
     bool indexed = false;
     std::vector<Entry> entries;  // the index: in the order of their hashes
 
-    std::size_t Bytes() const { return names.size() + entries.size() * sizeof(Entry); }
+    std::size_t Bytes() const { return sizeof(Listing) + names.size() + entries.size() * sizeof(Entry); }
   };
 
   static Version VersionOf(const struct stat& status);

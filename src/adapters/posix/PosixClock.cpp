@@ -3,20 +3,16 @@
 #include <ctime>
 #include <thread>
 
-#include "adapters/posix/OleDate.hpp"
+#include "automation/OleDate.hpp"
 
 namespace hearthmake::posix {
 
 double PosixClock::Now() {
-  using std::chrono::milliseconds;
-  using std::chrono::seconds;
-  const auto now = std::chrono::floor<milliseconds>(std::chrono::system_clock::now());
-  const auto whole = std::chrono::floor<seconds>(now);
-  const std::time_t time = std::chrono::system_clock::to_time_t(whole);
+  const std::time_t now = std::time(nullptr);
   std::tm local{};
-  localtime_r(&time, &local);
-  const seconds sinceEpoch = whole.time_since_epoch() + seconds{local.tm_gmtoff};
-  return ToOleDate(LocalTime{sinceEpoch} + (now - whole));
+  localtime_r(&now, &local);
+  return automation::JoinDate({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                               local.tm_min, local.tm_sec == 60 ? 59 : local.tm_sec});
 }
 
 void PosixClock::Sleep(std::chrono::milliseconds duration) { std::this_thread::sleep_for(duration); }

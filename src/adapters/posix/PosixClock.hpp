@@ -4,7 +4,7 @@
 
 namespace hearthmake::posix {
 
-// The system's clock in the system's time zone.
+// The system's clock in the system's time zone, to the second as Visual Basic's Now.
 class PosixClock : public platform::Clock {
  public:
   double Now() override;

@@ -391,7 +391,7 @@ std::vector<FolderEntry> PosixFileSystem::List(std::string_view folder) {
   while (const dirent* entry = readdir(stream.get())) {
     const std::string_view name = entry->d_name;
     if (name != "." && name != ".." && name.find('\\') == std::string_view::npos) {
-      entries.push_back({FileNameToUtf8(name), IsFolderEntry(stream.get(), *entry)});
+      entries.push_back({FileNameToUtf8(name), IsFolderEntry(stream.get(), *entry), entry->d_type == DT_LNK});
     }
     errno = 0;
   }
@@ -407,7 +407,7 @@ std::string PosixFileSystem::Locate(std::string_view path) const {
 
 // The new name beside what is there: for a mere change of case the name as it is spelled.
 std::string PosixFileSystem::RenameTarget(std::string_view to, const std::string& source) const {
-  const std::string target = Locate(to);
+  std::string target = Locate(to);
   if (target != source) return target;
   const std::string spelled = m_drives->ToPosixAsSpelled(to).value_or(target);
   return target.substr(0, target.rfind('/') + 1).append(WithoutTrailingDots(LastName(spelled)));

@@ -136,10 +136,9 @@ class WineHive::EntryReader {
     std::string_view line = TakeLine(m_rest);
     Entry entry;
     if (line.starts_with('"') || line.starts_with('@')) {
-      while (WithoutLineEnd(line).ends_with('\\') && !m_rest.empty()) {
-        TakeLine(m_rest);
-        line = before.substr(0, before.size() - m_rest.size());
-      }
+      for (std::string_view last = line; WithoutLineEnd(last).ends_with('\\') && !m_rest.empty();)
+        last = TakeLine(m_rest);
+      line = before.substr(0, before.size() - m_rest.size());
       ReadName(entry, WithoutLineEnd(line));
     }
     entry.text = before.substr(0, before.size() - m_rest.size());
@@ -273,7 +272,10 @@ bool WineHive::Set(std::string_view key, std::string_view name, const RegistryVa
   std::string text(m_sections[section]);
   if (!text.ends_with('\n')) text += '\n';
   const std::size_t contentEnd = text.find('\n', text.find_last_not_of("\r\n")) + 1;
-  text.insert(contentEnd, PrintValue(name, value));
+  std::string line = PrintValue(name, value);
+  // A damaged last line that says it goes on would swallow the new one.
+  if (text[contentEnd - 2] == '\\' || text.compare(contentEnd - 3, 2, "\\\r") == 0) line.insert(0, 1, '\n');
+  text.insert(contentEnd, line);
   ReplaceText(section, std::move(text));
   return true;
 }

@@ -27,7 +27,8 @@ constexpr const char* kCounter = "INTEGER PRIMARY KEY AUTOINCREMENT";
 constexpr const char* kText = "TEXT COLLATE NOCASE";
 constexpr const char* kMemo = "TEXT";
 constexpr const char* kLong = "INTEGER";
-constexpr const char* kYesNo = "BOOLEAN NOT NULL DEFAULT 0";
+// Jet stores No where Null is given.
+constexpr const char* kYesNo = "BOOLEAN NOT NULL ON CONFLICT REPLACE DEFAULT 0";
 constexpr const char* kDate = "REAL";
 
 // "Htmk": tells a build database from other SQLite files, also to file(1).
@@ -102,7 +103,7 @@ const std::vector<Table>& Tables() {
         {"RemoveUnusedControlInfo", kText},
         {"ThreadingModel", kText},
         {"NoControlUpgrade", kText}},
-       {"idBuild", "MTSPackage"}},
+       {"idBuild"}},
       {"References", {{"idReferencing", kLong}, {"idReferenced", kLong}}, {"idReferencing", "idReferenced"}},
       {"ExternalReferences",
        {{"TypeLibGUID", kText},

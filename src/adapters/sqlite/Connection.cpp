@@ -80,7 +80,7 @@ Connection::Connection(std::string posixPath, std::string dosPath, std::chrono::
       m_busyTimeout(busyTimeout),
       m_statements(kStatements) {
   try {
-    Open(busyTimeout);
+    Open();
   } catch (...) {
     sqlite3_close_v2(m_db);
     throw;
@@ -92,7 +92,7 @@ Connection::~Connection() {
   sqlite3_close_v2(m_db);
 }
 
-void Connection::Open(std::chrono::milliseconds busyTimeout) {
+void Connection::Open() {
   switch (DetectFormat(m_posixPath)) {
     case FileFormat::Missing:
       RaiseDao(DaoError::FileMissing, kWorkspaceSource, "Could not find file '" + m_dosPath + "'.");
@@ -110,22 +110,22 @@ void Connection::Open(std::chrono::milliseconds busyTimeout) {
     case FileFormat::Sqlite: break;
   }
   int result = SQLITE_CANTOPEN;
-  if (OpenHandle(m_posixPath, SQLITE_OPEN_READWRITE, busyTimeout)) result = Configure();
+  if (OpenHandle(m_posixPath, SQLITE_OPEN_READWRITE)) result = Configure();
   const int primary = result & 0xFF;
   if (primary == SQLITE_CANTOPEN || primary == SQLITE_READONLY || primary == SQLITE_IOERR) {
     // No WAL can be kept here (a read-only folder, some network file systems): reading is still of use.
-    if (!HasPendingWal(m_posixPath)) result = OpenImmutable(busyTimeout);
+    if (!HasPendingWal(m_posixPath)) result = OpenImmutable();
   }
   if (result != SQLITE_OK) RaiseOpening(result);
   m_stamp = FileStamp::Of(m_posixPath);
 }
 
-bool Connection::OpenHandle(const std::string& name, int flags, std::chrono::milliseconds busyTimeout) {
+bool Connection::OpenHandle(const std::string& name, int flags) {
   sqlite3_close_v2(std::exchange(m_db, nullptr));
   const int result =
       sqlite3_open_v2(name.c_str(), &m_db, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   if (result != SQLITE_OK) return false;
-  sqlite3_busy_timeout(m_db, static_cast<int>(busyTimeout.count()));
+  sqlite3_busy_timeout(m_db, static_cast<int>(m_busyTimeout.count()));
   // A name that no column has must not be read as a text.
   sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
@@ -143,23 +143,33 @@ int Connection::Configure() {
   Exec("PRAGMA cell_size_check=ON");
   Exec("PRAGMA cache_size=-8000");
   Exec("PRAGMA temp_store=MEMORY");
-  // Refused where no WAL can be kept, or while someone else reads in the old mode: either is no harm.
-  // Without WAL only FULL keeps a transaction whole through a power cut, and FULL is the default.
-  bool isWal = false;
-  if (Statement* mode = TryPrepare("PRAGMA journal_mode=WAL"); mode != nullptr) {
-    const StatementReset reset(*mode);
-    if (sqlite3_step(mode->Handle()) == SQLITE_ROW) {
-      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(mode->Handle(), 0));
-      isWal = text != nullptr && std::string_view(text) == "wal";
-    }
+  // The first look at the file: shows whether it can be used at all.
+  if (const int result = Exec("SELECT COUNT(*) FROM sqlite_master"); result != SQLITE_OK) return result;
+  bool isWal = ModeAfter("PRAGMA journal_mode") == "wal";
+  if (!isWal) {
+    // Refused where no WAL can be kept. It is refused as well while someone reads in the old mode;
+    // that is no harm and not worth waiting for.
+    sqlite3_busy_timeout(m_db, 0);
+    isWal = ModeAfter("PRAGMA journal_mode=WAL") == "wal";
+    sqlite3_busy_timeout(m_db, static_cast<int>(m_busyTimeout.count()));
   }
-  if (isWal) Exec("PRAGMA synchronous=NORMAL");
-  return Exec("SELECT COUNT(*) FROM sqlite_master");
+  // Without WAL only FULL, the default, keeps a transaction whole through a power cut.
+  return isWal ? Exec("PRAGMA synchronous=NORMAL") : SQLITE_OK;
 }
 
-int Connection::OpenImmutable(std::chrono::milliseconds busyTimeout) {
+std::string Connection::ModeAfter(const char* pragma) {
+  std::string mode;
+  const auto first = [](void* out, int, char** values, char**) {
+    if (values[0] != nullptr) *static_cast<std::string*>(out) = values[0];
+    return 0;
+  };
+  sqlite3_exec(m_db, pragma, first, &mode, nullptr);
+  return mode;
+}
+
+int Connection::OpenImmutable() {
   m_statements.Clear();
-  if (!OpenHandle(ImmutableUri(m_posixPath), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, busyTimeout)) {
+  if (!OpenHandle(ImmutableUri(m_posixPath), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI)) {
     return SQLITE_CANTOPEN;
   }
   const FlagScope own(m_isOwnSql);

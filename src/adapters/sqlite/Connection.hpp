@@ -82,10 +82,11 @@ class Connection {
   bool IsOpenOn(const FileStamp& now) const { return m_stamp.IsSameFile(now); }
 
  private:
-  void Open(std::chrono::milliseconds busyTimeout);
-  bool OpenHandle(const std::string& name, int flags, std::chrono::milliseconds busyTimeout);
+  void Open();
+  bool OpenHandle(const std::string& name, int flags);
   int Configure();
-  int OpenImmutable(std::chrono::milliseconds busyTimeout);
+  std::string ModeAfter(const char* pragma);
+  int OpenImmutable();
   [[noreturn]] void RaiseOpening(int code);
   [[noreturn]] void Fail(int code, const char* source, std::string_view table);
   int Exec(const char* sql) noexcept;

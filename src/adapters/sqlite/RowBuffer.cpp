@@ -9,7 +9,7 @@ namespace hearthmake::sqlite {
 
 namespace {
 
-constexpr std::size_t kChunkSize = 64 * 1024;
+constexpr std::size_t kChunkSize = 65536;
 
 template <typename T>
 void Put(std::string& out, T value) {

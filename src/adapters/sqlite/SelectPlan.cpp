@@ -58,7 +58,8 @@ bool SelectPlan::IsOf(sqlite3_stmt* statement) const {
 
 void SelectPlan::DescribeTable(sqlite3* db, sqlite3_stmt* statement) {
   const char* table = sqlite3_column_table_name(statement, static_cast<int>(m_names.Count()));
-  m_table = table == nullptr ? "" : table;
+  if (table == nullptr) return;
+  m_table = table;
   m_quotedTable = QuoteName(m_table);
   for (std::size_t i = 0; i < m_names.Count(); ++i) {
     int isKey = 0;

@@ -30,7 +30,10 @@ class SelectPlan {
   ColumnType Type(std::size_t column) const { return m_types[column]; }
   bool HasKey() const { return m_hasKey; }
 
-  // The rest is known of selections with a key only.
+  // Whether rows can be edited. The key of a view's row is Null in some builds of SQLite.
+  bool IsEditable() const { return !m_table.empty(); }
+
+  // The rest is known of editable selections only.
   const std::string& Table() const { return m_table; }
   const std::string& QuotedTable() const { return m_quotedTable; }
   bool IsAutoNumber(std::size_t column) const { return column == m_autoNumber; }

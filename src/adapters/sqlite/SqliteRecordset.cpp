@@ -97,7 +97,7 @@ double SqliteRecordset::GetDate(std::string_view column) const { return CellDate
 
 void SqliteRecordset::RequireEditable() const {
   RequireOpen();
-  if (!m_plan->HasKey()) {
+  if (!m_plan->IsEditable()) {
     RaiseDao(DaoError::ReadOnly, kRecordsetSource, "Cannot update. Database or object is read-only.");
   }
 }

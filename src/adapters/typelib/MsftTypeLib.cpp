@@ -67,7 +67,7 @@ platform::TypeLibInfo MsftTypeLib::Info() const {
   const std::uint32_t version = m_bytes.U32(kVersionField, kHeader);
   platform::TypeLibInfo info;
   info.guid = Guid(m_bytes.U32(kGuidField, kHeader));
-  if (info.guid.empty()) info.guid = FormatGuid({});
+  if (info.guid.empty()) info.guid = kNullGuid;
   info.majorVersion = Low(version);
   info.minorVersion = High(version);
   info.locale = m_bytes.U32(kLocaleField, kHeader);

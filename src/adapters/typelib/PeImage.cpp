@@ -20,7 +20,7 @@ constexpr std::uint32_t kHighBit = 0x80000000;
 constexpr std::uint32_t kDirectoryHeaderSize = 16;
 constexpr std::uint32_t kDirectoryEntrySize = 8;
 constexpr std::uint64_t kSectionSize = 40;
-constexpr std::uint32_t kResourceDataDirectory = 2;
+constexpr std::uint64_t kResourceDataDirectory = 2;
 
 [[noreturn]] void FailForSignature(const ByteView& file, std::uint32_t signature) {
   switch (signature & 0xFFFF) {

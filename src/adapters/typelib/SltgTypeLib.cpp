@@ -164,8 +164,9 @@ std::string SltgTypeLib::Name(std::uint16_t offset) const {
   for (std::uint64_t at = m_names + offset;; ++at) {
     const auto character = static_cast<char>(m_bytes.U8(at, "a name"));
     if (character == '\0') return DecodeText(name);
-    if (name.size() == kLongest)
+    if (name.size() == kLongest) {
       m_bytes.FailAt(m_names + offset, "is damaged: there is a name without an end");
+    }
     name += character;
   }
 }

@@ -11,7 +11,7 @@ constexpr std::uint16_t kOleAutomation = 0x100;
 }  // namespace
 
 void TypeList::Add(platform::TypeDescription type) {
-  if (type.guid == FormatGuid({})) type.guid.clear();
+  if (type.guid == kNullGuid) type.guid.clear();
   if (type.kind == platform::TypeKind::Dispatch) type.flags &= static_cast<std::uint16_t>(~kOleAutomation);
   m_text += type.name.size() + type.helpString.size();
   if (m_text > kMostText) m_library.Fail("is damaged: the texts of its types pass 64 MB");

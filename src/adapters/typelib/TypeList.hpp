@@ -15,7 +15,7 @@ namespace hearthmake::typelib {
 // of the texts is limited.
 class TypeList {
  public:
-  static constexpr std::size_t kMostText = 64 * 1024 * 1024;
+  static constexpr std::size_t kMostText = std::size_t{64} << 20;
 
   explicit TypeList(const ByteView& library) : m_library(library) {}
 

@@ -380,5 +380,19 @@ TEST_F(PosixFileSystemTest, NothingIsReachedThroughADriveThatIsNotMapped) {
   ExpectFailure(RuntimeError::PathNotFound, [&] { m_files->SetAttributes("Q:\\a", platform::kNormal); });
 }
 
+TEST(PosixFileSystem, TellsLinksInAListing) {
+  const support::PosixFolder folder;
+  folder.MakeFolder("real");
+  std::filesystem::create_symlink(folder.Path("real"), folder.Path("link"));
+  PosixFileSystem files(std::make_shared<DriveMap>(DriveMap::BuiltIn(folder.Path())));
+  int links = 0;
+  for (const auto& entry : files.List("Z:" + folder.Path())) {
+    EXPECT_TRUE(entry.isFolder) << entry.name;
+    EXPECT_EQ(entry.isLink, entry.name == "link");
+    links += entry.isLink ? 1 : 0;
+  }
+  EXPECT_EQ(links, 1);
+}
+
 }  // namespace
 }  // namespace hearthmake::posix

@@ -169,6 +169,19 @@ TEST(PeImage, GivesUpOnADirectoryThatClaimsMoreEntriesThanTheFileHasBytes) {
   EXPECT_THAT(Failure(image), HasSubstr("lies outside the file"));
 }
 
+TEST(PeImage, PassesAHugeDirectoryInFewReads) {
+  // As many entries as there can be, none of them a type library.
+  const TypeLibPeBuilder builder = TypeLibPeBuilder().Add({0, "OTHER"}, {1, {}}, "other");
+  auto pieces = builder.BuildPieces();
+  pieces[builder.ResourceOffset()] = std::string(12, '\0') + "\xFF\xFF\xFF\xFF";
+  test::TypeLibFakeFiles files;
+  files.PutSparse(kPath, 16 << 20, pieces);
+  const auto file = files.Open(kPath);
+  PagedFile pages(*file, kPath);
+  EXPECT_THROW(PeImage(ByteView(pages)).TypeLibrary(std::nullopt), automation::Error);
+  EXPECT_LT(files.counts.reads, 200);
+}
+
 TEST(PeImage, SaysThatDataAndDirectoriesAreMixedUp) {
   const TypeLibPeBuilder builder = TypeLibPeBuilder().AddTypeLib(1, "library");
   const std::string image = test::WithU32(builder.Build(), builder.ResourceOffset() + 20, 0x18);

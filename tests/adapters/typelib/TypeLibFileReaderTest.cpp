@@ -146,7 +146,7 @@ TEST_F(TypeLibFileReaderTest, ReadsOfALargeImageOnlyWhatMatters) {
   files->PutSparse("C:\\large.dll", 220u << 20, builder.BuildPieces());
   EXPECT_EQ(NameOf("C:\\large.dll"), "Shapes");
   EXPECT_LE(files->counts.reads, 4);
-  EXPECT_LE(files->counts.bytes, 4u * 4096);
+  EXPECT_LE(files->counts.bytes, std::uint64_t{4} * 4096);
 }
 
 TEST_F(TypeLibFileReaderTest, ReadsOfALargeLibraryOnlyWhatMatters) {
@@ -154,16 +154,16 @@ TEST_F(TypeLibFileReaderTest, ReadsOfALargeLibraryOnlyWhatMatters) {
   std::string bytes = ReadTypeLibFixture("Bare.tlb");
   const std::uint32_t gap = 40u << 20;
   const std::size_t directory = 0x54 + 4;
-  for (std::size_t entry = directory; entry < directory + 15 * 16; entry += 16) {
+  for (std::size_t entry = directory; entry < directory + std::size_t{15} * 16; entry += 16) {
     const std::uint32_t offset = test::U32At(bytes, entry);
     if (offset != 0xFFFFFFFF) bytes = test::WithU32(bytes, entry, offset + gap);
   }
-  const std::size_t headers = directory + 15 * 16;
+  const std::size_t headers = directory + std::size_t{15} * 16;
   files->PutSparse("C:\\large.tlb", gap + bytes.size(),
                    {{0, bytes.substr(0, headers)}, {gap + headers, bytes.substr(headers)}});
   EXPECT_EQ(NameOf("C:\\large.tlb"), "Bare");
   EXPECT_EQ(reader.ReadTypes("C:\\large.tlb").size(), 1u);
-  EXPECT_LE(files->counts.bytes, 8u * 4096);
+  EXPECT_LE(files->counts.bytes, std::uint64_t{8} * 4096);
 }
 
 // Whatever the bytes are, both calls give a result or this reader's error.

@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace hearthmake {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The folders of src from the ground up. A folder may include its own level and those below; folders of
+// one level marked apart know nothing of each other.
+struct Layer {
+  std::string folder;
+  int level;
+  bool isApart;
+};
+
+const std::vector<Layer>& Layers() {
+  static const std::vector<Layer> kLayers = {
+      {"automation", 0, false},     {"platform", 1, false},        {"adapters/posix", 2, true},
+      {"adapters/sqlite", 2, true}, {"adapters/typelib", 2, true}, {"foundation", 2, true},
+      {"build", 3, false},          {"project", 3, false},         {"sourcecontrol", 3, false},
+      {"scripting", 3, false},      {"deployment", 3, false},      {"interfaces", 4, false},
+      {"host", 5, false},
+  };
+  return kLayers;
+}
+
+// What a folder may use of the layers below beside the level rule: an adapter never knows the core.
+bool MayInclude(const Layer& from, const Layer& to) {
+  if (from.folder == to.folder) return true;
+  if (to.level == from.level) return !from.isApart && !to.isApart;
+  const bool toAdapter = to.folder.starts_with("adapters/");
+  if (toAdapter) return from.folder == "host";
+  return to.level < from.level;
+}
+
+const Layer* LayerOf(const std::string& path) {
+  for (const Layer& layer : Layers()) {
+    if (path.starts_with(layer.folder + "/")) return &layer;
+  }
+  return nullptr;
+}
+
+struct IncludeLine {
+  fs::path file;
+  std::string target;
+  bool isSystem;
+};
+
+std::vector<IncludeLine> IncludeLines(const fs::path& root) {
+  static const std::regex kInclude(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])");
+  std::vector<IncludeLine> lines;
+  for (const auto& entry : fs::recursive_directory_iterator(root)) {
+    if (entry.path().extension() != ".hpp" && entry.path().extension() != ".cpp") continue;
+    std::ifstream file(entry.path());
+    for (std::string line; std::getline(file, line);) {
+      std::smatch match;
+      if (std::regex_search(line, match, kInclude))
+        lines.push_back({entry.path(), match[2], match[1] == "<"});
+    }
+  }
+  return lines;
+}
+
+const fs::path kSources = fs::path(SOURCE_DIRECTORY) / "src";
+
+TEST(IncludeDirection, EveryFolderHasItsLayer) {
+  int files = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(kSources)) {
+    if (entry.path().extension() != ".hpp" && entry.path().extension() != ".cpp") continue;
+    ++files;
+    EXPECT_NE(LayerOf(fs::relative(entry.path(), kSources).string()), nullptr) << entry.path();
+  }
+  EXPECT_GT(files, 0);
+}
+
+TEST(IncludeDirection, IncludesGoDownwardsOnly) {
+  for (const IncludeLine& line : IncludeLines(kSources)) {
+    if (line.isSystem) continue;
+    const Layer* from = LayerOf(fs::relative(line.file, kSources).string());
+    const Layer* to = LayerOf(line.target);
+    ASSERT_NE(from, nullptr) << line.file;
+    ASSERT_NE(to, nullptr) << line.file << " includes " << line.target << ", which is no path below src";
+    EXPECT_TRUE(MayInclude(*from, *to)) << line.file << " includes " << line.target;
+  }
+}
+
+// The core must build on any machine with a compiler: no header of a package or of an operating system.
+TEST(IncludeDirection, TheCoreUsesTheStandardLibraryAlone) {
+  for (const IncludeLine& line : IncludeLines(kSources)) {
+    const Layer* from = LayerOf(fs::relative(line.file, kSources).string());
+    ASSERT_NE(from, nullptr);
+    const bool isCore = !from->folder.starts_with("adapters/") && from->folder != "host";
+    const bool isStandard = line.target.find_first_of("./") == std::string::npos;
+    if (!isCore || !line.isSystem) continue;
+    EXPECT_TRUE(isStandard) << line.file << " includes <" << line.target << ">";
+  }
+}
+
+// Code for one operating system has a folder of its own.
+TEST(IncludeDirection, TheCoreHasNoPlatformConditions) {
+  for (const auto& entry : fs::recursive_directory_iterator(kSources)) {
+    if (entry.path().extension() != ".hpp" && entry.path().extension() != ".cpp") continue;
+    std::ifstream file(entry.path());
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    EXPECT_EQ(text.find("_WIN32"), std::string::npos) << entry.path();
+  }
+}
+
+}  // namespace
+}  // namespace hearthmake
