@@ -19,26 +19,33 @@ namespace {
 constexpr std::size_t kWatchLimit = 16;
 std::array<void*, kWatchLimit> g_watched{};
 
-void Forget(void* memory) noexcept {
+void* Allocate(std::size_t size) noexcept { return std::malloc(size == 0 ? 1 : size); }
+
+void* AllocateOrThrow(std::size_t size) {
+  void* memory = Allocate(size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+
+void Free(void* memory) noexcept {
   if (memory == nullptr) return;
   std::replace(g_watched.begin(), g_watched.end(), memory, static_cast<void*>(nullptr));
+  std::free(memory);
 }
 
 }  // namespace
 
-void* operator new(std::size_t size) {
-  void* memory = std::malloc(size == 0 ? 1 : size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-void operator delete(void* memory) noexcept {
-  Forget(memory);
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
-  Forget(memory);
-  std::free(memory);
-}
+// All forms together, so that none meets the other half of another allocator.
+void* operator new(std::size_t size) { return AllocateOrThrow(size); }
+void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept { return Allocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept { return Allocate(size); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete[](void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { Free(memory); }
+void operator delete[](void* memory, std::size_t /*size*/) noexcept { Free(memory); }
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { Free(memory); }
+void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept { Free(memory); }
 
 namespace hearthmake {
 namespace {

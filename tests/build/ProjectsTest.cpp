@@ -288,6 +288,10 @@ TEST(Projects, ARemovedProjectStandsAlone) {
   Delete(*a);
   EXPECT_EQ(a->Owner(), nullptr);
   EXPECT_EQ(a->Name(), "A");
+  a->BeginEdit();
+  a->SetMajorVer(3);
+  a->CancelEdit();
+  EXPECT_EQ(a->MajorVer(), 1);
   EXPECT_EQ(ErrorOf([&] { a->Compile(); }).Number(), 91);
 }
 
