@@ -6,6 +6,7 @@
 #include <functional>
 #include <new>
 #include <string>
+#include <vector>
 
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
@@ -243,7 +244,10 @@ ExitStatus RunCommandLine(int argc, const char* const* argv) {
     return ExitStatus::Done;
   } catch (const CLI::ParseError& error) {
     const Console console(words.Options().noColour);
-    Tell(console, error.what(), "See: hearthmake --help");
+    const std::vector<std::string> unknown = app.remaining();
+    const bool isUnknownWord = app.get_subcommands().empty() && !unknown.empty();
+    Tell(console, isUnknownWord ? fmt::format("There is no command '{}'.", unknown.front()) : error.what(),
+         "See: hearthmake --help");
     return ExitStatus::WrongInput;
   }
   try {

@@ -108,7 +108,7 @@ void TextDisplay::Finish() {
           fmt::format("{} {}: {}.\n", m_console.PaintOut(Colour::Green, "Done."), m_buildName, counts));
       return;
     case RunResult::Failed:
-      m_console.Err(fmt::format("{} {}{}: {}.\n{}", m_console.PaintErr(Colour::Red, "Build failed"),
+      m_console.Err(fmt::format("{} {}{}, {}.\n{}", m_console.PaintErr(Colour::Red, "Build failed:"),
                                 m_buildName, m_projectName.empty() ? "" : " at " + Printable(m_projectName),
                                 counts, resume));
       return;
