@@ -93,6 +93,9 @@ std::string HostSettings::KnownKey(const std::string& key) {
 }
 
 std::vector<std::pair<std::string, std::string>> HostSettings::Stored() const {
+  // Before the first build is made there is no data folder; what keeps it from being made is told then.
+  std::error_code ignored;
+  if (!std::filesystem::is_directory(m_dataFolder, ignored)) return {};
   return m_store.GetAll(kApplication, kSection);
 }
 
