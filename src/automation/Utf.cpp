@@ -105,14 +105,15 @@ std::string Utf16ToUtf8(std::u16string_view text) {
   return result;
 }
 
+char16_t Windows1252Character(unsigned char byte) {
+  return byte >= 0x80 && byte <= 0x9F ? kUpperControls[byte - 0x80] : byte;
+}
+
 std::string Windows1252ToUtf8(std::string_view bytes) {
   if (IsAscii(bytes)) return std::string(bytes);
   std::string result;
   result.reserve(bytes.size() + 16);
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    AppendUtf8(result, byte >= 0x80 && byte <= 0x9F ? kUpperControls[byte - 0x80] : byte);
-  }
+  for (const char c : bytes) AppendUtf8(result, Windows1252Character(static_cast<unsigned char>(c)));
   return result;
 }
 

@@ -21,6 +21,9 @@ void AppendUtf8(std::string& text, char32_t codePoint);
 std::u16string Utf8ToUtf16(std::string_view text);
 std::string Utf16ToUtf8(std::u16string_view text);
 
+// The character of a byte of the code page.
+char16_t Windows1252Character(unsigned char byte);
+
 // The five bytes that the code page leaves undefined are the C1 controls of the same value, so that
 // every byte survives both ways. A character that the code page lacks becomes "?".
 std::string Windows1252ToUtf8(std::string_view bytes);

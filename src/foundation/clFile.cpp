@@ -17,6 +17,27 @@ using automation::Windows1252ToUtf8;
 
 constexpr std::string_view kLineEnd = "\r\n";
 
+// A text as the file's bytes. Most texts are ASCII and serve as they are, without a copy: rows are looked
+// up by the hundred for each compile.
+class FileBytes {
+ public:
+  explicit FileBytes(std::string_view text) : m_view(text) {
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    if (std::all_of(text.begin(), text.end(), isAscii)) return;
+    m_converted = Utf8ToWindows1252(text);
+    m_view = m_converted;
+  }
+  FileBytes(const FileBytes&) = delete;
+  FileBytes& operator=(const FileBytes&) = delete;
+
+  std::string_view View() const { return m_view; }
+  std::size_t Size() const { return m_view.size(); }
+
+ private:
+  std::string m_converted;
+  std::string_view m_view;
+};
+
 std::int32_t PositionOf(std::size_t index) { return static_cast<std::int32_t>(index) + 1; }
 
 }  // namespace
@@ -55,29 +76,29 @@ std::size_t clFile::Find(std::string_view bytes, std::int32_t position) const {
 
 std::string clFile::GetText(std::string_view strStart, std::string_view strStop, std::int32_t& lPos) const {
   if (!m_isOpen) automation::Raise(automation::kInvalidValue, "cFile.GetText", "File is not open");
-  const std::string start = Utf8ToWindows1252(strStart);
-  const std::size_t hit = Find(start, lPos);
+  const FileBytes start(strStart);
+  const std::size_t hit = Find(start.View(), lPos);
   if (hit == std::string::npos) return {};
-  const std::size_t begin = hit + start.size();
-  const std::size_t end = m_content.find(Utf8ToWindows1252(strStop), begin);
+  const std::size_t begin = hit + start.Size();
+  const std::size_t end = m_content.find(FileBytes(strStop).View(), begin);
   if (end == std::string::npos || end <= begin) return {};
   lPos = PositionOf(end);
   return Windows1252ToUtf8(std::string_view(m_content).substr(begin, end - begin));
 }
 
 void clFile::PutText(std::string_view strStart, std::string_view strText, std::int32_t lPos) {
-  const std::string start = Utf8ToWindows1252(strStart);
-  const std::size_t hit = Find(start, lPos);
+  const FileBytes start(strStart);
+  const std::size_t hit = Find(start.View(), lPos);
   if (hit == std::string::npos)
     automation::Raise(automation::RuntimeError::InvalidProcedureCall, "clFile.PutText");
-  const std::string text = Utf8ToWindows1252(strText);
-  const std::size_t begin = hit + start.size();
-  const std::size_t count = std::min(text.size(), m_content.size() - begin);
-  m_content.replace(begin, count, text, 0, count);
+  const FileBytes text(strText);
+  const std::size_t begin = hit + start.Size();
+  const std::size_t count = std::min(text.Size(), m_content.size() - begin);
+  m_content.replace(begin, count, text.View().substr(0, count));
 }
 
 clFile::Row clFile::FindRow(std::string_view marker, std::int32_t& lngStartPos) const {
-  const std::size_t hit = Find(Utf8ToWindows1252(marker), lngStartPos);
+  const std::size_t hit = Find(FileBytes(marker).View(), lngStartPos);
   if (hit == std::string::npos) {
     lngStartPos = 0;
     return {};
@@ -95,7 +116,7 @@ clFile::Row clFile::FindRow(std::string_view marker, std::int32_t& lngStartPos) 
 void clFile::ReplaceRow(std::string_view str1, std::string_view str2, std::int32_t& lngStartPos) {
   const Row row = FindRow(str1, lngStartPos);
   if (!row.isFound || row.end == std::string::npos) return;
-  m_content.replace(row.start, row.end - row.start, Utf8ToWindows1252(str2));
+  m_content.replace(row.start, row.end - row.start, FileBytes(str2).View());
 }
 
 void clFile::RemoveRow(std::string_view str1, std::int32_t& lngStartPos) {
@@ -125,18 +146,17 @@ void clFile::AppendRow(std::string_view row) {
 }
 
 void clFile::InsertNewRow(std::string_view strRow, std::string_view strSearch, bool bBefore) {
-  const std::string row = Utf8ToWindows1252(strRow);
-  const std::size_t hit =
-      strSearch.empty() ? std::string::npos : m_content.find(Utf8ToWindows1252(strSearch));
+  const FileBytes row(strRow);
+  const std::size_t hit = strSearch.empty() ? std::string::npos : m_content.find(FileBytes(strSearch).View());
   if (hit == std::string::npos) {
-    AppendRow(row);
+    AppendRow(row.View());
     return;
   }
   const std::size_t lineEnd = bBefore ? m_content.rfind(kLineEnd, hit) : m_content.find(kLineEnd, hit);
   if (lineEnd == std::string::npos) {
-    m_content.append(kLineEnd).append(row);
+    m_content.append(kLineEnd).append(row.View());
   } else {
-    m_content.insert(lineEnd + kLineEnd.size(), row + std::string(kLineEnd));
+    m_content.insert(lineEnd + kLineEnd.size(), std::string(row.View()).append(kLineEnd));
   }
 }
 
@@ -170,7 +190,7 @@ void clFile::DeleteFileWithOutError() {
 }
 
 std::int32_t clFile::InFile(std::string_view strString) const {
-  const std::size_t hit = m_content.find(Utf8ToWindows1252(strString));
+  const std::size_t hit = m_content.find(FileBytes(strString).View());
   return hit == std::string::npos ? 0 : PositionOf(hit);
 }
 

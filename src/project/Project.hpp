@@ -206,6 +206,12 @@ class Project final : public automation::Object {
   std::string ReportItemDetails() const;
 
   // For the build.
+  // GUID and BinaryVersion by one look at the binary.
+  struct LibraryIdentity {
+    std::string guid;
+    std::string version;
+  };
+  LibraryIdentity Identity();
   void AttachTo(Projects* parent);
   // The collection, null without one; ParentProjects and ParentBuild raise error 91 then.
   Projects* ParentOrNull() const { return m_parent; }

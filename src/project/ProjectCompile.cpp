@@ -55,12 +55,15 @@ class CompatibleModeGuard {
 
 }  // namespace
 
-std::string Project::GUID() { return automation::Upper(StripBraces(ReadLibrary(*this).guid)); }
-
-std::string Project::BinaryVersion() {
+Project::LibraryIdentity Project::Identity() {
   const platform::TypeLibInfo library = ReadLibrary(*this);
-  return automation::Hex(library.majorVersion) + "." + automation::Hex(library.minorVersion);
+  return {automation::Upper(StripBraces(library.guid)),
+          automation::Hex(library.majorVersion) + "." + automation::Hex(library.minorVersion)};
 }
+
+std::string Project::GUID() { return Identity().guid; }
+
+std::string Project::BinaryVersion() { return Identity().version; }
 
 bool Project::Compile() {
   if (!CompileMe()) return false;

@@ -140,11 +140,12 @@ void Project::RemoveReferenceRows() {
 std::string Project::ReferenceRow(Reference& reference) {
   if (reference.IsExternal()) return reference.ReferenceString();
   Project& project = ParentProjects().ById(reference.ReferencedProject());
+  const LibraryIdentity library = project.Identity();
   if (project.ProjectType() == ProjectTypes::UserControl) {
-    return "Object={" + project.GUID() + "}#" + project.BinaryVersion() + "#0; " + project.ExeName32();
+    return "Object={" + library.guid + "}#" + library.version + "#0; " + project.ExeName32();
   }
-  return "Reference=*\\G{" + project.GUID() + "}#" + project.BinaryVersion() + "#0#" + project.FullPath32() +
-         "#" + project.Title();
+  return "Reference=*\\G{" + library.guid + "}#" + library.version + "#0#" + project.FullPath32() + "#" +
+         project.Title();
 }
 
 void Project::WriteSettings() {

@@ -1,93 +1,20 @@
 #include "adapters/posix/FileName.hpp"
 
 #include <algorithm>
-#include <array>
-#include <clocale>
-#include <cwctype>
+
+#include "adapters/posix/TextEncoding.hpp"
+#include "automation/Utf.hpp"
 
 namespace hearthmake::posix {
 
 namespace {
 
-constexpr char32_t kInvalid = 0xFFFFFFFF;
-
-// Windows-1252 from 0x80 to 0x9F; the rest of it is Latin-1.
-constexpr std::array<char16_t, 32> kWindows1252 = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
 bool IsAscii(std::string_view text) {
   return std::none_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
 }
 
-// Takes one character off the front of the text; kInvalid when it is not well-formed UTF-8 (overlong
-// forms, surrogates and what is above U+10FFFF included).
-char32_t TakeUtf8(std::string_view& text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  std::size_t length = 1;
-  char32_t character = lead;
-  char32_t smallest = 0;
-  if (lead >= 0xF0 && lead < 0xF8) {
-    length = 4, character = lead & 0x07, smallest = 0x10000;
-  } else if (lead >= 0xE0 && lead < 0xF0) {
-    length = 3, character = lead & 0x0F, smallest = 0x800;
-  } else if (lead >= 0xC0 && lead < 0xE0) {
-    length = 2, character = lead & 0x1F, smallest = 0x80;
-  } else if (lead >= 0x80) {
-    return kInvalid;
-  }
-  if (text.size() < length) return kInvalid;
-  for (std::size_t i = 1; i < length; ++i) {
-    const auto next = static_cast<unsigned char>(text[i]);
-    if ((next & 0xC0) != 0x80) return kInvalid;
-    character = character << 6 | (next & 0x3F);
-  }
-  if (character < smallest || character > 0x10FFFF) return kInvalid;
-  if (character >= 0xD800 && character < 0xE000) return kInvalid;
-  text.remove_prefix(length);
-  return character;
-}
-
-bool IsUtf8(std::string_view text) {
-  while (!text.empty()) {
-    if (TakeUtf8(text) == kInvalid) return false;
-  }
-  return true;
-}
-
-void AppendUtf8(std::string& text, char32_t character) {
-  if (character < 0x80) {
-    text += static_cast<char>(character);
-  } else if (character < 0x800) {
-    text += static_cast<char>(0xC0 | character >> 6);
-    text += static_cast<char>(0x80 | (character & 0x3F));
-  } else {
-    text += static_cast<char>(0xE0 | character >> 12);
-    text += static_cast<char>(0x80 | (character >> 6 & 0x3F));
-    text += static_cast<char>(0x80 | (character & 0x3F));
-  }
-}
-
 char32_t FromWindows1252(char byte) {
-  const auto value = static_cast<unsigned char>(byte);
-  return value >= 0x80 && value < 0xA0 ? kWindows1252[value - 0x80U] : value;
-}
-
-char32_t FoldAscii(char32_t character) {
-  return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
-}
-
-// Upper case, one character for one, as the file systems of Windows fold names. Never the locale of
-// the process: whether two names are the same must not depend on who runs the program.
-char32_t Fold(char32_t character) {
-  if (character < 0x80) return FoldAscii(character);
-  static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-  const auto wide = static_cast<wint_t>(character);
-  const auto upper =
-      static_cast<char32_t>(unicode != nullptr ? towupper_l(wide, unicode) : std::towupper(wide));
-  // The dotless i and the long s are letters of their own to Windows, not spellings of I and S.
-  return upper < 0x80 ? character : upper;
+  return automation::Windows1252Character(static_cast<unsigned char>(byte));
 }
 
 // The folded characters of a name, one after the other.
@@ -97,10 +24,9 @@ class FoldedReader {
 
   bool AtEnd() const { return m_rest.empty(); }
   char32_t Next() {
-    if (m_utf8) return Fold(TakeUtf8(m_rest));
-    const char32_t character = FromWindows1252(m_rest.front());
-    m_rest.remove_prefix(1);
-    return Fold(character);
+    const char32_t character = m_utf8 ? automation::DecodeUtf8(m_rest) : FromWindows1252(m_rest.front());
+    m_rest.remove_prefix(m_utf8 ? automation::Utf8SequenceLength(m_rest) : 1);
+    return FoldCharacter(character);
   }
 
  private:
@@ -123,7 +49,7 @@ class Hash {
 std::uint32_t FoldedHash(std::string_view name) {
   Hash hash;
   if (IsAscii(name)) {
-    for (const char c : name) hash.Add(FoldAscii(static_cast<unsigned char>(c)));
+    for (const char c : name) hash.Add(FoldCharacter(static_cast<unsigned char>(c)));
     return hash.Value();
   }
   for (FoldedReader reader(name); !reader.AtEnd();) hash.Add(reader.Next());
@@ -136,7 +62,7 @@ bool FoldedEqual(std::string_view left, std::string_view right) {
     const auto leftByte = static_cast<unsigned char>(left.front());
     const auto rightByte = static_cast<unsigned char>(right.front());
     if (leftByte >= 0x80 || rightByte >= 0x80) break;
-    if (FoldAscii(leftByte) != FoldAscii(rightByte)) return false;
+    if (FoldCharacter(leftByte) != FoldCharacter(rightByte)) return false;
     left.remove_prefix(1);
     right.remove_prefix(1);
   }
@@ -151,7 +77,7 @@ bool FoldedEqual(std::string_view left, std::string_view right) {
 std::string FileNameToUtf8(std::string_view name) {
   if (IsUtf8(name)) return std::string(name);
   std::string text;
-  for (const char byte : name) AppendUtf8(text, FromWindows1252(byte));
+  for (const char byte : name) automation::AppendUtf8(text, FromWindows1252(byte));
   return text;
 }
 

@@ -95,7 +95,8 @@ std::string ProgramFinder::FindNative(const std::string& name) {
   };
   if (name.find('/') != std::string::npos) return executable(name) ? name : std::string();
   for (const std::string& folder : Split(SearchPath())) {
-    std::string path = folder + "/" + name;
+    std::string path = folder;
+    (path += '/') += name;
     if (executable(path)) return path;
   }
   return {};
@@ -155,9 +156,11 @@ std::optional<ProgramFinder::Entry> ProgramFinder::Probe(std::string_view name) 
       if (auto entry = ProbeDosPath(path)) return entry;
     return std::nullopt;
   }
-  for (const std::string& folder : SearchFolders())
+  for (std::string folder : SearchFolders()) {
+    folder += '\\';
     for (const std::string& spelling : spellings)
-      if (auto entry = ProbeDosPath(folder + '\\' + spelling)) return entry;
+      if (auto entry = ProbeDosPath(folder + spelling)) return entry;
+  }
   return std::nullopt;
 }
 

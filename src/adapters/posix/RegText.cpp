@@ -8,6 +8,7 @@
 #include "adapters/posix/RegistryData.hpp"
 #include "adapters/posix/TextEncoding.hpp"
 #include "automation/Error.hpp"
+#include "automation/Utf.hpp"
 
 namespace hearthmake::posix {
 
@@ -204,7 +205,8 @@ class Parser {
     Skip(length);
     // The old format has these texts in the code page.
     const bool codePage = m_oldFormat && IsTextType(static_cast<RegistryType>(*type));
-    return DecodeRegistryValue(*type, codePage ? Utf16FromUtf8(Utf8FromWindows1252(*bytes)) : *bytes);
+    return DecodeRegistryValue(*type,
+                               codePage ? Utf16FromUtf8(automation::Windows1252ToUtf8(*bytes)) : *bytes);
   }
 
   // Up to the end of the line or a comment; a line that ends with a backslash goes on with the next.

@@ -1,7 +1,6 @@
 #include "adapters/posix/RegistryStore.hpp"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "adapters/posix/RegistryData.hpp"
@@ -58,6 +57,14 @@ bool IsSame(const RegistryValue& left, const RegistryValue& right) {
   return left.type == right.type && left.data == right.data;
 }
 
+// The names themselves, in the order of their folded forms.
+std::vector<std::string> Spellings(const std::map<std::string_view, std::string_view>& names) {
+  std::vector<std::string> result;
+  result.reserve(names.size());
+  for (const auto& [folded, name] : names) result.emplace_back(name);
+  return result;
+}
+
 }  // namespace
 
 RegistryStore::RegistryStore(std::string path) : m_file(std::move(path), kLargestFile) {}
@@ -81,9 +88,7 @@ std::vector<std::string> RegistryStore::SubKeys(RegistryRoot root, std::string_v
   std::map<std::string_view, std::string_view> names;
   for (const Tree::Key* place : Find(root, key))
     for (const auto& [folded, child] : place->children) names.emplace(folded, child->name);
-  std::vector<std::string> result;
-  for (const auto& [folded, name] : names) result.emplace_back(name);
-  return result;
+  return Spellings(names);
 }
 
 std::vector<std::string> RegistryStore::ValueNames(RegistryRoot root, std::string_view key) {
@@ -91,9 +96,7 @@ std::vector<std::string> RegistryStore::ValueNames(RegistryRoot root, std::strin
   std::map<std::string_view, std::string_view> names;
   for (const Tree::Key* place : Find(root, key))
     for (const auto& [folded, value] : place->content) names.emplace(folded, value.name);
-  std::vector<std::string> result;
-  for (const auto& [folded, name] : names) result.emplace_back(name);
-  return result;
+  return Spellings(names);
 }
 
 void RegistryStore::Set(RegistryRoot root, std::string_view key, std::string_view name,

@@ -4,8 +4,8 @@
 #include <wctype.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
+
+#include "automation/Utf.hpp"
 
 namespace hearthmake::posix {
 
@@ -13,49 +13,36 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-// What Windows-1252 has at 0x80 to 0x9F; its five undefined bytes stay the C1 controls.
-constexpr std::array<char16_t, 32> kWindows1252High = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
 struct Decoded {
   char32_t character = kReplacement;
   std::size_t length = 1;
   bool valid = false;
 };
 
+// Surrogates are no characters of a text from outside.
 Decoded DecodeOne(std::string_view text, std::size_t at) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char lead = byte(at);
-  if (lead < 0x80) return {lead, 1, true};
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || text.size() - at < length) return {};
-  char32_t character = lead & (0x7Fu >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(at + i) & 0xC0) != 0x80) return {};
-    character = character << 6 | (byte(at + i) & 0x3F);
-  }
-  constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
-  const bool surrogate = character >= 0xD800 && character < 0xE000;
-  if (character < smallest[length] || character > 0x10FFFF || surrogate) return {};
-  return {character, length, true};
+  const std::string_view rest = text.substr(at);
+  const std::size_t length = automation::Utf8SequenceLength(rest);
+  const char32_t character = automation::DecodeUtf8(rest);
+  const bool isStray = length == 1 && static_cast<unsigned char>(rest.front()) >= 0x80;
+  const bool isSurrogate = character >= 0xD800 && character < 0xE000;
+  return isStray || isSurrogate ? Decoded{} : Decoded{character, length, true};
 }
 
 bool IsAscii(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-// Names are folded to upper case by fixed tables, whatever language the user has chosen.
-char32_t Fold(char32_t character) {
+}  // namespace
+
+char32_t FoldCharacter(char32_t character) {
+  if (character < 0x80) return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
   static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   if (unicode == nullptr) return character;
   const auto upper = static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), unicode));
   // The dotless i and the long s are letters of their own to Windows, not spellings of I and S.
-  return upper < 0x80 && character >= 0x80 ? character : upper;
+  return upper < 0x80 ? character : upper;
 }
-
-}  // namespace
 
 bool IsUtf8(std::string_view bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
@@ -74,7 +61,7 @@ std::string DecodeText(std::string bytes) {
     return Utf8FromUtf16(std::string_view(bytes).substr(2));
   }
   if (view.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
-  return IsUtf8(bytes) ? bytes : Utf8FromWindows1252(bytes);
+  return IsUtf8(bytes) ? bytes : automation::Windows1252ToUtf8(bytes);
 }
 
 std::string Utf8FromUtf16(std::string_view littleEndianBytes) {
@@ -91,7 +78,7 @@ std::string Utf8FromUtf16(std::string_view littleEndianBytes) {
       const bool pair = character < 0xDC00 && i + 1 < count && unit(i + 1) >= 0xDC00 && unit(i + 1) < 0xE000;
       character = pair ? 0x10000 + ((character - 0xD800) << 10) + (unit(++i) - 0xDC00u) : kReplacement;
     }
-    AppendUtf8(text, character);
+    automation::AppendUtf8(text, character);
   }
   return text;
 }
@@ -116,35 +103,6 @@ std::string Utf16FromUtf8(std::string_view utf8) {
   return bytes;
 }
 
-std::string Utf8FromWindows1252(std::string_view bytes) {
-  std::string text;
-  text.reserve(bytes.size() + bytes.size() / 8);
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    AppendUtf8(text, byte >= 0x80 && byte < 0xA0 ? kWindows1252High[byte - 0x80u] : byte);
-  }
-  return text;
-}
-
-void AppendUtf8(std::string& text, char32_t character) {
-  const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
-  if (character < 0x80) {
-    put(character);
-  } else if (character < 0x800) {
-    put(0xC0 | character >> 6);
-    put(0x80 | (character & 0x3F));
-  } else if (character < 0x10000) {
-    put(0xE0 | character >> 12);
-    put(0x80 | (character >> 6 & 0x3F));
-    put(0x80 | (character & 0x3F));
-  } else {
-    put(0xF0 | character >> 18);
-    put(0x80 | (character >> 12 & 0x3F));
-    put(0x80 | (character >> 6 & 0x3F));
-    put(0x80 | (character & 0x3F));
-  }
-}
-
 std::string FoldCase(std::string_view utf8) {
   std::string folded;
   folded.reserve(utf8.size());
@@ -155,7 +113,7 @@ std::string FoldCase(std::string_view utf8) {
   for (std::size_t at = 0; at < utf8.size();) {
     const Decoded next = DecodeOne(utf8, at);
     if (next.valid) {
-      AppendUtf8(folded, Fold(next.character));
+      automation::AppendUtf8(folded, FoldCharacter(next.character));
     } else {
       folded += utf8[at];
     }

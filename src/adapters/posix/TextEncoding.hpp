@@ -16,9 +16,10 @@ std::string DecodeText(std::string bytes);
 // Little-endian UTF-16 bytes; an odd last byte is dropped.
 std::string Utf8FromUtf16(std::string_view littleEndianBytes);
 std::string Utf16FromUtf8(std::string_view utf8);
-std::string Utf8FromWindows1252(std::string_view bytes);
 
-void AppendUtf8(std::string& text, char32_t character);
+// Upper case, one character for one, as Windows folds names. Never by the locale of the process: whether
+// two names are the same must not depend on who runs the program.
+char32_t FoldCharacter(char32_t character);
 
 // The form in which names are compared without regard to case.
 std::string FoldCase(std::string_view utf8);

@@ -136,10 +136,9 @@ class WineHive::EntryReader {
     std::string_view line = TakeLine(m_rest);
     Entry entry;
     if (line.starts_with('"') || line.starts_with('@')) {
-      while (WithoutLineEnd(line).ends_with('\\') && !m_rest.empty()) {
-        TakeLine(m_rest);
-        line = before.substr(0, before.size() - m_rest.size());
-      }
+      for (std::string_view last = line; WithoutLineEnd(last).ends_with('\\') && !m_rest.empty();)
+        last = TakeLine(m_rest);
+      line = before.substr(0, before.size() - m_rest.size());
       ReadName(entry, WithoutLineEnd(line));
     }
     entry.text = before.substr(0, before.size() - m_rest.size());

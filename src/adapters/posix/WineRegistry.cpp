@@ -197,6 +197,7 @@ std::vector<std::string> WineRegistry::List(RegistryRoot root, std::string_view 
     for (std::string& name : (hive->*lister)(view.key)) names.try_emplace(FoldCase(name), std::move(name));
   }
   std::vector<std::string> result;
+  result.reserve(names.size());
   for (auto& [folded, name] : names) result.push_back(std::move(name));
   return result;
 }

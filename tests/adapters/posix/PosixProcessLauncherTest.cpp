@@ -21,7 +21,6 @@ namespace {
 using namespace std::chrono_literals;
 using support::EnvironmentOverride;
 using support::PosixFolder;
-using ::testing::HasSubstr;
 
 constexpr auto kLong = 20s;
 

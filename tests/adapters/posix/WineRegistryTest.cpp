@@ -21,7 +21,6 @@ using platform::RegistryType;
 using support::PosixFolder;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::Not;
 
 std::string Hive(const std::string& base, const std::string& arch, const std::string& keys = {}) {
   return "WINE REGISTRY Version 2\n;; All keys relative to " + base + "\n\n#arch=" + arch + "\n\n" + keys;

@@ -1,0 +1,4 @@
+Attribute VB_Name = "modRules"
+Option Explicit
+
+Public Const MAX_QUANTITY As Long = 5000
