@@ -1,5 +1,6 @@
 #include "project/References.hpp"
 
+#include <cmath>
 #include <limits>
 
 #include "automation/Error.hpp"
@@ -78,7 +79,9 @@ bool IsRegisteredControl(const Reference& reference) {
   std::string flags;
   GetRegistryValue(platform::RegistryRoot::ClassesRoot,
                    "Typelib\\" + reference.GUID() + "\\" + reference.BinaryVersion() + "\\FLAGS", "", flags);
-  return (static_cast<std::int32_t>(automation::Val(flags)) & kControlFlag) == kControlFlag;
+  const double number = automation::Val(flags);
+  const bool isLong = std::abs(number) <= std::numeric_limits<std::int32_t>::max();
+  return isLong && (static_cast<std::int32_t>(number) & kControlFlag) == kControlFlag;
 }
 
 std::string StemKey(std::string_view path) { return automation::Lower(FileStem(path)); }
@@ -324,13 +327,18 @@ void References::DetectRow(const std::string& row) {
       project = nullptr;
     }
   }
+  if (!AddParsed(row)) AddRaw(row);
+}
+
+bool References::AddParsed(const std::string& row) {
+  // Without a whole GUID the row could not be written again from its parts.
+  const std::size_t open = row.find('{');
+  if (open == std::string::npos || row.find('}', open) > row.find('#')) return false;
   try {
-    if (AddExternalReference(row, "")) return;
+    return AddExternalReference(row, "").Get() != nullptr;
   } catch (const automation::Error&) {
-    // Too few fields: held raw below.
-    project = nullptr;
+    return false;  // too few fields
   }
-  AddRaw(row);
 }
 
 void References::AddRaw(const std::string& row) {

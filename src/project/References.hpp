@@ -61,6 +61,7 @@ class References final : public automation::Object {
 
  private:
   void DetectRow(const std::string& row);
+  bool AddParsed(const std::string& row);
   void AddRaw(const std::string& row);
   void AddLibrary(const std::string& strFileName, Reference& reference);
   void Insert(Reference& reference);
