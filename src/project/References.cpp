@@ -255,9 +255,17 @@ void References::BeginEdit() {
 }
 
 void References::ApplyEdit() {
+  StoreChanges();
+  EndEdit();
+}
+
+void References::StoreChanges() {
   // The source names CancelEdit on purpose.
   if (!m_editing) Raise(automation::kEditCycle, "Project.CancelEdit", "Not in edit mode");
   if (m_dirty) SaveReferences();
+}
+
+void References::EndEdit() {
   m_dirty = false;
   m_editing = false;
   m_snapshot.clear();
