@@ -312,10 +312,12 @@ void References::InsertRow(const Reference& reference, std::int32_t idOwner) {
 void References::Detect(const std::vector<std::string>& rows) {
   std::vector<automation::Held<Reference>> previous;
   for (std::size_t i = 0; i < m_items.Count(); ++i) previous.emplace_back(&m_items.At(i));
+  const bool wasDirty = m_dirty;
   m_items.Clear();
   try {
     for (const std::string& row : rows) DetectRow(row);
   } catch (const automation::Error&) {
+    m_dirty = wasDirty;
     m_items.Clear();
     for (const auto& reference : previous) m_items.Add(*reference, reference->Id());
     throw;
