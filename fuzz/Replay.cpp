@@ -24,7 +24,7 @@ extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*call
 
 namespace {
 
-constexpr int kMutationsPerSeed = 150;
+constexpr int kMutationsPerSeed = 300;
 constexpr std::size_t kLongestInput = 64 * 1024;
 
 // What is being run, for the report of a crash.
