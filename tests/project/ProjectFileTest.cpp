@@ -146,7 +146,7 @@ TEST_F(ProjectFile, RefusesFilesWithoutAKnownType) {
     return FailureOf([&] { bench.build->Projects().Add("C:\\src\\Bad.vbp"); });
   };
   EXPECT_EQ(add(""), expected) << "empty";
-  EXPECT_EQ(add(std::string("MZ\0\x01\xFF\r\n\0Type\0=", 16)), expected) << "binary";
+  EXPECT_EQ(add(std::string("MZ\0\x01\xFF\r\n\0Type\0=", 14)), expected) << "binary";
   EXPECT_EQ(add("Type=Exe\nName=\"A\"\n"), expected) << "LF only: one row without end";
   EXPECT_EQ(add("Type=Exe"), expected) << "no line end at all";
   EXPECT_EQ(add("Type=Library\r\nName=\"A\"\r\n"), expected);
