@@ -1,7 +1,5 @@
 #include "host/HostSystemInfo.hpp"
 
-#include <fmt/format.h>
-
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "host/HostError.hpp"
@@ -41,9 +39,18 @@ std::string HostSystemInfo::TemporaryFolder() {
 }
 
 std::int32_t HostSystemInfo::MajorVersion() {
-  if (!m_majorVersion) m_majorVersion = m_settings.OsVersion();
+  if (!m_majorVersion) m_majorVersion = OverriddenVersion();
   if (!m_majorVersion) m_majorVersion = m_hasPrefix ? VersionOfPrefix() : kDefaultVersion;
   return *m_majorVersion;
+}
+
+// The library is waiting for the answer: it knows errors of its own kind only.
+std::optional<std::int32_t> HostSystemInfo::OverriddenVersion() const {
+  try {
+    return m_settings.OsVersion();
+  } catch (const HostError& error) {
+    automation::Raise(automation::kInvalidValue, "SystemInfo", error.what());
+  }
 }
 
 std::int32_t HostSystemInfo::VersionOfPrefix() {

@@ -20,10 +20,11 @@ class HostSystemInfo final : public posix::PosixSystemInfo {
 
   // Private to the process, made at the first call and gone at its end.
   std::string TemporaryFolder() override;
-  // The host's override, else what the prefix's registry says, else 10.
+  // The host's override (error 45 when that is no number), else what the prefix's registry says, else 10.
   std::int32_t MajorVersion() override;
 
  private:
+  std::optional<std::int32_t> OverriddenVersion() const;
   std::int32_t VersionOfPrefix();
 
   const HostSettings& m_settings;

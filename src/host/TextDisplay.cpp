@@ -69,6 +69,7 @@ void TextDisplay::ShowCompiled(Project& /*project*/) {}
 
 void TextDisplay::ShowFailed(Project* project, const std::string& message, bool /*isCompileError*/) {
   ClearLine();
+  m_projectName = project == nullptr ? "" : project->Name();
   if (Result() == RunResult::Cancelled) return;  // the compiler did not fail, it was ended
   const std::string where = project == nullptr ? m_buildName
                                                : fmt::format("{} ({})", project->Name(),

@@ -132,8 +132,8 @@ void Project::SetProjectPath(const std::string& value) {
   if (!EndsInVbp(value)) {
     Refuse(automation::kInvalidValue, kSource, "This is not a project file. No vbp extention");
   }
-  const std::size_t length = automation::Length(value) +
-                             automation::Length(Ports().system->TemporaryFolder()) + kCommandLineMargin;
+  const std::size_t length =
+      automation::Length(value) + automation::Length(Ports().system->TemporaryFolder()) + kCommandLineMargin;
   if (length >= kCommandLineLimit) {
     Refuse(automation::BuildErrors::beCommandLineToLong, kSource, "Project path is too long.");
   }

@@ -261,7 +261,8 @@ class Project final : public automation::Object {
   template <class T>
   void Assign(T& field, const T& value);
   [[noreturn]] void Refuse(std::int32_t number, const char* source, const std::string& message) const;
-  [[noreturn]] void Refuse(automation::BuildErrors error, const char* source, const std::string& message) const;
+  [[noreturn]] void Refuse(automation::BuildErrors error, const char* source,
+                           const std::string& message) const;
   // The binary or the file moved or was renamed: look-ups by file must notice.
   void FilesChanged();
 

@@ -351,9 +351,10 @@ TEST(Settings, AStoreThatCanNotBeWrittenKeepsTheChange) {
   const auto settings = Make<Settings>();
   settings->BeginEdit();
   settings->SetScriptTimeOut(9);
-  std::filesystem::create_directories(bench.root.Path("settings.ini"));
-  EXPECT_NE(ErrorOf([&] { settings->ApplyEdit(); }).Number(), 0);
   std::filesystem::remove(bench.root.Path("settings.ini"));
+  std::filesystem::create_directories(bench.root.Path("settings.ini/in the way"));
+  EXPECT_NE(ErrorOf([&] { settings->ApplyEdit(); }).Number(), 0);
+  std::filesystem::remove_all(bench.root.Path("settings.ini"));
   settings->ApplyEdit();
   EXPECT_EQ(Make<Settings>()->ScriptTimeOut(), 9);
 }

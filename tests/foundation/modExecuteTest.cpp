@@ -123,7 +123,7 @@ TEST(modExecute, StopsMtsByItsThreeCommandsAndWaitsSevenSeconds) {
   modExecute::StopMTS();
   EXPECT_EQ(bench.launcher->commands,
             (std::vector<std::string>{"net stop server /Y", "mtxstop", "net stop msdtc"}));
-  EXPECT_EQ(Output(bench), "net stop server /Y\nmtxstop \nnet stop msdtc\n");
+  EXPECT_EQ(Output(bench), "net stop server /Y\nmtxstop\nnet stop msdtc\n");
   EXPECT_EQ(bench.clock->slept, std::chrono::milliseconds(7000));
 }
 

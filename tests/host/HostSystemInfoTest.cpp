@@ -47,6 +47,11 @@ TEST_F(HostSystemInfoTest, TheHostsOverrideComesFirst) {
   EXPECT_EQ(WithRegistry("\"CurrentVersion\"=\"5.1\"\n").MajorVersion(), 4);
 }
 
+TEST_F(HostSystemInfoTest, TellsTheLibraryOfAnOverrideThatIsNoNumber) {
+  folder.MakeFile("data/host.ini", "[Host\\Settings]\nOSVersion=new\n");
+  EXPECT_THROW(WithRegistry("").MajorVersion(), automation::Error);
+}
+
 TEST_F(HostSystemInfoTest, MakesTheTemporaryFolderWhenItIsAskedFor) {
   const std::string parent = folder.MakeFolder("tmp");
   settings.Store("TemporaryFolder", parent);

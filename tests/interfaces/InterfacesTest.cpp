@@ -26,17 +26,17 @@ using automation::MemberKind;
 using automation::ValueKind;
 
 std::vector<const Interface*> AllInterfaces() {
-  return {&Build::Describe(),       &Builds::Describe(),          &Projects::Describe(), &Project::Describe(),
-          &References::Describe(),  &Reference::Describe(),       &Settings::Describe(), &SettingNames::Describe(),
-          &SSProjects::Describe(),  &MTSPackages::Describe(),     &Scripts::Describe(),
-          &COMApplications::Describe()};
+  return {&Build::Describe(),       &Builds::Describe(),       &Projects::Describe(),
+          &Project::Describe(),     &References::Describe(),   &Reference::Describe(),
+          &Settings::Describe(),    &SettingNames::Describe(), &SSProjects::Describe(),
+          &MTSPackages::Describe(), &Scripts::Describe(),      &COMApplications::Describe()};
 }
 
 std::vector<const Enumeration*> AllEnumerations() {
-  return {&DescribeEnumeration(ProjectTypes()),      &DescribeEnumeration(CompatibleModes()),
-          &DescribeEnumeration(CompilationTypes()),  &DescribeEnumeration(OptimizationTypes()),
-          &DescribeEnumeration(ThreadingModels()),   &DescribeEnumeration(StartModes()),
-          &DescribeEnumeration(ReferenceTypes()),    &DescribeEnumeration(BuildScripts())};
+  return {&DescribeEnumeration(ProjectTypes()),     &DescribeEnumeration(CompatibleModes()),
+          &DescribeEnumeration(CompilationTypes()), &DescribeEnumeration(OptimizationTypes()),
+          &DescribeEnumeration(ThreadingModels()),  &DescribeEnumeration(StartModes()),
+          &DescribeEnumeration(ReferenceTypes()),   &DescribeEnumeration(BuildScripts())};
 }
 
 const char* KindText(MemberKind kind) {
@@ -87,7 +87,8 @@ std::string Listing(const Interface& declared) {
   return text;
 }
 
-// Members in the notation of the tables: "Title gl String" is a get and then a let, "Path32 lg" the other way.
+// Members in the notation of the tables: "Title gl String" is a get and then a let, "Path32 lg" the other
+// way.
 std::string Expand(const std::string& table) {
   std::istringstream lines(table);
   std::string text;
@@ -130,17 +131,19 @@ TEST(Interfaces, ProjectHasItsMembersInOrder) {
   const std::string rest = Expand(
       "MtsPackageId gl Long\nRemoteServerFilePath g String\nCompileError g String\n"
       "PreserveBinary gl Boolean\nLastErrorMessage g String\n");
-  const std::string last = "call UpdateVBP() \n" +
-                           Expand("LastCompiled g Date\nCheckInBinaryFile gl Boolean\nCheckInVBPFile gl Boolean\n") +
-                           "call DistributeBinaryFile() Boolean\n";
+  const std::string last =
+      "call UpdateVBP() \n" +
+      Expand("LastCompiled g Date\nCheckInBinaryFile gl Boolean\nCheckInVBPFile gl Boolean\n") +
+      "call DistributeBinaryFile() Boolean\n";
   EXPECT_EQ(Listing(Project::Describe()), before + methods + between + more + rest + last);
 }
 
 TEST(Interfaces, ReferenceHasItsMembersInOrder) {
-  EXPECT_EQ(Listing(Reference::Describe()),
-            Expand("Id g String\nGUID gl String\nBinaryVersion gl String\nDescription gl String\n"
-                   "Path gl String\nReferencedProject g Long\nIsExternal g Boolean\nReferenceString g String\n"
-                   "IsUserControl g Boolean\nReferenceType g ReferenceTypes\n"));
+  EXPECT_EQ(
+      Listing(Reference::Describe()),
+      Expand("Id g String\nGUID gl String\nBinaryVersion gl String\nDescription gl String\n"
+             "Path gl String\nReferencedProject g Long\nIsExternal g Boolean\nReferenceString g String\n"
+             "IsUserControl g Boolean\nReferenceType g ReferenceTypes\n"));
 }
 
 TEST(Interfaces, ReferencesHasItsMembersInOrder) {
@@ -209,9 +212,9 @@ TEST(Interfaces, HelpTextsStandWithTheirMembers) {
 }
 
 TEST(Interfaces, CollectionsHaveAnItemByDefaultAndAnEnumerator) {
-  for (const Interface* declared : {&Builds::Describe(), &Projects::Describe(), &References::Describe(),
-                                    &SettingNames::Describe(), &SSProjects::Describe(),
-                                    &MTSPackages::Describe(), &COMApplications::Describe()}) {
+  for (const Interface* declared :
+       {&Builds::Describe(), &Projects::Describe(), &References::Describe(), &SettingNames::Describe(),
+        &SSProjects::Describe(), &MTSPackages::Describe(), &COMApplications::Describe()}) {
     const Member* item = declared->Find(automation::kDefaultMember, automation::InvokeKind::Get);
     ASSERT_NE(item, nullptr) << declared->Name();
     EXPECT_EQ(item->name, "item") << declared->Name();

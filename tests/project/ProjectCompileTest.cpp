@@ -62,10 +62,11 @@ TEST_F(ProjectCompile, MakesDllsAndControlsWithMakedllAndProgramsWithMake) {
   bench.Add("C:\\src\\S.vbp", "Type=OleExe\nName=\"S\"\n").Compile();
   bench.Add("C:\\src\\L.vbp", "Type=OleDll\nName=\"L\"\n").Compile();
   bench.Add("C:\\src\\C.vbp", "Type=Control\nName=\"C\"\n").Compile();
-  EXPECT_EQ(bench.launcher->commands, (List{"C:\\vb6.exe \"C:\\src\\P.vbp\" /make /out C:\\temp\\CR.txt",
-                                            "C:\\vb6.exe \"C:\\src\\S.vbp\" /make /out C:\\temp\\CR.txt",
-                                            "C:\\vb6.exe \"C:\\src\\L.vbp\" /makedll /out C:\\temp\\CR.txt",
-                                            "C:\\vb6.exe \"C:\\src\\C.vbp\" /makedll /out C:\\temp\\CR.txt"}));
+  EXPECT_EQ(bench.launcher->commands,
+            (List{"C:\\vb6.exe \"C:\\src\\P.vbp\" /make /out C:\\temp\\CR.txt",
+                  "C:\\vb6.exe \"C:\\src\\S.vbp\" /make /out C:\\temp\\CR.txt",
+                  "C:\\vb6.exe \"C:\\src\\L.vbp\" /makedll /out C:\\temp\\CR.txt",
+                  "C:\\vb6.exe \"C:\\src\\C.vbp\" /makedll /out C:\\temp\\CR.txt"}));
 }
 
 TEST_F(ProjectCompile, QuotesAProjectPathWithBlanks) {
@@ -213,17 +214,22 @@ TEST_F(ProjectCompile, ReportsTheWholeLogOfAFailure) {
       "printf 'Compile Error in File c1.cls, Line 12 : Variable not defined\\r\\nBuild failed.\\r\\n' "
       ">\"$LOG\"");
   Project& lib = Dll();
-  EXPECT_EQ(FailureOf([&] { lib.Compile(); }),
-            CompileFailure("Compile Error in File c1.cls, Line 12 : Variable not defined\r\nBuild failed.\r\n"));
-  EXPECT_EQ(lib.CompileError(), "Compile Error in File c1.cls, Line 12 : Variable not defined Build failed. ");
+  EXPECT_EQ(
+      FailureOf([&] { lib.Compile(); }),
+      CompileFailure("Compile Error in File c1.cls, Line 12 : Variable not defined\r\nBuild failed.\r\n"));
+  EXPECT_EQ(lib.CompileError(),
+            "Compile Error in File c1.cls, Line 12 : Variable not defined Build failed. ");
   EXPECT_FALSE(lib.CompiledOK());
 }
 
 TEST_F(ProjectCompile, ReadsTheLogAsWindows1252) {
   bench.SetCompiler("printf 'Variable non d\\351finie' >\"$LOG\"");
   Project& lib = Dll();
-  EXPECT_EQ(FailureOf([&] { lib.Compile(); }), CompileFailure("Variable non d\xC3\xA9" "finie"));
-  EXPECT_EQ(lib.CompileError(), "Variable non d\xC3\xA9" "finie");
+  EXPECT_EQ(FailureOf([&] { lib.Compile(); }), CompileFailure("Variable non d\xC3\xA9"
+                                                              "finie"));
+  EXPECT_EQ(lib.CompileError(),
+            "Variable non d\xC3\xA9"
+            "finie");
 }
 
 TEST_F(ProjectCompile, JudgesByTheLogAndNotByTheExitStatus) {

@@ -58,7 +58,9 @@ TEST_F(ProjectEdit, LoadsWhatWasSaved) {
   project.SetPreserveBinary(true);
   project.SetCheckInBinaryFile(true);
   project.SetCheckInVBPFile(true);
-  project.SetDescription("Gr\xC3\xB6\xC3\x9F" "e");
+  project.SetDescription(
+      "Gr\xC3\xB6\xC3\x9F"
+      "e");
   project.ApplyEdit();
 
   const auto build = bench.Reload();
@@ -73,7 +75,9 @@ TEST_F(ProjectEdit, LoadsWhatWasSaved) {
   EXPECT_TRUE(loaded->CheckInVBPFile());
   EXPECT_EQ(loaded->Path32(), "..\\bin");
   EXPECT_EQ(loaded->DllBaseAddress(), 0x1AFE0000);
-  EXPECT_EQ(loaded->Description(), "Gr\xC3\xB6\xC3\x9F" "e");
+  EXPECT_EQ(loaded->Description(),
+            "Gr\xC3\xB6\xC3\x9F"
+            "e");
   EXPECT_EQ(loaded->ProjectType(), ProjectTypes::ActiveXDll);
   EXPECT_EQ(loaded->LastCompiled().value, 0);
 }
@@ -185,7 +189,8 @@ TEST_F(ProjectEdit, StoresNothingOfAProjectWhoseReferencesCannotBeSaved) {
   project.SetTitle("New");
   project.SetCopyPath("C:\\copies");
   project.ReferenceList().AddExternalReference(kApostrophe, "");
-  EXPECT_EQ(FailureOf([&] { project.ApplyEdit(); }), Failure(45, "References.SaveReferences", "Save failed!"));
+  EXPECT_EQ(FailureOf([&] { project.ApplyEdit(); }),
+            Failure(45, "References.SaveReferences", "Save failed!"));
   EXPECT_EQ(ProjectBench::Stored(project, "Title"), "\"Lib library\"");
   EXPECT_EQ(ProjectBench::Stored(project, "CopyPath"), "");
   // The edit goes on: mended, all of it is stored.
@@ -209,13 +214,13 @@ TEST_F(ProjectEdit, LeavesNoTraceOfANewProjectWhoseReferencesCannotBeSaved) {
 TEST_F(ProjectEdit, TakesPartInATransactionAroundIt) {
   Project& project = Dll();
   EXPECT_THROW(modDatabase::InTransaction([&] {
-    project.BeginEdit();
-    project.SetTitle("New");
-    project.ReferenceList().AddExternalReference(kLibrary, "");
-    project.ApplyEdit();
-    EXPECT_EQ(ProjectBench::Stored(project, "Title"), "\"New\"");
-    throw automation::Error(1, "test", "rolled back");
-  }),
+                 project.BeginEdit();
+                 project.SetTitle("New");
+                 project.ReferenceList().AddExternalReference(kLibrary, "");
+                 project.ApplyEdit();
+                 EXPECT_EQ(ProjectBench::Stored(project, "Title"), "\"New\"");
+                 throw automation::Error(1, "test", "rolled back");
+               }),
                automation::Error);
   EXPECT_EQ(ProjectBench::Stored(project, "Title"), "\"Lib library\"");
   EXPECT_EQ(Rows("ExternalReferences"), 0);

@@ -146,7 +146,7 @@ TEST_F(ProjectFile, RefusesFilesWithoutAKnownType) {
     return FailureOf([&] { bench.build->Projects().Add("C:\\src\\Bad.vbp"); });
   };
   EXPECT_EQ(add(""), expected) << "empty";
-  EXPECT_EQ(add(std::string("MZ\0\x01\xFF\r\n\0Type\0=", 16)), expected) << "binary";
+  EXPECT_EQ(add(std::string("MZ\0\x01\xFF\r\n\0Type\0=", 14)), expected) << "binary";
   EXPECT_EQ(add("Type=Exe\nName=\"A\"\n"), expected) << "LF only: one row without end";
   EXPECT_EQ(add("Type=Exe"), expected) << "no line end at all";
   EXPECT_EQ(add("Type=Library\r\nName=\"A\"\r\n"), expected);
@@ -165,14 +165,15 @@ TEST_F(ProjectFile, KeepsNothingOpenOfAFileThatWasRefused) {
 
 TEST_F(ProjectFile, ReadsAndUpdatesAFileOf50Megabytes) {
   std::string bytes = "Type=Exe\r\nName=\"Big\"\r\n";
-  while (bytes.size() < 50U * 1024 * 1024) bytes += "Form=some form with a long name.frm; and a remark \xE9\r\n";
+  while (bytes.size() < 50U * 1024 * 1024)
+    bytes += "Form=some form with a long name.frm; and a remark \xE9\r\n";
   bench.WriteBytes("C:\\src\\Big.vbp", bytes + "MajorVer=1\r\n");
   Project& project = *bench.build->Projects().Add("C:\\src\\Big.vbp");
   EXPECT_EQ(project.MajorVer(), 1);
   project.SetMajorVer(2);
   project.ReferenceList().AddExternalReference("Reference=*\\G{G}#1.0#0#x.dll#X", "");
-  EXPECT_EQ(Updated(project), "Type=Exe\r\nReference=*\\G{G}#1.0#0#x.dll#X\r\n" +
-                                  bytes.substr(10) + "MajorVer=2\r\n");
+  EXPECT_EQ(Updated(project),
+            "Type=Exe\r\nReference=*\\G{G}#1.0#0#x.dll#X\r\n" + bytes.substr(10) + "MajorVer=2\r\n");
 }
 
 TEST_F(ProjectFile, RefusesAProjectWhoseNameTheBuildHas) {
@@ -235,8 +236,8 @@ TEST_F(ProjectFile, FindsTheProjectByTheNameOfItsBinaryWhenNoPathFits) {
 TEST_F(ProjectFile, FindsTheProjectOfAUncPathByTheNameOfItsBinary) {
   bench.AddDll("C:\\1\\Lib.vbp", "First");
   EXPECT_EQ(Refs(Program("Reference=*\\G{X}#1.0#0#\\\\server\\share\\Lib.dll#L\n")).size(), 1U);
-  const Project& owner = bench.Add("C:\\src\\B.vbp",
-                                   "Type=Exe\nReference=*\\G{X}#1.0#0#\\\\server\\share\\No.dll#L\nName=\"B\"\n");
+  const Project& owner = bench.Add(
+      "C:\\src\\B.vbp", "Type=Exe\nReference=*\\G{X}#1.0#0#\\\\server\\share\\No.dll#L\nName=\"B\"\n");
   EXPECT_EQ(Refs(owner), List{"Reference=*\\G{X}#1.0#0#\\\\server\\share\\No.dll#L"});
 }
 
@@ -301,10 +302,14 @@ TEST_F(ProjectFile, KeepsACrossReferenceAsAnExternalReference) {
 }
 
 TEST_F(ProjectFile, HoldsRowsThatItCannotTakeApartAsTheyAre) {
-  const List rows = {"Reference=*\\A..\\Gone\\Gone.vbp", "Reference=*\\G{A}#1.0",
-                     "Reference=*\\G{A}#1.0#0",          "Reference=*\\Gno brace#1#2#3#4",
-                     "Reference=*\\G{open#1.0#0#p#d",    "Reference=",
-                     "Object=*\\AGone.vbp",              "Object={A}#1.0",
+  const List rows = {"Reference=*\\A..\\Gone\\Gone.vbp",
+                     "Reference=*\\G{A}#1.0",
+                     "Reference=*\\G{A}#1.0#0",
+                     "Reference=*\\Gno brace#1#2#3#4",
+                     "Reference=*\\G{open#1.0#0#p#d",
+                     "Reference=",
+                     "Object=*\\AGone.vbp",
+                     "Object={A}#1.0",
                      "Object=free text"};
   std::string text;
   for (const std::string& row : rows) text += row + "\n";
@@ -327,16 +332,15 @@ TEST_F(ProjectFile, GivesRawRowsBackFromTheDatabase) {
   const auto app = build->Projects().GetByName("App");
   EXPECT_EQ(Refs(*app), rows);
   app->UpdateVBP();
-  EXPECT_EQ(bench.Rows("C:\\src\\App.vbp"),
-            (List{"Type=Exe", rows[2], rows[1], rows[0], "Name=\"App\""}));
+  EXPECT_EQ(bench.Rows("C:\\src\\App.vbp"), (List{"Type=Exe", rows[2], rows[1], rows[0], "Name=\"App\""}));
 }
 
 TEST_F(ProjectFile, RefusesARowThatIsTooLongToBeHeldAndNamesIt) {
   const std::string longest = "Reference=*\\A" + std::string(252, 'x');
   EXPECT_EQ(FailureOf([&] { Program(longest + "\n"); }), kNoFailure);
   const std::string row = "Reference=*\\A" + std::string(253, 'x');
-  const Failure failure = FailureOf(
-      [&] { bench.Add("C:\\src\\B.vbp", "Type=Exe\n" + row + "\nName=\"B\"\n"); });
+  const Failure failure =
+      FailureOf([&] { bench.Add("C:\\src\\B.vbp", "Type=Exe\n" + row + "\nName=\"B\"\n"); });
   EXPECT_EQ(failure.number, static_cast<std::int32_t>(BuildErrors::be_InvalidReferenceString));
   EXPECT_NE(failure.text.find(row), std::string::npos);
 }
@@ -371,15 +375,14 @@ TEST_F(ProjectFile, DetectionMarksTheReferencesAsChanged) {
 TEST_F(ProjectFile, WritesReferencesBelowTheTypeInReverseOrder) {
   Project& app = Program("Form=a.frm\nReference=*\\G{A}#1.0#409#a.dll#A\nObject={O}#1.0#0; one.ocx\n");
   app.ReferenceList().AddExternalReference("Reference=*\\G{B}#1.0#0#b.dll#B", "");
-  EXPECT_EQ(Updated(app),
-            CrLf("Type=Exe\nReference=*\\G{B}#1.0#0#b.dll#B\nObject={O}#1.0#0;one.ocx\n"
-                 "Reference=*\\G{A}#1.0#0#a.dll#A\nForm=a.frm\nName=\"App\"\n"));
+  EXPECT_EQ(Updated(app), CrLf("Type=Exe\nReference=*\\G{B}#1.0#0#b.dll#B\nObject={O}#1.0#0;one.ocx\n"
+                               "Reference=*\\G{A}#1.0#0#a.dll#A\nForm=a.frm\nName=\"App\"\n"));
 }
 
 TEST_F(ProjectFile, WritesProjectsOfTheBuildWithTheIdentityOfTheirBinaries) {
   Project& lib = Dll("Lib", "Path32=\"..\\bin\"\n");
-  Project& grid =
-      bench.Add("C:\\src\\Grid.vbp", "Type=Control\nName=\"Grid\"\nTitle=\"The Grid\"\nExeName32=\"G.ocx\"\n");
+  Project& grid = bench.Add("C:\\src\\Grid.vbp",
+                            "Type=Control\nName=\"Grid\"\nTitle=\"The Grid\"\nExeName32=\"G.ocx\"\n");
   bench.MakeBinary("C:\\bin\\Lib.dll", 0xAB, 10, 2);
   bench.MakeBinary("C:\\src\\G.ocx", 0xCD, 3, 0);
   Project& app = Program("");
@@ -400,8 +403,7 @@ TEST_F(ProjectFile, LeavesReferenceRowsOfAProjectWithoutReferences) {
 }
 
 TEST_F(ProjectFile, ReplacesAReferenceInTheFirstRow) {
-  Project& app = bench.Add("C:\\src\\App.vbp",
-                           "Reference=*\\G{A}#1.0#0#a.dll#A\nType=Exe\nName=\"App\"\n");
+  Project& app = bench.Add("C:\\src\\App.vbp", "Reference=*\\G{A}#1.0#0#a.dll#A\nType=Exe\nName=\"App\"\n");
   EXPECT_EQ(Updated(app), CrLf("Type=Exe\nReference=*\\G{A}#1.0#0#a.dll#A\nName=\"App\"\n"));
 }
 
@@ -431,10 +433,12 @@ TEST_F(ProjectFile, TakesTheThreadsRowForAControlRowAndPutsItBackElsewhere) {
 
 TEST_F(ProjectFile, AddsAMissingSettingBeforeTheFirstSection) {
   Project& app = Program("Form=a.frm\n");
-  bench.Write("C:\\src\\App.vbp", "Type=Exe\nForm=a.frm\nName=\"App\"\n\n[MS Transaction Server]\nAutoRefresh=1\n");
+  bench.Write("C:\\src\\App.vbp",
+              "Type=Exe\nForm=a.frm\nName=\"App\"\n\n[MS Transaction Server]\nAutoRefresh=1\n");
   app.SetMajorVer(7);
-  EXPECT_EQ(Updated(app),
-            CrLf("Type=Exe\nForm=a.frm\nName=\"App\"\n\nMajorVer=7\n[MS Transaction Server]\nAutoRefresh=1\n"));
+  EXPECT_EQ(
+      Updated(app),
+      CrLf("Type=Exe\nForm=a.frm\nName=\"App\"\n\nMajorVer=7\n[MS Transaction Server]\nAutoRefresh=1\n"));
 }
 
 TEST_F(ProjectFile, AddsAMissingSettingAtTheEndOfAFileWithoutSections) {
@@ -480,11 +484,13 @@ TEST_F(ProjectFile, DoesNotReplaceASettingInALastRowWithoutLineEnd) {
 TEST_F(ProjectFile, UpdatesAWholeFileByteForByte) {
   const std::string before =
       "Type=OleDll\r\nReference=*\\G{A}#1.0#0#..\\sys\\a.dll#Biblioth\xE8que\r\nClass=One; One.cls\r\n"
-      "Module=M; M.bas\r\nStartup=\"(None)\"\r\nHelpFile=\"\"\r\nTitle=\"Caf\xE9\"\r\nExeName32=\"Lib.dll\"\r\n"
+      "Module=M; "
+      "M.bas\r\nStartup=\"(None)\"\r\nHelpFile=\"\"\r\nTitle=\"Caf\xE9\"\r\nExeName32=\"Lib.dll\"\r\n"
       "Command32=\"\"\r\nName=\"Lib\"\r\nHelpContextID=\"0\"\r\nDescription=\"\x80uro \x81\"\r\n"
       "CompatibleMode=\"1\"\r\nMajorVer=1\r\nMinorVer=0\r\nRevisionVer=0\r\nAutoIncrementVer=0\r\n"
       "ServerSupportFiles=0\r\nVersionCompanyName=\"\xC5\xE4\xF6\"\r\nCompilationType=0\r\n"
-      "OptimizationType=0\r\nFavorPentiumPro(tm)=0\r\nCodeViewDebugInfo=0\r\nNoAliasing=0\r\nBoundsCheck=0\r\n"
+      "OptimizationType=0\r\nFavorPentiumPro(tm)=0\r\nCodeViewDebugInfo=0\r\nNoAliasing=0\r\nBoundsCheck="
+      "0\r\n"
       "OverflowCheck=0\r\nFlPointCheck=0\r\nFDIVCheck=0\r\nUnroundedFP=0\r\nStartMode=1\r\nUnattended=0\r\n"
       "Retained=0\r\nThreadingModel=1\r\nDebugStartupOption=0\r\n\r\n[MS Transaction Server]\r\n"
       "AutoRefresh=1\r\n\r\n[Tool data]\r\nb=\xFF\x01\r\nno equals sign\r\n\tlast";
@@ -521,19 +527,20 @@ TEST_F(ProjectFile, NamesTheProjectAndTheCauseWhenAnUpdateFails) {
   Project& app = Program("");
   app.ReferenceList().AddInternalReference(lib);
   const std::string before = bench.Read("C:\\src\\App.vbp");
-  EXPECT_EQ(FailureOf([&] { app.UpdateVBP(); }),
-            Failure(45, "Project.UpdateVBP",
-                    "Update failed for project App A typelib for the file C:\\src\\Lib.dll could not be found. "
-                    "The file is either missing or corrupt."));
+  EXPECT_EQ(
+      FailureOf([&] { app.UpdateVBP(); }),
+      Failure(45, "Project.UpdateVBP",
+              "Update failed for project App A typelib for the file C:\\src\\Lib.dll could not be found. "
+              "The file is either missing or corrupt."));
   EXPECT_EQ(bench.Read("C:\\src\\App.vbp"), before);
 }
 
 TEST_F(ProjectFile, FailsToUpdateAMissingFileAndMakesNone) {
   Project& app = Program("");
   bench.files->Remove("C:\\src\\App.vbp");
-  EXPECT_EQ(FailureOf([&] { app.UpdateVBP(); }),
-            Failure(45, "Project.UpdateVBP",
-                    "Update failed for project App File not found: C:\\src\\App.vbp"));
+  EXPECT_EQ(
+      FailureOf([&] { app.UpdateVBP(); }),
+      Failure(45, "Project.UpdateVBP", "Update failed for project App File not found: C:\\src\\App.vbp"));
   EXPECT_FALSE(bench.files->FileExists("C:\\src\\App.vbp"));
 }
 

@@ -19,8 +19,9 @@ List Listed(const support::Workbench& bench, const std::string& bytes) {
 
 TEST(ProjectGroup, ListsProjectsAndStartupProjectsInFileOrder) {
   const support::Workbench bench;
-  EXPECT_EQ(Listed(bench, "VBGROUP 5.0\r\nProject=a.vbp\r\nStartupProject=sub\\b.vbp\r\nProject=..\\c.vbp\r\n"),
-            (List{"C:\\src\\a.vbp", "C:\\src\\sub\\b.vbp", "C:\\c.vbp"}));
+  EXPECT_EQ(
+      Listed(bench, "VBGROUP 5.0\r\nProject=a.vbp\r\nStartupProject=sub\\b.vbp\r\nProject=..\\c.vbp\r\n"),
+      (List{"C:\\src\\a.vbp", "C:\\src\\sub\\b.vbp", "C:\\c.vbp"}));
 }
 
 TEST(ProjectGroup, ReadsKeysInAnyCaseAndValuesWithAndWithoutQuotes) {
@@ -37,8 +38,9 @@ TEST(ProjectGroup, TakesAbsolutePathsAsTheyAre) {
 
 TEST(ProjectGroup, PassesOverOtherKeysSectionsAndEmptyValues) {
   const support::Workbench bench;
-  EXPECT_EQ(Listed(bench, "VBGROUP 5.0\r\n[Section]\r\nProjects=x.vbp\r\nOther=y.vbp\r\nProject=\r\n"
-                          "Project=\"\"\r\nno key\r\n=z.vbp\r\nProject=a.vbp"),
+  EXPECT_EQ(Listed(bench,
+                   "VBGROUP 5.0\r\n[Section]\r\nProjects=x.vbp\r\nOther=y.vbp\r\nProject=\r\n"
+                   "Project=\"\"\r\nno key\r\n=z.vbp\r\nProject=a.vbp"),
             List{"C:\\src\\a.vbp"});
 }
 

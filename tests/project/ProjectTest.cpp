@@ -22,8 +22,7 @@ class ProjectTest : public testing::Test {
  protected:
   Project& Dll(const std::string& moreRows = {}) { return bench.AddDll("C:\\src\\Lib.vbp", "Lib", moreRows); }
   // The text that the record holds for a setting, as the database gets it.
-  static std::string Saved(Project& project, const std::string& column,
-                           const std::function<void()>& change) {
+  static std::string Saved(Project& project, const std::string& column, const std::function<void()>& change) {
     project.BeginEdit();
     change();
     project.ApplyEdit();
@@ -203,7 +202,8 @@ TEST_F(ProjectTest, WidthsCountCharactersAndCutNoneInTwo) {
   std::string title;
   for (int i = 0; i < 60; ++i) title += "\xC3\xA9";
   project.SetTitle(title);
-  EXPECT_EQ(project.Title(), title.substr(0, std::size_t{2} * 48));  // 49 behind the quote, the last one dropped
+  EXPECT_EQ(project.Title(),
+            title.substr(0, std::size_t{2} * 48));  // 49 behind the quote, the last one dropped
 }
 
 TEST_F(ProjectTest, SettingTextsDoesNotMakeTheProjectRecordDirty) {
@@ -240,9 +240,9 @@ TEST_F(ProjectTest, VersionNumbersOutsideTheRangeAreRefused) {
     (project.*version.let)(7);
     for (const std::int16_t value : {std::int16_t{10000}, std::int16_t{-1}, std::int16_t{32767}}) {
       SCOPED_TRACE(version.name);
-      EXPECT_EQ(FailureOf([&] { (project.*version.let)(value); }),
-                Failure(45, std::string("Project.") + version.name,
-                        "Version number must be in range 0 to 9999"));
+      EXPECT_EQ(
+          FailureOf([&] { (project.*version.let)(value); }),
+          Failure(45, std::string("Project.") + version.name, "Version number must be in range 0 to 9999"));
       EXPECT_EQ(project.LastErrorMessage(), "Version number must be in range 0 to 9999");
       EXPECT_EQ((project.*version.get)(), 7);
     }
@@ -272,9 +272,7 @@ TEST_F(ProjectTest, CompatibleModeReadsUnquotedDigitsAndTakesOtherTextsForNone) 
             CompatibleModes::NoCompatibility);
 }
 
-TEST_F(ProjectTest, ExeName32OfADllIsTheProjectFilesNameWithDll) {
-  EXPECT_EQ(Dll().ExeName32(), "Lib.dll");
-}
+TEST_F(ProjectTest, ExeName32OfADllIsTheProjectFilesNameWithDll) { EXPECT_EQ(Dll().ExeName32(), "Lib.dll"); }
 
 TEST_F(ProjectTest, ExeName32TakesItsExtensionFromTheType) {
   EXPECT_EQ(bench.Add("C:\\src\\P.vbp", "Type=Exe\nName=\"P\"\n").ExeName32(), "P.exe");
@@ -288,7 +286,8 @@ TEST_F(ProjectTest, ProjectTypeIsReadWithoutRegardToCaseAndBlanks) {
   EXPECT_EQ(bench.Add("C:\\src\\1.vbp", "Type=EXE\nName=\"A1\"\n").ProjectType(), ProjectTypes::StandardExe);
   EXPECT_EQ(bench.Add("C:\\src\\2.vbp", "Type= oledll \nName=\"A2\"\n").ProjectType(),
             ProjectTypes::ActiveXDll);
-  EXPECT_EQ(bench.Add("C:\\src\\3.vbp", "Type=OleExe\nName=\"A3\"\n").ProjectType(), ProjectTypes::ActiveXExe);
+  EXPECT_EQ(bench.Add("C:\\src\\3.vbp", "Type=OleExe\nName=\"A3\"\n").ProjectType(),
+            ProjectTypes::ActiveXExe);
   EXPECT_EQ(bench.Add("C:\\src\\4.vbp", "Type=CONTROL\nName=\"A4\"\n").ProjectType(),
             ProjectTypes::UserControl);
 }
@@ -304,9 +303,8 @@ TEST_F(ProjectTest, UnknownProjectTypeIsAnError) {
 
 TEST_F(ProjectTest, ActiveXAndInprocessFollowTheType) {
   const auto check = [&](const char* type, const char* name, bool isActiveX, bool isInprocess) {
-    const Project& project =
-        bench.Add(std::string("C:\\src\\") + name + ".vbp",
-                  std::string("Type=") + type + "\nName=\"" + name + "\"\n");
+    const Project& project = bench.Add(std::string("C:\\src\\") + name + ".vbp",
+                                       std::string("Type=") + type + "\nName=\"" + name + "\"\n");
     EXPECT_EQ(project.ISActiveX(), isActiveX) << type;
     EXPECT_EQ(project.IsInprocess(), isInprocess) << type;
   };
@@ -432,9 +430,9 @@ TEST_F(ProjectTest, MaxNumberOfThreadsIsADecimalText) {
 TEST_F(ProjectTest, ThreadingModelIsApartmentWhen1) {
   Project& project = Dll();
   EXPECT_EQ(project.ThreadingModel(), ThreadingModels::SingleThreaded);
-  EXPECT_EQ(
-      Saved(project, "ThreadingModel", [&] { project.SetThreadingModel(ThreadingModels::ApartmentThreaded); }),
-      "1");
+  EXPECT_EQ(Saved(project, "ThreadingModel",
+                  [&] { project.SetThreadingModel(ThreadingModels::ApartmentThreaded); }),
+            "1");
   EXPECT_EQ(project.ThreadingModel(), ThreadingModels::ApartmentThreaded);
   EXPECT_EQ(
       Saved(project, "ThreadingModel", [&] { project.SetThreadingModel(ThreadingModels::SingleThreaded); }),

@@ -159,9 +159,8 @@ TEST_F(ReferencesTest, WritesTheLocaleAsNeutral) {
 
 TEST_F(ReferencesTest, CutsTheFieldsOfARowAtTheirWidths) {
   Project& a = Dll("A");
-  const auto reference =
-      AddRow(a, "Reference=*\\G{" + std::string(60, 'g') + "}#" + std::string(20, 'v') + "#0#" +
-                    std::string(300, 'p') + "#" + std::string(300, 'd'));
+  const auto reference = AddRow(a, "Reference=*\\G{" + std::string(60, 'g') + "}#" + std::string(20, 'v') +
+                                       "#0#" + std::string(300, 'p') + "#" + std::string(300, 'd'));
   EXPECT_EQ(reference->GUID(), "{" + std::string(49, 'g'));
   EXPECT_EQ(reference->BinaryVersion(), std::string(10, 'v'));
   EXPECT_EQ(reference->Path(), std::string(255, 'p'));
@@ -219,8 +218,8 @@ TEST_F(ReferencesTest, TakesTheVariablesNameUpToTheLastPercentSign) {
   Project& a = Dll("A");
   bench.MakeBinary("C:\\win\\some.dll", 0xAB);
   // One (unset) variable with a long name, of which nothing is left.
-  const auto reference = a.ReferenceList().AddExternalReference(
-      "", "%HearthmakeTestPart%\\%HearthmakeTestPart%\\win\\some.dll");
+  const auto reference =
+      a.ReferenceList().AddExternalReference("", "%HearthmakeTestPart%\\%HearthmakeTestPart%\\win\\some.dll");
   EXPECT_EQ(reference->Path(), "\\win\\some.dll");
 }
 
@@ -244,7 +243,8 @@ TEST_F(ReferencesTest, PassesOnWhatTheValidationSays) {
   Project& a = Dll("A");
   EXPECT_EQ(FailureOf([&] { a.ReferenceList().AddExternalReference("", "C:\\none.dll"); }),
             Failure(45, "References.Validate", "This is not a valid typelibrary!"));
-  EXPECT_EQ(FailureOf([&] { a.ReferenceList().AddExternalReference("", "%"); }).source, "References.Validate");
+  EXPECT_EQ(FailureOf([&] { a.ReferenceList().AddExternalReference("", "%"); }).source,
+            "References.Validate");
   EXPECT_EQ(FailureOf([&] { a.ReferenceList().AddExternalReference("", ""); }).source, "References.Validate");
   EXPECT_EQ(Texts(a), List());
 }
@@ -463,7 +463,8 @@ TEST_F(ReferencesTest, SavesTheRegisteredNameOfALibraryWithoutDescription) {
   a.BeginEdit();
   AddRow(a, kControl);
   a.ApplyEdit();
-  EXPECT_EQ(support::ProjectBench::StoredText("SELECT * FROM ExternalReferences", "Description"), "Registered");
+  EXPECT_EQ(support::ProjectBench::StoredText("SELECT * FROM ExternalReferences", "Description"),
+            "Registered");
 }
 
 TEST_F(ReferencesTest, SavesAddedReferencesOnlyWithTheNextEdit) {

@@ -23,15 +23,38 @@ bool SkipNothing(const clVBProject&, Setting) { return false; }
 
 TEST(clVBProject, CutsEverySettingAtItsWidth) {
   clVBProject record;
-  const std::map<std::string, std::size_t> widths = {
-      {"Name", 30},          {"Startup", 40},        {"HelpFile", 50},           {"ProjectType", 10},
-      {"Title", 50},         {"ExeName32", 30},      {"HelpContextID", 9},       {"CompatibleMode", 3},
-      {"MajorVer", 4},       {"MinorVer", 4},        {"RevisionVer", 4},         {"AutoIncrementVer", 1},
-      {"CompilationType", 2}, {"OptimizationType", 1}, {"FavorPentiumPro", 2},   {"CodeViewDebugInfo", 2},
-      {"NoAliasing", 2},     {"BoundsCheck", 2},     {"OverflowCheck", 2},       {"FlPointCheck", 2},
-      {"FDIVCheck", 2},      {"UnroundedFP", 2},     {"StartMode", 1},           {"Unattended", 2},
-      {"Retained", 1},       {"ThreadPerObject", 2}, {"MaxNumberOfThreads", 9},  {"DllBaseAddress", 10},
-      {"ThreadingModel", 1}, {"NoControlUpgrade", 1}, {"RemoveUnusedControlInfo", 1}, {"ServerSupportFiles", 1}};
+  const std::map<std::string, std::size_t> widths = {{"Name", 30},
+                                                     {"Startup", 40},
+                                                     {"HelpFile", 50},
+                                                     {"ProjectType", 10},
+                                                     {"Title", 50},
+                                                     {"ExeName32", 30},
+                                                     {"HelpContextID", 9},
+                                                     {"CompatibleMode", 3},
+                                                     {"MajorVer", 4},
+                                                     {"MinorVer", 4},
+                                                     {"RevisionVer", 4},
+                                                     {"AutoIncrementVer", 1},
+                                                     {"CompilationType", 2},
+                                                     {"OptimizationType", 1},
+                                                     {"FavorPentiumPro", 2},
+                                                     {"CodeViewDebugInfo", 2},
+                                                     {"NoAliasing", 2},
+                                                     {"BoundsCheck", 2},
+                                                     {"OverflowCheck", 2},
+                                                     {"FlPointCheck", 2},
+                                                     {"FDIVCheck", 2},
+                                                     {"UnroundedFP", 2},
+                                                     {"StartMode", 1},
+                                                     {"Unattended", 2},
+                                                     {"Retained", 1},
+                                                     {"ThreadPerObject", 2},
+                                                     {"MaxNumberOfThreads", 9},
+                                                     {"DllBaseAddress", 10},
+                                                     {"ThreadingModel", 1},
+                                                     {"NoControlUpgrade", 1},
+                                                     {"RemoveUnusedControlInfo", 1},
+                                                     {"ServerSupportFiles", 1}};
   for (const SettingInfo& info : AllSettings()) {
     const auto width = widths.find(std::string(info.name));
     record.Let(info.setting, std::string(300, 'x'));
@@ -78,7 +101,8 @@ TEST(clVBProject, BeginEditTakesWhatItFindsAsClean) {
 TEST(clVBProject, BeginEditTwiceIsAnError) {
   clVBProject record;
   record.BeginEdit();
-  EXPECT_EQ(FailureOf([&] { record.BeginEdit(); }), Failure(1004, "Project.BeginEdit", "Already in edit mode"));
+  EXPECT_EQ(FailureOf([&] { record.BeginEdit(); }),
+            Failure(1004, "Project.BeginEdit", "Already in edit mode"));
 }
 
 TEST(clVBProject, CancelEditRestoresEverySetting) {
@@ -202,14 +226,18 @@ TEST(clVBProject, AddsNoBaseAddressThatNobodySet) {
   EXPECT_EQ(file.Content(), "Type=OleDll\r\n");
 }
 
-TEST(clVBProject, WritesADescriptionOverTheLongerKeyThatComesFirst) {
+TEST(clVBProject, WritesADescriptionOverTheLongerKeyThatComesFirstAndAddsThatAgain) {
   support::Workbench bench;
   clFile file = Opened(bench, "Type=Exe\nVersionFileDescription=\"File\"\nEnd=1\n");
   clVBProject record;
   record.Read(file);
   record.Write(file, &SkipNothing);
-  // Reading found the one row for both keys, and so does writing.
-  EXPECT_EQ(file.Content(), "Type=Exe\r\nDescription=\"File\"\r\nEnd=1\r\n");
+  // Reading found the one row for both keys, and so does writing; but no setting is lost.
+  const std::string expected =
+      "Type=Exe\r\nDescription=\"File\"\r\nEnd=1\r\nVersionFileDescription=\"File\"\r\n";
+  EXPECT_EQ(file.Content(), expected);
+  record.Write(file, &SkipNothing);
+  EXPECT_EQ(file.Content(), expected);
 }
 
 }  // namespace

@@ -96,9 +96,8 @@ class ProjectBench : public Workbench {
   }
   void MakeBinary(const std::string& path, std::uint8_t number, std::uint16_t major = 1,
                   std::uint16_t minor = 0, const std::string& helpString = "A library") const {
-    WriteBytes(path, test::TypeLibPeBuilder()
-                         .AddTypeLib(1, LibraryBytes(number, major, minor, helpString))
-                         .Build());
+    WriteBytes(
+        path, test::TypeLibPeBuilder().AddTypeLib(1, LibraryBytes(number, major, minor, helpString)).Build());
   }
   void SetClassesValue(const std::string& key, const std::string& value) const {
     registry->Set(platform::RegistryRoot::ClassesRoot, key, "", {platform::RegistryType::String, value});
@@ -119,9 +118,8 @@ class ProjectBench : public Workbench {
   static std::vector<std::string> References(const Project& project) {
     std::vector<std::string> texts;
     for (const auto& reference : project.ReferenceList().Items()) {
-      texts.push_back(reference->IsExternal()
-                          ? reference->ReferenceString()
-                          : "-> " + automation::Decimal(reference->ReferencedProject()));
+      texts.push_back(reference->IsExternal() ? reference->ReferenceString()
+                                              : "-> " + automation::Decimal(reference->ReferencedProject()));
     }
     return texts;
   }

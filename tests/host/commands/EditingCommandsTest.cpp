@@ -128,6 +128,17 @@ TEST_F(EditingCommands, AddTakesRelativeAndDosPaths) {
   EXPECT_THAT(command.Run({"show", "Shop"}).out, HasSubstr(dosPath));
 }
 
+TEST_F(EditingCommands, AddNamesFilesByTheDriveThatIsNearest) {
+  command.WriteProject("Lib", "OleDll");
+  command.Run({"new", "Shop"});
+  const std::string drive = "S:=" + command.root.Path("src");
+  EXPECT_THAT(command.Run({"--drive", drive, "add", "Shop", command.Source("Lib.vbp")}).out,
+              HasSubstr("Added Lib  S:\\Lib.vbp"));
+  EXPECT_THAT(command.Run({"--drive", drive, "refs", "Shop"}).out, HasSubstr("Lib\n"));
+  // Without the drive the file is not there.
+  EXPECT_EQ(command.Run({"refs", "Shop"}).status, 2);
+}
+
 TEST_F(EditingCommands, AddTellsEachFileThatItCouldNotAddAndAddsTheOthers) {
   command.MakeShop();
   command.WriteProject("More", "Exe");
