@@ -53,6 +53,12 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::size_t Length(std::string_view text) {
+  std::size_t count = 0;
+  for (; !text.empty(); ++count) text.remove_prefix(Utf8SequenceLength(text));
+  return count;
+}
+
 std::string_view Left(std::string_view text, std::size_t count) {
   if (text.size() <= count) return text;
   std::size_t bytes = 0;
@@ -129,11 +135,15 @@ double Val(std::string_view text) {
   const char* end = begin + digits.size();
   if (begin != end && *begin == '+') ++begin;
   // from_chars also reads words ("inf", "nan"), which are no numbers here.
-  const char* first = begin != end && *begin == '-' ? begin + 1 : begin;
+  const char* first = begin == digits.data() && begin != end && *begin == '-' ? begin + 1 : begin;
   if (first == end || !((*first >= '0' && *first <= '9') || *first == '.')) return 0;
   double value = 0;
   const auto [stop, error] = std::from_chars(begin, end, value);
-  if (error == std::errc::result_out_of_range) return HUGE_VAL;
+  if (error == std::errc::result_out_of_range) {
+    const bool isTiny = std::string_view(begin, static_cast<std::size_t>(stop - begin)).find('-', 1) !=
+                        std::string_view::npos;
+    return isTiny ? 0 : HUGE_VAL;
+  }
   return error == std::errc() ? value : 0;
 }
 

@@ -25,13 +25,25 @@ constexpr double kCurrencyUnit = 10000.0;
 
 [[noreturn]] void RaiseTypeMismatch() { Raise(RuntimeError::TypeMismatch, ""); }
 
+// "&H" and up to eight digits, perhaps with an "&" behind them.
+bool IsHexadecimal(std::string_view text) {
+  if (text.size() < 3 || !EqualsIgnoreCaseAscii(text.substr(0, 2), "&h")) return false;
+  text.remove_prefix(2);
+  if (text.size() > 1 && text.ends_with('&')) text.remove_suffix(1);
+  return text.size() <= 8 && text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
+}
+
 double ParseNumber(const std::string& text) {
   std::string_view digits = Trim(text);
-  if (digits.size() > 2 && digits[0] == '&' && (digits[1] == 'H' || digits[1] == 'h')) return Val(digits);
-  if (!digits.empty() && digits.front() == '+') digits.remove_prefix(1);
+  if (IsHexadecimal(digits)) return Val(digits);
+  const bool hasPlus = digits.starts_with('+') && !digits.starts_with("+-");
+  if (hasPlus) digits.remove_prefix(1);
   double value = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (error == std::errc::result_out_of_range) Raise(RuntimeError::Overflow, "");
+  if (error == std::errc::result_out_of_range) {
+    if (Val(digits) != 0) Raise(RuntimeError::Overflow, "");
+    return 0;
+  }
   if (error != std::errc() || end != digits.data() + digits.size() || !std::isfinite(value))
     RaiseTypeMismatch();
   return value;

@@ -60,7 +60,7 @@ CompileOrder SettleCompileOrder(const ReferenceGraph& graph) {
     pass.Run(previous, current);
     ++passes;
     isSettled = passes > 1 && current == previous;
-    if (isSettled || isPeriodKnown) continue;
+    if (isSettled || isPeriodKnown || passes > bound) continue;
     if (!kept.empty() && current == kept) {
       const std::size_t period = passes - keptAt;
       passes += (bound - passes) / period * period;

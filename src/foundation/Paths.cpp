@@ -24,10 +24,8 @@ Segments Split(std::string_view path) {
 
 std::string Join(const Segments& segments) {
   std::string result;
-  for (const std::string_view segment : segments) {
-    if (&segment != &segments.front()) result.push_back('\\');
-    result.append(segment);
-  }
+  for (const std::string_view segment : segments) result.append(segment).push_back('\\');
+  result.pop_back();  // a path has a first segment, be it an empty one
   return result;
 }
 

@@ -8,8 +8,16 @@ namespace hearthmake {
 
 namespace {
 
-// A value and its final zero must fit into the buffer.
 constexpr std::size_t kBufferSize = 1024;
+
+// A text is read with its final zero.
+bool FitsBuffer(const platform::RegistryValue& value) {
+  const bool isText = value.type == platform::RegistryType::String ||
+                      value.type == platform::RegistryType::ExpandString ||
+                      value.type == platform::RegistryType::MultiString;
+  if (!isText) return value.data.size() <= kBufferSize;
+  return automation::Utf8ToWindows1252(value.data).size() < kBufferSize;
+}
 
 std::string DwordText(std::string_view bytes, std::string result) {
   for (std::size_t i = bytes.size(); i > 0; --i) {
@@ -23,8 +31,7 @@ std::string DwordText(std::string_view bytes, std::string result) {
 bool GetRegistryValue(platform::RegistryRoot root, std::string_view key, std::string_view valueName,
                       std::string& result) {
   const auto value = Ports().registry->Query(root, key, valueName);
-  const bool fits = value && automation::Utf8ToWindows1252(value->data).size() < kBufferSize;
-  if (!fits) {
+  if (!value || !FitsBuffer(*value)) {
     result.clear();
     return false;
   }
