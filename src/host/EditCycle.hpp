@@ -1,5 +1,6 @@
 #pragma once
 
+#include "automation/Error.hpp"
 #include "automation/RefCounted.hpp"
 
 namespace hearthmake::host {
@@ -12,7 +13,13 @@ class EditCycle {
   EditCycle(const EditCycle&) = delete;
   EditCycle& operator=(const EditCycle&) = delete;
   ~EditCycle() {
-    if (m_object) m_object->CancelEdit();
+    if (!m_object) return;
+    try {
+      m_object->CancelEdit();
+    } catch (const automation::Error&) {
+      // An Apply that failed late has ended the edit already; its own error is on the way.
+      return;
+    }
   }
 
   void Apply() {

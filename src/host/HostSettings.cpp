@@ -152,7 +152,7 @@ posix::DriveMap HostSettings::Drives() const {
                     fmt::format("Make one with: WINEPREFIX='{}' wineboot", prefix));
   }
   for (const auto& [key, folder] : Stored()) {
-    if (IsDriveKey(key)) AddDrive(drives, key + "=" + folder);
+    if (IsDriveKey(key)) AddDrive(drives, fmt::format("{}={}", key, folder));
   }
   for (const std::string& drive : m_options.drives) AddDrive(drives, drive);
   return drives;

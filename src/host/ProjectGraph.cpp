@@ -66,6 +66,10 @@ ProjectGraph::Walk ProjectGraph::GoThrough(bool stopAtCycle) const {
 ProjectList ProjectGraph::FindCycle() const {
   ProjectList cycle;
   for (const std::size_t index : GoThrough(true).cycle) cycle.push_back(m_projects[index]);
+  // Told the same way whatever the order of the list is at the moment.
+  const auto oldest = std::min_element(cycle.begin(), cycle.end(),
+                                       [](const auto& a, const auto& b) { return a->Id() < b->Id(); });
+  std::rotate(cycle.begin(), oldest, cycle.end());
   return cycle;
 }
 

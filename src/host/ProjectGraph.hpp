@@ -14,7 +14,8 @@ class ProjectGraph {
  public:
   explicit ProjectGraph(ProjectList projects);
 
-  // Projects of which each references the next and the last the first; none when there is no cycle.
+  // Projects of which each references the next and the last the first, beginning with the lowest id;
+  // none when there is no cycle.
   ProjectList FindCycle() const;
   // Every project before those that it references, as far as there is no cycle.
   ProjectList UsersFirst() const;

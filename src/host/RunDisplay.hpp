@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cstddef>
-#include <functional>
 #include <string>
 
 #include "build/BuildEvents.hpp"

@@ -22,7 +22,7 @@ using nlohmann::json;
 
 constexpr mode_t kMode = 0666;  // and what the umask takes from it
 // A journal is some bytes for each project; a file beyond this is none.
-constexpr off_t kLimit = 64 * 1024 * 1024;
+constexpr off_t kLimit = off_t{64} * 1024 * 1024;
 
 [[noreturn]] void Fail(const std::string& path, int error) {
   throw HostError(fmt::format("The journal of the run can't be written: {}: {}.", path,

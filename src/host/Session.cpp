@@ -49,6 +49,7 @@ std::string ListOfNames(const std::vector<std::string>& names) {
 [[noreturn]] void RefuseUnknownBuild(const std::string& idOrName,
                                      const std::vector<automation::Ref<Build>>& builds) {
   std::vector<std::string> names;
+  names.reserve(builds.size());
   for (const auto& build : builds) names.push_back(fmt::format("{} ({})", build->Name(), build->Id()));
   throw HostError(fmt::format("There is no build '{}'.", idOrName),
                   names.empty() ? "There are no builds yet. Make one with: hearthmake new NAME"

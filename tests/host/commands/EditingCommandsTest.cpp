@@ -250,7 +250,7 @@ TEST_F(EditingCommands, OrderNamesACycle) {
   const CommandResult result = command.Run({"order", "Shop"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.out, "");
-  EXPECT_THAT(result.err, HasSubstr("C -> B -> A -> C"));
+  EXPECT_THAT(result.err, HasSubstr("A -> C -> B -> A"));
   EXPECT_THAT(result.err, Not(HasSubstr("User")));
 }
 
