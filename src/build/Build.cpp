@@ -1,5 +1,7 @@
 #include "build/Build.hpp"
 
+#include <optional>
+
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "build/Builds.hpp"
@@ -134,18 +136,18 @@ void Build::Save() {
 }
 
 void Build::DeleteBuild() {
-  std::string reason;
+  std::optional<std::string> reason;
   try {
     Projects();
     modDatabase::InTransaction([&] { DeleteMembers(); });
   } catch (const automation::Error& error) {
     reason = error.Description();
   }
-  if (!reason.empty()) {
+  if (reason) {
     // The rows are back; what was taken out of the lists is read anew.
     DropMembers();
     automation::Raise(automation::BuildErrors::beBuildCanNotDelete, "Build.DeleteBuild",
-                      "Error occured when deleteing build! " + reason);
+                      "Error occured when deleteing build! " + *reason);
   }
   modDatabase::CloseDatabase();
   DropMembers();

@@ -73,6 +73,7 @@ class Build final : public automation::Object {
   // For the members of the build: events, reports and scripts.
   void WillCompile(Project& objProject, bool& bCancel);
   void ProjectCompiled(Project& objProject);
+  // Tells of a failed run and keeps its project; no error leaves it.
   void BuildFailed(Project* objProject, const std::string& strMessage, bool bCompileError);
   void RaiseBuildCancled(Project& objProject);
   void RaiseMTSEvent(const std::string& strInfo, bool& Cancel);
@@ -103,6 +104,7 @@ class Build final : public automation::Object {
   void DropMembers();
   void RequireEditMode() const;
   void Raise(const std::function<void(BuildEvents&)>& event);
+  void RaiseBuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError);
 
   Record m_record;
   std::unique_ptr<Record> m_snapshot;  // while editing

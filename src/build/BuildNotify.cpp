@@ -19,6 +19,7 @@ void Build::AddSink(BuildEvents& sink) { m_sinks.push_back(&sink); }
 void Build::RemoveSink(BuildEvents& sink) { std::erase(m_sinks, &sink); }
 
 void Build::Raise(const std::function<void(BuildEvents&)>& event) {
+  const automation::Ref<Build> self(this);  // a handler may drop it
   // A handler may add or remove sinks; one that is gone by its turn hears nothing.
   const auto sinks = m_sinks;
   for (BuildEvents* sink : sinks) {
@@ -37,14 +38,22 @@ void Build::ProjectCompiled(Project& objProject) {
   RunScript(BuildScripts::BS_AFTER_PROJECT_COMPILE, &objProject);
 }
 
+void Build::RaiseBuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError) {
+  try {
+    Raise([&](BuildEvents& sink) { sink.BuildFaild(objProject, strMessage, bCompileError); });
+  } catch (const automation::Error&) {
+    // Whoever fails at hearing of the failure has heard of it.
+    return;
+  }
+}
+
 void Build::BuildFailed(Project* objProject, const std::string& strMessage, bool bCompileError) {
-  ReportAction(objProject, strMessage);
-  Raise([&](BuildEvents& sink) { sink.BuildFaild(objProject, strMessage, bCompileError); });
+  RaiseBuildFaild(objProject, strMessage, bCompileError);
   m_failedProject = automation::Held<Project>(objProject);
   try {
     RunScript(BuildScripts::BS_BUILDFAILED, objProject);
   } catch (const automation::Error& error) {
-    Raise([&](BuildEvents& sink) { sink.BuildFaild(objProject, error.Description(), false); });
+    RaiseBuildFaild(objProject, error.Description(), false);
   }
 }
 

@@ -15,7 +15,9 @@ constexpr std::int32_t kFirstWithComPlus = 5;
 }  // namespace
 
 bool Projects::Build(bool bResume) {
+  // Event handlers may drop or kill the build; it stays for the time of the run.
   const automation::Ref<Projects> self(this);
+  const automation::Ref<hearthmake::Build> build(m_build);
   automation::Ref<Project> current;
   try {
     Run(bResume, current);
@@ -23,28 +25,24 @@ bool Projects::Build(bool bResume) {
   } catch (const automation::Error& error) {
     const bool isCompileError =
         error.Number() == static_cast<std::int32_t>(automation::BuildErrors::be_FailToCompile);
-    try {
-      ParentBuild().BuildFailed(current.Get(), error.Description(), isCompileError);
-    } catch (const automation::Error&) {
-      // A handler of the failure that fails has heard of it; no error leaves a run.
-      return false;
-    }
+    if (build) build->BuildFailed(current.Get(), error.Description(), isCompileError);
     return false;
   }
 }
 
 void Projects::Run(bool bResume, automation::Ref<Project>& current) {
-  hearthmake::Build& build = ParentBuild();
-  build.RaiseBuildStart(bResume);
+  ParentBuild().RaiseBuildStart(bResume);
   if (!bResume) StartFreshRun();
   for (const auto& project : All()) {
-    if (!project->CompileMe() || project->CompiledOK()) continue;
+    const bool isTakenOut = project->ParentOrNull() != this;  // by an event handler
+    if (isTakenOut || !project->CompileMe() || project->CompiledOK()) continue;
     current = project;
     if (!CompileProject(*project)) return;  // cancelled by the host
   }
   current = nullptr;
-  build.RunScript(BuildScripts::BS_BUILDCOMPLETE, nullptr);
-  build.RaiseBuildComplete();
+  // A build that was killed meanwhile does not complete: it has no projects any more.
+  ParentBuild().RunScript(BuildScripts::BS_BUILDCOMPLETE, nullptr);
+  ParentBuild().RaiseBuildComplete();
 }
 
 void Projects::StartFreshRun() {
@@ -76,6 +74,7 @@ bool Projects::CompileProject(Project& project) {
     build.RaiseBuildCancled(project);
     return false;
   }
+  if (project.ParentOrNull() != this) return true;
   project.SetCompiledOK(project.Compile());
   if (!project.CompiledOK()) return true;
   build.ProjectCompiled(project);

@@ -37,6 +37,7 @@ Projects::Projects(hearthmake::Build& build) : m_build(&build) { SetOwner(&build
 Projects::~Projects() { ReleaseMembers(); }
 
 void Projects::ReleaseMembers() {
+  m_build = nullptr;
   m_files.reset();
   for (const auto& project : m_byId.Snapshot()) {
     project->AttachTo(nullptr);

@@ -97,6 +97,8 @@ void References::ReleaseMembers() {
   for (const auto& reference : m_items.Snapshot()) reference->SetOwner(nullptr);
   m_items.Clear();
   m_snapshot.clear();
+  m_editing = false;
+  m_dirty = false;
 }
 
 Project& References::Owner() const {

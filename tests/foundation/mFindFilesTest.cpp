@@ -53,15 +53,25 @@ TEST(mFindFiles, AWalkEndsWhereALinkLeadsBack) {
   EXPECT_EQ(mFindFiles::FindFiles("C:\\src\\", ".vbp"), Paths{"C:\\src\\sub\\a.vbp"});
 }
 
+// Refuses to list one folder; file permissions would not stop every user of the tests.
+class GuardedFiles final : public posix::PosixFileSystem {
+ public:
+  using PosixFileSystem::PosixFileSystem;
+  std::vector<platform::FolderEntry> List(std::string_view folder) override {
+    if (folder == "C:\\src\\closed\\")
+      automation::Raise(automation::RuntimeError::PermissionDenied, "FileSystem");
+    return PosixFileSystem::List(folder);
+  }
+};
+
 TEST(mFindFiles, PassesOverAFolderThatItMayNotRead) {
   const Workbench bench;
   bench.Write("C:\\src\\closed\\a.vbp", "x");
   bench.Write("C:\\src\\open\\b.vbp", "x");
-  std::filesystem::permissions(bench.Posix("C:\\src\\closed"), std::filesystem::perms::none);
-  const auto found = mFindFiles::FindFiles("C:\\src\\", ".vbp");
-  std::filesystem::permissions(bench.Posix("C:\\src\\closed"), std::filesystem::perms::owner_all);
-  if (found.size() == 2) GTEST_SKIP() << "this user may read every folder";
-  EXPECT_EQ(found, Paths{"C:\\src\\open\\b.vbp"});
+  auto ports = bench.apartment->Ports();
+  ports.files = std::make_shared<GuardedFiles>(bench.drives);
+  const Apartment apartment(ports);
+  EXPECT_EQ(mFindFiles::FindFiles("C:\\src\\", ".vbp"), Paths{"C:\\src\\open\\b.vbp"});
 }
 
 TEST(mFindFiles, KeepsAccentsAndBlanks) {

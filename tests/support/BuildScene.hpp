@@ -85,10 +85,10 @@ class BuildScene : public Workbench {
     return loaded;
   }
 
-  // A compiler that fails on the projects whose files hold the name.
+  // A compiler that fails on the project of this name.
   void FailOn(const std::string& name) const {
-    SetCompiler("case \"$PROJECT\" in *" + name +
-                "*) printf \"Variable not defined\\r\\nBuild failed.\" > \"$LOG\";; "
+    SetCompiler("case \"$PROJECT\" in */" + name +
+                ".vbp) printf \"Variable not defined\\r\\nBuild failed.\" > \"$LOG\";; "
                 "*) echo \"Build of '$PROJECT' succeeded.\" > \"$LOG\";; esac");
   }
 
