@@ -154,13 +154,21 @@ std::vector<std::vector<std::string>> Suite::CompilerCommands() const {
          slash = path.find("\\\\", slash + 1)) {
       path.erase(slash, 1);
     }
-    commands.push_back({GoodLog(), path, "/makedll", "/out", "Z:" + m_place + "/CR.txt"});
+    // A log of its own each, as a build deletes the log before each compile: a compiler that truncates an
+    // existing one waits for the disk.
+    commands.push_back(
+        {GoodLog(), path, "/makedll", "/out", fmt::format("Z:{}/logs/{}.txt", m_place, commands.size())});
   }
   return commands;
 }
 
 Variables Suite::ChildVariables() const {
   return {{posix::DriveMap::kEnvironmentVariable, posix::DriveMap::BuiltIn(m_data).Serialize()}};
+}
+
+void Suite::ClearLogs() const {
+  fs::remove_all(m_place + "/logs");
+  fs::create_directory(m_place + "/logs");
 }
 
 std::string Suite::WriteNinjaFile() const {

@@ -36,6 +36,8 @@ class Suite {
 
   // What the build runs, one argument list a project, in compile order.
   std::vector<std::vector<std::string>> CompilerCommands() const;
+  // The yardsticks' commands write into a folder that this empties.
+  void ClearLogs() const;
   Variables ChildVariables() const;
   // The same as a file for ninja.
   std::string WriteNinjaFile() const;

@@ -40,7 +40,9 @@ RunTimes MeasureRuns(const Suite& suite, int rounds) {
   std::vector<double> others;
   for (int round = 0; round < rounds; ++round) {
     build.push_back(suite.Run({"build", "Suite"}).seconds);
+    suite.ClearLogs();
     loop.push_back(SpawnLoop(commands, variables));
+    suite.ClearLogs();
     others.push_back(RunProgram({"ninja", "-j1", "-f", ninja}, variables).seconds);
   }
   fmt::print("  {} commands: build {:.4f} s, bare loop {:.4f} s, ninja {:.4f} s\n", commands.size(),

@@ -53,6 +53,12 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::size_t Length(std::string_view text) {
+  std::size_t count = 0;
+  for (; !text.empty(); ++count) text.remove_prefix(Utf8SequenceLength(text));
+  return count;
+}
+
 std::string_view Left(std::string_view text, std::size_t count) {
   if (text.size() <= count) return text;
   std::size_t bytes = 0;

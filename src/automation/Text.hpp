@@ -10,6 +10,8 @@ namespace hearthmake::automation {
 
 std::string_view Trim(std::string_view text);
 
+// How many characters (code points) a text has. A byte that is no UTF-8 counts as a character.
+std::size_t Length(std::string_view text);
 // The first count characters (code points). A byte that is no UTF-8 counts as a character.
 std::string_view Left(std::string_view text, std::size_t count);
 // The last count bytes of a text; file extensions and the like.

@@ -7,6 +7,7 @@
 #include "build/Build.hpp"
 #include "foundation/Paths.hpp"
 #include "foundation/mFindFiles.hpp"
+#include "foundation/modDatabase.hpp"
 
 namespace hearthmake {
 
@@ -50,29 +51,40 @@ class ProjectEdit {
 
 void Build::CreateBuildFromPath(const std::string& strPath, bool bIncludeTestProjects) {
   const std::string folder = strPath.ends_with('\\') ? strPath : strPath + "\\";
-  for (const std::string& path : mFindFiles::FindFiles(folder, ".vbp")) {
+  const std::vector<std::string> paths = mFindFiles::FindFiles(folder, ".vbp");
+  Projects();  // loaded before the batch: loading closes the database
+  modDatabase::Batch batch;
+  for (const std::string& path : paths) {
     if (!bIncludeTestProjects && IsLeftOut(path)) continue;
     try {
       Projects().Add(path);
     } catch (const automation::Error&) {
       continue;  // passed over: a name that is taken, or no project file
     }
+    batch.Step();
   }
+  batch.Finish();
   AutoDetectReferences();
 }
 
 void Build::AutoDetectReferences() {
-  for (const auto& project : Projects().All()) {
+  const auto projects = Projects().All();
+  modDatabase::Batch batch;
+  for (const auto& project : projects) {
     ProjectEdit edit(*project);
     project->GetReferencesFromVBP();
     edit.Apply();
+    batch.Step();
   }
+  batch.Finish();
 }
 
 void Build::GenerateDllBaseAddresses(std::int32_t lngStart) {
   std::int32_t next = lngStart;
   std::int32_t end = 0;
-  for (const auto& project : Projects().All()) {
+  const auto projects = Projects().All();
+  modDatabase::Batch batch;
+  for (const auto& project : projects) {
     if (!project->IsInprocess()) continue;
     ProjectEdit edit(*project);
     if (end != 0)
@@ -80,7 +92,9 @@ void Build::GenerateDllBaseAddresses(std::int32_t lngStart) {
     project->SetDllBaseAddress(next);
     edit.Apply();
     end = CheckedLong(static_cast<std::int64_t>(next) + project->FileSizeExe32());
+    batch.Step();
   }
+  batch.Finish();
 }
 
 }  // namespace hearthmake

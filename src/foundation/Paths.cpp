@@ -1,5 +1,6 @@
 #include "foundation/Paths.hpp"
 
+#include <algorithm>
 #include <deque>
 #include <vector>
 
@@ -27,6 +28,25 @@ std::string Join(const Segments& segments) {
   for (const std::string_view segment : segments) result.append(segment).push_back('\\');
   result.pop_back();  // a path has a first segment, be it an empty one
   return result;
+}
+
+// The length of the drive ("C:") or share ("\\server\share") that a path starts at; 0 when it names neither.
+std::size_t RootLength(std::string_view path) {
+  if (path.starts_with("\\\\")) {
+    const std::size_t share = std::min(path.find('\\', 2), path.size());
+    return std::min(path.find('\\', share + 1), path.size());
+  }
+  const std::size_t drive = path.find(":\\");
+  return drive == std::string_view::npos ? 0 : drive + 1;
+}
+
+// Like NormalizePath, which however would leave the root behind as if it were a folder.
+void ResolveBelowRoot(std::string& path, std::size_t root) {
+  constexpr std::string_view kUp = "\\..\\";
+  for (std::size_t hit = path.find(kUp, root); hit != std::string::npos; hit = path.find(kUp, root)) {
+    const std::size_t slash = hit == root ? root : path.rfind('\\', hit - 1);
+    path.erase(slash, hit + kUp.size() - 1 - slash);
+  }
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -83,10 +103,14 @@ std::string AbsolutePath(std::string_view folder, std::string_view path) {
     const bool isOfDriveRoot = result.starts_with('\\') && folder.size() >= 2 && folder[1] == ':';
     result = std::string(isOfDriveRoot ? folder.substr(0, 2) : folder) + result;
   }
-  for (std::size_t hit = result.find("\\.\\"); hit != std::string::npos; hit = result.find("\\.\\")) {
-    result.erase(hit, 2);
+  const std::size_t root = RootLength(result);
+  constexpr std::string_view kHere = "\\.\\";
+  for (std::size_t hit = result.find(kHere, root); hit != std::string::npos; hit = result.find(kHere, root)) {
+    result.erase(hit, kHere.size() - 1);
   }
-  return NormalizePath(result);
+  if (root == 0) return NormalizePath(result);
+  ResolveBelowRoot(result, root);
+  return result;
 }
 
 std::string_view WithoutResourceIndex(std::string_view path) {

@@ -30,7 +30,8 @@ std::string_view FileNamePart(std::string_view path);
 std::string_view FileStem(std::string_view path);
 
 // A path that a project file names, made absolute from a folder (which ends in a backslash) and
-// normalised, "\.\" steps included. For look-ups: unlike IsRelativePath it knows UNC paths.
+// normalised, "\.\" steps included. For look-ups: unlike IsRelativePath it knows UNC paths, and unlike
+// NormalizePath it takes the folder above the root of a drive or share for that root.
 std::string AbsolutePath(std::string_view folder, std::string_view path);
 
 // A type-library path without the resource index that may follow the file name

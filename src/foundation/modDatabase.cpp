@@ -15,6 +15,9 @@ std::shared_ptr<platform::Database> Open() {
   return ports.workspace->OpenDatabase(path);
 }
 
+// A few dozen milliseconds' worth of changes.
+constexpr int kStepsATransaction = 250;
+
 }  // namespace
 
 std::string DatabasePath() { return Ports().system->ComponentFolder() + "\\Build.mdb"; }
@@ -51,6 +54,39 @@ void InTransaction(const std::function<void()>& work) {
   workspace.BeginTrans();
   try {
     work();
+    workspace.CommitTrans();
+  } catch (...) {
+    workspace.Rollback();
+    throw;
+  }
+}
+
+Batch::Batch() {
+  Ports().workspace->BeginTrans();
+  m_isOpen = true;
+}
+
+Batch::~Batch() {
+  if (!m_isOpen) return;
+  platform::Workspace& workspace = *Ports().workspace;
+  try {
+    workspace.CommitTrans();
+  } catch (const automation::Error&) {
+    workspace.Rollback();  // the error that brought us here tells more
+  }
+}
+
+void Batch::Step() {
+  if (++m_steps % kStepsATransaction != 0) return;
+  Finish();
+  Ports().workspace->BeginTrans();
+  m_isOpen = true;
+}
+
+void Batch::Finish() {
+  platform::Workspace& workspace = *Ports().workspace;
+  m_isOpen = false;
+  try {
     workspace.CommitTrans();
   } catch (...) {
     workspace.Rollback();

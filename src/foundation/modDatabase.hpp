@@ -30,4 +30,24 @@ std::unique_ptr<platform::Recordset> OpenRow(const std::string& selection, std::
 // back and goes on to the caller.
 void InTransaction(const std::function<void()>& work);
 
+// Stores many small changes, each complete in itself, in few transactions: a page that many of them touch
+// is then written once. Left by an error, it still stores the steps that were done before.
+class Batch {
+ public:
+  Batch();
+  Batch(const Batch&) = delete;
+  Batch& operator=(const Batch&) = delete;
+  ~Batch();
+
+  // One change is complete. Every so many of them are committed, so that other processes get their turn
+  // and a kill loses little.
+  void Step();
+  // The last step was done.
+  void Finish();
+
+ private:
+  int m_steps = 0;
+  bool m_isOpen = false;
+};
+
 }  // namespace hearthmake::modDatabase

@@ -76,18 +76,22 @@ void Project::Assign(T& field, const T& value) {
   m_isDirty = true;
 }
 
-void Project::Refuse(std::int32_t number, const char* source, const std::string& message) {
+void Project::Refuse(std::int32_t number, const char* source, const std::string& message) const {
   m_lastErrorMessage = message;
   automation::Raise(number, source, message);
 }
 
-void Project::Refuse(automation::BuildErrors error, const char* source, const std::string& message) {
+void Project::Refuse(automation::BuildErrors error, const char* source, const std::string& message) const {
   Refuse(static_cast<std::int32_t>(error), source, message);
 }
 
 std::string Project::Quoted(Setting setting) const {
   const std::string text = m_vbProject.Get(setting);
-  return text.size() > 2 ? text.substr(1, text.size() - 2) : std::string();
+  // The outer characters need not be quotes: a text that was cut at its width has lost the closing one.
+  const std::size_t length = automation::Length(text);
+  if (length <= 2) return {};
+  const std::string_view inner = automation::Left(text, length - 1);
+  return std::string(inner.substr(automation::Left(inner, 1).size()));
 }
 
 void Project::SetQuoted(Setting setting, const std::string& value) {
@@ -128,7 +132,8 @@ void Project::SetProjectPath(const std::string& value) {
   if (!EndsInVbp(value)) {
     Refuse(automation::kInvalidValue, kSource, "This is not a project file. No vbp extention");
   }
-  const std::size_t length = value.size() + Ports().system->TemporaryFolder().size() + kCommandLineMargin;
+  const std::size_t length =
+      automation::Length(value) + automation::Length(Ports().system->TemporaryFolder()) + kCommandLineMargin;
   if (length >= kCommandLineLimit) {
     Refuse(automation::BuildErrors::beCommandLineToLong, kSource, "Project path is too long.");
   }
@@ -180,8 +185,7 @@ void Project::SetExeName32(const std::string& value) {
 
 ProjectTypes Project::ProjectType() const {
   const TypeWord* type = FindTypeWord(m_vbProject.Stored(Setting::ProjectType));
-  if (type == nullptr)
-    automation::Raise(automation::kInvalidValue, "Project.ProjectType", "Unknown project type");
+  if (type == nullptr) Refuse(automation::kInvalidValue, "Project.ProjectType", "Unknown project type");
   return type->type;
 }
 

@@ -260,8 +260,9 @@ class Project final : public automation::Object {
   void SetVersion(Setting setting, std::int16_t value, const char* source);
   template <class T>
   void Assign(T& field, const T& value);
-  [[noreturn]] void Refuse(std::int32_t number, const char* source, const std::string& message);
-  [[noreturn]] void Refuse(automation::BuildErrors error, const char* source, const std::string& message);
+  [[noreturn]] void Refuse(std::int32_t number, const char* source, const std::string& message) const;
+  [[noreturn]] void Refuse(automation::BuildErrors error, const char* source,
+                           const std::string& message) const;
   // The binary or the file moved or was renamed: look-ups by file must notice.
   void FilesChanged();
 
@@ -299,7 +300,7 @@ class Project final : public automation::Object {
   automation::Held<References> m_references;
   Projects* m_parent = nullptr;
   std::string m_compileLog;
-  std::string m_lastErrorMessage;
+  mutable std::string m_lastErrorMessage;  // reading a property can fail too
   bool m_isDirty = false;
   bool m_isNew = true;
   bool m_isDeleted = false;

@@ -46,7 +46,10 @@ class CompatibleModeGuard {
       : m_project(project), m_restored(restored) {}
   CompatibleModeGuard(const CompatibleModeGuard&) = delete;
   CompatibleModeGuard& operator=(const CompatibleModeGuard&) = delete;
-  ~CompatibleModeGuard() { m_project.SetCompatibleMode(m_restored); }
+  // A mode that is right already keeps its text: a file without that row must not get one.
+  ~CompatibleModeGuard() {
+    if (m_project.CompatibleMode() != m_restored) m_project.SetCompatibleMode(m_restored);
+  }
 
  private:
   Project& m_project;

@@ -9,11 +9,7 @@
 
 namespace hearthmake {
 
-namespace {
-
 using automation::Decimal;
-
-}  // namespace
 
 void Project::LoadFromRow(const platform::Recordset& row) {
   m_vbProject.Load(row);
@@ -66,6 +62,7 @@ void Project::Delete() {
 
 void Project::CancelEdit() {
   RequireEditMode();
+  const std::string name = Name();
   m_record = m_snapshot->record;
   m_file.SetFile(m_snapshot->path);
   m_snapshot.reset();
@@ -73,6 +70,7 @@ void Project::CancelEdit() {
   m_vbProject.CancelEdit();
   m_references->CancelEdit();
   FilesChanged();
+  if (m_parent != nullptr && Name() != name) m_parent->Renamed(*this);
 }
 
 void Project::Save() {
@@ -85,12 +83,13 @@ void Project::Save() {
     // The row and the rows of its references are stored together or not at all.
     modDatabase::InTransaction([&] {
       SaveRow();
-      m_references->ApplyEdit();
+      m_references->StoreChanges();
     });
   } catch (...) {
     m_record.id = previousId;
     throw;
   }
+  m_references->EndEdit();
 }
 
 void Project::SaveRow() {

@@ -74,11 +74,15 @@ void Project::LoadFromFile(const std::string& strVBPFile) {
     std::swap(m_file, file);  // a project stays what it was when the new file can't be read
     throw;
   }
-  m_vbProject.Read(m_file);
-  ProjectType();  // raises for a file that is no project of the four kinds
   FilesChanged();
-  GetReferencesFromVBP();
-  m_file.DropContent();
+  try {
+    m_vbProject.Read(m_file);
+    ProjectType();  // raises for a file that is no project of the four kinds
+    GetReferencesFromVBP();
+  } catch (...) {
+    m_file.DropContent();  // a later update must not write back what was read here
+    throw;
+  }
   if (Name() == previousName || m_parent == nullptr) return;
   m_parent->RefuseDuplicateName(*this);
   m_parent->Renamed(*this);

@@ -51,8 +51,8 @@ class Reference final : public automation::Object {
   void LoadExternal(const platform::Recordset& row);
 
  private:
-  // Held raw: see the class.
-  bool IsRaw() const { return m_isExternal && m_guid.IsEmpty(); }
+  // Held raw: see the class. Nothing but a path, also when it comes back from the database.
+  bool IsRaw() const { return m_isExternal && m_guid.IsEmpty() && m_binaryVersion.IsEmpty(); }
 
   automation::FixedText<50> m_guid;
   automation::FixedText<10> m_binaryVersion;

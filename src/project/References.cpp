@@ -1,5 +1,6 @@
 #include "project/References.hpp"
 
+#include <cmath>
 #include <limits>
 
 #include "automation/Error.hpp"
@@ -78,7 +79,9 @@ bool IsRegisteredControl(const Reference& reference) {
   std::string flags;
   GetRegistryValue(platform::RegistryRoot::ClassesRoot,
                    "Typelib\\" + reference.GUID() + "\\" + reference.BinaryVersion() + "\\FLAGS", "", flags);
-  return (static_cast<std::int32_t>(automation::Val(flags)) & kControlFlag) == kControlFlag;
+  const double number = automation::Val(flags);
+  const bool isLong = std::abs(number) <= std::numeric_limits<std::int32_t>::max();
+  return isLong && (static_cast<std::int32_t>(number) & kControlFlag) == kControlFlag;
 }
 
 std::string StemKey(std::string_view path) { return automation::Lower(FileStem(path)); }
@@ -254,9 +257,17 @@ void References::BeginEdit() {
 }
 
 void References::ApplyEdit() {
+  StoreChanges();
+  EndEdit();
+}
+
+void References::StoreChanges() {
   // The source names CancelEdit on purpose.
   if (!m_editing) Raise(automation::kEditCycle, "Project.CancelEdit", "Not in edit mode");
   if (m_dirty) SaveReferences();
+}
+
+void References::EndEdit() {
   m_dirty = false;
   m_editing = false;
   m_snapshot.clear();
@@ -303,10 +314,12 @@ void References::InsertRow(const Reference& reference, std::int32_t idOwner) {
 void References::Detect(const std::vector<std::string>& rows) {
   std::vector<automation::Held<Reference>> previous;
   for (std::size_t i = 0; i < m_items.Count(); ++i) previous.emplace_back(&m_items.At(i));
+  const bool wasDirty = m_dirty;
   m_items.Clear();
   try {
     for (const std::string& row : rows) DetectRow(row);
   } catch (const automation::Error&) {
+    m_dirty = wasDirty;
     m_items.Clear();
     for (const auto& reference : previous) m_items.Add(*reference, reference->Id());
     throw;
@@ -326,13 +339,18 @@ void References::DetectRow(const std::string& row) {
       project = nullptr;
     }
   }
+  if (!AddParsed(row)) AddRaw(row);
+}
+
+bool References::AddParsed(const std::string& row) {
+  // Without a whole GUID the row could not be written again from its parts.
+  const std::size_t open = row.find('{');
+  if (open == std::string::npos || row.find('}', open) > row.find('#')) return false;
   try {
-    if (AddExternalReference(row, "")) return;
+    return AddExternalReference(row, "").Get() != nullptr;
   } catch (const automation::Error&) {
-    // Too few fields: held raw below.
-    project = nullptr;
+    return false;  // too few fields
   }
-  AddRaw(row);
 }
 
 void References::AddRaw(const std::string& row) {

@@ -49,6 +49,10 @@ class References final : public automation::Object {
   void BeginEdit();
   void ApplyEdit();
   void CancelEdit();
+  // The two halves of ApplyEdit, for a project that stores more in the same transaction: nothing is
+  // forgotten before all of it is stored.
+  void StoreChanges();
+  void EndEdit();
   bool IsDirty() const { return m_dirty; }
   std::vector<automation::Ref<Reference>> Items() const { return m_items.Snapshot(); }
   const KeyedCollection<Reference>& List() const { return m_items; }
@@ -61,6 +65,7 @@ class References final : public automation::Object {
 
  private:
   void DetectRow(const std::string& row);
+  bool AddParsed(const std::string& row);
   void AddRaw(const std::string& row);
   void AddLibrary(const std::string& strFileName, Reference& reference);
   void Insert(Reference& reference);

@@ -60,13 +60,20 @@ void clVBProject::Read(const clFile& file) {
 }
 
 void clVBProject::Write(clFile& file, bool (*skip)(const clVBProject&, Setting)) const {
+  const auto isWritten = [&](Setting setting) {
+    return setting != Setting::ProjectType && !Stored(setting).empty() && !skip(*this, setting);
+  };
+  const auto rowOf = [&](const SettingInfo& info) { return std::string(info.marker) + Stored(info.setting); };
   for (const SettingInfo& info : AllSettings()) {
-    const std::string& value = Stored(info.setting);
-    if (info.setting == Setting::ProjectType || value.empty() || skip(*this, info.setting)) continue;
-    const std::string row = std::string(info.marker) + value;
+    if (!isWritten(info.setting)) continue;
     std::int32_t position = 1;
-    file.ReplaceRow(info.marker, row, position);
-    if (position == 0) file.InsertNewRow(row, "[", true);
+    file.ReplaceRow(info.marker, rowOf(info), position);
+    if (position == 0) file.InsertNewRow(rowOf(info), "[", true);
+  }
+  // A description that finds the file description's row first has been written over it. The compiler is
+  // to see both.
+  for (const SettingInfo& info : AllSettings()) {
+    if (isWritten(info.setting) && file.InFile(info.marker) == 0) file.InsertNewRow(rowOf(info), "[", true);
   }
 }
 

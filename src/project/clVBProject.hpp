@@ -36,8 +36,9 @@ class clVBProject {
   // Reads each setting from an open file: the text behind the first occurrence of its key and equals
   // sign anywhere in the file, so that a longer key that comes first lends its value.
   void Read(const clFile& file);
-  // Rewrites the rows of all settings but the type, and adds those that are missing before the first
-  // section. skip says which settings are left alone.
+  // Rewrites the rows of all settings but the type, each in the first row that holds its key, and adds
+  // those that are missing, or lost their row to a shorter key, before the first section. skip says which
+  // settings are left alone.
   void Write(clFile& file, bool (*skip)(const clVBProject&, Setting)) const;
 
  private:

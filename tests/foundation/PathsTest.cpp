@@ -97,6 +97,14 @@ TEST(Paths, AShareIsAbsoluteAlready) {
   EXPECT_EQ(AbsolutePath("C:\\a\\", "\\\\server\\share\\x.dll"), "\\\\server\\share\\x.dll");
 }
 
+TEST(Paths, NothingLiesAboveARoot) {
+  EXPECT_EQ(AbsolutePath("C:\\a\\", "..\\..\\..\\x.vbp"), "C:\\x.vbp");
+  EXPECT_EQ(AbsolutePath("C:\\a\\", "\\..\\x.vbp"), "C:\\x.vbp");
+  EXPECT_EQ(AbsolutePath("C:\\a\\", "\\\\server\\share\\..\\x.vbp"), "\\\\server\\share\\x.vbp");
+  EXPECT_EQ(AbsolutePath("C:\\a\\", "\\\\server\\share\\b\\..\\x.vbp"), "\\\\server\\share\\x.vbp");
+  EXPECT_EQ(AbsolutePath("C:\\a\\", "\\\\.\\x\\y.vbp"), "\\\\.\\x\\y.vbp");
+}
+
 TEST(Paths, AResourceIndexIsNoPartOfTheFile) {
   EXPECT_EQ(WithoutResourceIndex("C:\\x\\vbscript.dll\\3"), "C:\\x\\vbscript.dll");
   EXPECT_EQ(WithoutResourceIndex("C:\\x\\vbscript.dll\\3a"), "C:\\x\\vbscript.dll\\3a");

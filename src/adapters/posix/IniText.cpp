@@ -157,6 +157,12 @@ std::string_view WithoutLineEnd(std::string_view line) {
   return line;
 }
 
+// The last line of a file may lack its line end, or the second half of it.
+void EndLine(std::string& line, const std::string& lineEnd) {
+  if (line.empty() || line.ends_with('\n')) return;
+  line += line.ends_with('\r') ? "\n" : lineEnd;
+}
+
 [[noreturn]] void RaiseJunk(const std::string& name, std::size_t line, std::string_view what) {
   automation::Raise(automation::kInvalidValue, "SettingsStore",
                     name + ", line " + std::to_string(line) + ": " + std::string(what));
@@ -211,8 +217,7 @@ bool IniText::Set(std::string_view application, std::string_view section, std::s
     *setting.lines.back() = WriteKey(setting.key) + "=" + WriteValue(value) + m_lineEnd;
     return true;
   }
-  // The last line of the file may lack its line end.
-  if (!place.last->empty() && !place.last->ends_with('\n')) *place.last += m_lineEnd;
+  EndLine(*place.last, m_lineEnd);
   place.last = m_lines.insert(std::next(place.last), WriteKey(key) + "=" + WriteValue(value) + m_lineEnd);
   Put(place, std::string(key), std::string(value), place.last);
   return true;
@@ -246,8 +251,7 @@ const IniText::Section* IniText::Find(std::string_view application, std::string_
 IniText::Section& IniText::Make(std::string_view application, std::string_view section) {
   const auto [place, isNew] = m_sections.try_emplace({FoldCase(application), FoldCase(section)});
   if (isNew) {
-    if (!m_lines.empty() && !m_lines.back().empty() && !m_lines.back().ends_with('\n'))
-      m_lines.back() += m_lineEnd;
+    if (!m_lines.empty()) EndLine(m_lines.back(), m_lineEnd);
     if (!m_lines.empty()) m_lines.push_back(m_lineEnd);
     place->second.last = m_lines.insert(m_lines.end(), WriteHeader(application, section) + m_lineEnd);
   }

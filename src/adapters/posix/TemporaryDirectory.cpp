@@ -87,17 +87,22 @@ bool IsUsable(std::string_view folder) {
   return stat(std::string(folder).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-std::string Parent() {
+std::string Parent(const std::string& given) {
   const char* configured = std::getenv("TMPDIR");
-  if (configured == nullptr || !IsUsable(configured)) return "/tmp";
-  std::string folder = configured;
+  std::string folder = given;
+  if (given.empty()) folder = configured != nullptr && IsUsable(configured) ? configured : "/tmp";
+  if (!IsUsable(folder)) {
+    automation::Raise(automation::RuntimeError::PathFileAccess, "TemporaryDirectory",
+                      folder + " (a folder by its absolute path, without blanks, is needed)");
+  }
   while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
   return folder == "/" ? "" : folder;
 }
 
 }  // namespace
 
-TemporaryDirectory::TemporaryDirectory() : m_path(Parent() + "/hearthmake-XXXXXX") {
+TemporaryDirectory::TemporaryDirectory(const std::string& parent)
+    : m_path(Parent(parent) + "/hearthmake-XXXXXX") {
   LiveFolders& folders = LiveFolders::Instance();
   if (mkdtemp(m_path.data()) == nullptr) {
     const int error = errno;

@@ -80,6 +80,12 @@ TEST(IniText, KeepsTheLineEndsOfTheFile) {
   EXPECT_EQ(ini.Print(), "[App\\S]\r\na=1\r\nb=2\r\n");
 }
 
+TEST(IniText, CompletesALineEndThatTheFileStopsIn) {
+  IniText ini("[App\\S]\r\na=\"1\"\r");
+  EXPECT_TRUE(ini.Set("App", "S", "b", "2"));
+  EXPECT_EQ(ini.Print(), "[App\\S]\r\na=\"1\"\r\nb=2\r\n");
+}
+
 TEST(IniText, RemovesEveryLineOfASetting) {
   IniText ini("[App\\S]\na=1\nb=2\n[app\\s]\nA=3\n");
   EXPECT_TRUE(ini.Remove("APP", "s", "a"));

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "automation/Error.hpp"
 #include "support/PosixFolder.hpp"
 
 namespace hearthmake::posix {
@@ -56,6 +57,21 @@ TEST(TemporaryDirectory, GoesWithAllItHolds) {
   }
   EXPECT_FALSE(fs::exists(path));
   EXPECT_TRUE(fs::exists(outside.Path("kept/a")));
+}
+
+TEST(TemporaryDirectory, LiesInTheFolderThatIsGiven) {
+  const support::PosixFolder folder;
+  const EnvironmentOverride other("TMPDIR", "/tmp");
+  const TemporaryDirectory made(folder.Path());
+  EXPECT_EQ(fs::path(made.Path()).parent_path(), folder.Path());
+}
+
+TEST(TemporaryDirectory, RefusesAGivenFolderThatIsOfNoUse) {
+  const support::PosixFolder folder;
+  for (const std::string& parent :
+       {folder.MakeFolder("a blank"), folder.Path("missing"), std::string("relative")}) {
+    EXPECT_THROW(TemporaryDirectory{parent}, automation::Error) << parent;
+  }
 }
 
 // Runs the body in a forked process that then calls exit.

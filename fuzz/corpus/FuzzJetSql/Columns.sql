@@ -1,0 +1,1 @@
+SELECT DISTINCT p.Name, COUNT(*), 1 + 2 AS three FROM [Project] AS p INNER JOIN References AS r ON p.id = r.idReferencing GROUP BY p.Name HAVING COUNT(*) > 1 ORDER BY 1 DESC;

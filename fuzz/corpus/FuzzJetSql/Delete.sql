@@ -1,0 +1,1 @@
+DELETE FROM ExternalReferences WHERE ProjectId = 7 OR NOT EXISTS (SELECT id FROM Project) UNION ALL SELECT 1

@@ -1,0 +1,1 @@
+INSERT INTO References(idReferencing, idreferenced) VALUES (1,2)

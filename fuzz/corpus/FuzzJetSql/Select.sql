@@ -1,0 +1,1 @@
+SELECT * FROM Project WHERE Name='O''Brien' AND id=5 ORDER BY CompileOrder

@@ -1,0 +1,1 @@
+UPDATE Project SET LastCompiled=#3/25/2001 1:05:00 PM#, [Compile]=TRUE, x=&HFF, y=.5e3 WHERE id IN (SELECT id FROM Project WHERE Name IS NOT NULL)

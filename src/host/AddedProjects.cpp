@@ -1,0 +1,22 @@
+#include "host/AddedProjects.hpp"
+
+#include <fmt/format.h>
+
+#include "host/Session.hpp"
+
+namespace hearthmake::host {
+
+void AddedProjects::ProjectAdded(Project& NewProject) {
+  ++m_count;
+  m_console.Out(fmt::format("Added {}  {}\n", Printable(NewProject.Name()), NewProject.ProjectPath()));
+}
+
+std::string SizeText(Build& build) {
+  std::size_t references = 0;
+  for (const auto& project : AllProjects(build)) {
+    for (const auto& reference : AllReferences(*project)) references += reference->IsExternal() ? 0 : 1;
+  }
+  return fmt::format("{} projects, {} references between them", build.Projects().Count(), references);
+}
+
+}  // namespace hearthmake::host

@@ -1,0 +1,262 @@
+#include "host/CommandLine.hpp"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "automation/Error.hpp"
+#include "automation/Text.hpp"
+#include "host/Session.hpp"
+#include "host/commands/Commands.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+constexpr const char* kOverview =
+    "Builds suites of Visual Basic 6 projects: keeps sets of projects (builds), works out the compile\n"
+    "order, brings the project files up to date and drives the compiler.";
+
+constexpr const char* kEpilogue =
+    "First steps:\n"
+    "  hearthmake new Shop\n"
+    "  hearthmake settings VBExe /opt/vb6/vb6.exe\n"
+    "  hearthmake scan Shop ~/src/shop\n"
+    "  hearthmake build Shop\n"
+    "\n"
+    "A BUILD is an id or a name, a PROJECT a name or an id. Paths may be POSIX or DOS paths.\n"
+    "Each command has its own help: hearthmake build --help\n"
+    "Exit status: 0 done, 1 the build failed, 2 wrong usage or input, 3 cancelled.";
+
+// The words of the command with their options. Parsing fills the arguments and leaves the action to run.
+class Words {
+ public:
+  explicit Words(CLI::App& app) : m_app(app) {
+    AddGlobalOptions();
+    AddBuildWords();
+    AddProjectWords();
+    AddRunWords();
+    AddSettingWords();
+  }
+
+  const HostOptions& Options() const { return m_options; }
+  ExitStatus Run(Session& session) const { return m_action(session); }
+
+ private:
+  template <class Arguments>
+  CLI::App* Add(const char* name, const std::string& description, const char* example, Arguments& arguments,
+                ExitStatus (*run)(Session&, const Arguments&)) {
+    CLI::App* word = m_app.add_subcommand(name, description);
+    word->footer(std::string("Example:\n  ") + example);
+    word->fallthrough();
+    word->callback([this, &arguments, run] {
+      m_action = [&arguments, run](Session& session) { return run(session, arguments); };
+    });
+    return word;
+  }
+
+  static void AddBuild(CLI::App* word, std::string& build) {
+    word->add_option("BUILD", build, "id or name of the build")->required();
+  }
+  static void AddJson(CLI::App* word, bool& json, const char* description = "print JSON") {
+    word->add_flag("--json", json, description);
+  }
+
+  void AddGlobalOptions() {
+    m_app
+        .add_option("--data", m_options.dataFolder,
+                    "data folder (else $HEARTHMAKE_DATA, $XDG_DATA_HOME/hearthmake, "
+                    "~/.local/share/hearthmake)")
+        ->type_name("DIR");
+    m_app
+        .add_option_function<std::string>(
+            "--wine-prefix", [this](const std::string& prefix) { m_options.winePrefix = prefix; },
+            "Wine prefix whose drives and registry are used (else $HEARTHMAKE_WINE_PREFIX, "
+            "settings --host WinePrefix)")
+        ->type_name("DIR");
+    m_app.add_option("--drive", m_options.drives, "give a drive letter a folder; may be repeated")
+        ->type_name("X:=DIR")
+        ->expected(1)
+        ->take_all();
+    m_app.add_flag("--no-color", m_options.noColour, "no colours (also by NO_COLOR)");
+  }
+
+  void AddBuildWords() {
+    CLI::App* word = Add("new", "Make a build.", "hearthmake new Shop", m_new, &NewCommand);
+    word->add_option("NAME", m_new.name, "its name, up to 30 characters")->required();
+
+    word = Add("list", "List the builds.", "hearthmake list --json", m_list, &ListCommand);
+    AddJson(word, m_list.json);
+
+    word = Add("show", "Show a build, or all about one of its projects.", "hearthmake show Shop Prices",
+               m_show, &ShowCommand);
+    AddBuild(word, m_show.build);
+    word->add_option("PROJECT", m_show.project, "name or id of a project");
+    AddJson(word, m_show.json);
+
+    word = Add("delete", "Delete a build. Its project files stay as they are.", "hearthmake delete Shop",
+               m_delete, &DeleteCommand);
+    AddBuild(word, m_delete.build);
+  }
+
+  void AddProjectWords() {
+    CLI::App* word = Add("add", "Add project files, or all that group files list, and detect references.",
+                         "hearthmake add Shop src/Prices/Prices.vbp src/Tools.vbg", m_add, &AddCommand);
+    AddBuild(word, m_add.build);
+    word->add_option("FILE", m_add.files, "project (.vbp) and group (.vbg) files")->required();
+
+    word = Add("remove", "Take projects out of a build. Refused while other projects reference them.",
+               "hearthmake remove Shop Prices", m_remove, &RemoveCommand);
+    AddBuild(word, m_remove.build);
+    word->add_option("PROJECT", m_remove.projects, "names or ids of projects")->required();
+
+    word =
+        Add("scan",
+            "Add every project below a folder, and detect references. Left out are files whose names hold\n"
+            "\"test\" or begin with \"project\", and projects whose names are in the build already.",
+            "hearthmake scan Shop ~/src/shop --tests", m_scan, &ScanCommand);
+    AddBuild(word, m_scan.build);
+    word->add_option("DIR", m_scan.folder, "the folder")->required();
+    word->add_flag("--tests", m_scan.tests, "leave no project file out by its name");
+
+    word = Add("refs",
+               "Detect the references anew from the project files and list them. With --add and --drop the\n"
+               "references stay as they are but for the change; the next compile writes it to the file.",
+               "hearthmake refs Shop --add Till Prices --drop Till 3", m_refs, &RefsCommand);
+    AddBuild(word, m_refs.build);
+    word->add_option("PROJECT", m_refs.project, "only this project");
+    word->add_option("--add", m_refs.add,
+                     "give PROJECT a reference to TARGET: a project of the build, a library file, or a row\n"
+                     "of a project file (Reference=*\\G{...")
+        ->type_name("PROJECT TARGET");
+    word->add_option("--drop", m_refs.drop, "take the reference at position INDEX away from PROJECT")
+        ->type_name("PROJECT INDEX");
+    AddJson(word, m_refs.json);
+
+    word = Add("set", "Set a property of a project. A wrong name lists what there is.",
+               "hearthmake set Shop Prices CompatibleMode BinaryCompatibility", m_set, &SetCommand);
+    AddBuild(word, m_set.build);
+    word->add_option("PROJECT", m_set.project, "name or id of the project")->required();
+    word->add_option("PROPERTY", m_set.property, "as show BUILD PROJECT lists them")->required();
+    word->add_option("VALUE", m_set.value, "a text, a number, true or false, or a name of an enumeration")
+        ->required();
+  }
+
+  void AddRunWords() {
+    CLI::App* word = Add("order", "Print the compile order; when there is none, a cycle of references.",
+                         "hearthmake order Shop", m_order, &OrderCommand);
+    AddBuild(word, m_order.build);
+    AddJson(word, m_order.json);
+
+    word = Add("build", "Compile the projects of a build in the order of their references.",
+               "hearthmake build Shop --resume", m_build, &BuildCommand);
+    AddBuild(word, m_build.build);
+    word->add_flag("--resume", m_build.resume, "go on where the last run failed or was cancelled");
+    AddJson(word, m_build.json, "print each event as a line of JSON");
+
+    word = Add("bases",
+               "Give each library and control its own base address, on 64 KB boundaries, in compile order.",
+               "hearthmake bases Shop '&H11000000'", m_bases, &BasesCommand);
+    AddBuild(word, m_bases.build);
+    word->add_option(
+        "START", m_bases.start,
+        "first address (&H..., 0x... or decimal), kept for the next time; without it the one kept");
+  }
+
+  void AddSettingWords() {
+    CLI::App* word = Add("settings", "Show or change the settings of the library, or of this command.",
+                         "hearthmake settings VBExe '/opt/vb6/vb6.exe'", m_settings, &SettingsCommand);
+    word->add_option("KEY", m_settings.key, "name of a setting");
+    CLI::Option* value = word->add_option("VALUE", m_settings.value, "its new value");
+    word->add_flag("--host", m_settings.host,
+                   "the settings of this command (Wine prefix, drives, ...), kept in the data folder; an\n"
+                   "empty value takes one out");
+    word->parse_complete_callback([this, value] { m_settings.hasValue = value->count() > 0; });
+  }
+
+  CLI::App& m_app;
+  HostOptions m_options;
+  std::function<ExitStatus(Session&)> m_action;
+  NewArguments m_new;
+  ListArguments m_list;
+  ShowArguments m_show;
+  DeleteArguments m_delete;
+  AddArguments m_add;
+  RemoveArguments m_remove;
+  ScanArguments m_scan;
+  RefsArguments m_refs;
+  OrderArguments m_order;
+  BuildArguments m_build;
+  BasesArguments m_bases;
+  SetArguments m_set;
+  SettingsArguments m_settings;
+};
+
+std::string ErrorNumber(std::int32_t number) {
+  return number < 0 ? "&H" + automation::Hex(number) : automation::Decimal(number);
+}
+
+std::string Described(const automation::Error& error) {
+  const std::string where = error.Source().empty() ? "" : " in " + error.Source();
+  return fmt::format("{} (error {}{})", Printable(error.Description()), ErrorNumber(error.Number()), where);
+}
+
+void Tell(const Console& console, const std::string& message, const std::string& advice) {
+  console.Note(console.PaintErr(Colour::Red, "error: ") + Printable(message));
+  if (!advice.empty()) console.Err(Printable(advice) + "\n");
+}
+
+bool IsAboutDatabase(const automation::Error& error) {
+  return error.Number() == static_cast<std::int32_t>(automation::BuildErrors::beNoDatabase) ||
+         error.Source().starts_with("DAO.");
+}
+
+ExitStatus Run(Session& session, const Words& words) {
+  try {
+    return words.Run(session);
+  } catch (const HostError& error) {
+    Tell(session.Out(), error.what(), error.Advice());
+    return error.Status();
+  } catch (const automation::Error& error) {
+    Tell(session.Out(), Described(error), IsAboutDatabase(error) ? session.Database().Diagnose() : "");
+  } catch (const std::bad_alloc&) {
+    Tell(session.Out(), "Out of memory.", "");
+  }
+  return ExitStatus::WrongInput;
+}
+
+}  // namespace
+
+ExitStatus RunCommandLine(int argc, const char* const* argv) {
+  CLI::App app{kOverview, "hearthmake"};
+  app.footer(kEpilogue);
+  app.set_version_flag("--version", "hearthmake " HEARTHMAKE_VERSION);
+  app.require_subcommand(1);
+  Words words(app);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& help) {
+    app.exit(help);
+    return ExitStatus::Done;
+  } catch (const CLI::ParseError& error) {
+    const Console console(words.Options().noColour);
+    const std::vector<std::string> unknown = app.remaining();
+    const bool isUnknownWord = app.get_subcommands().empty() && !unknown.empty();
+    Tell(console, isUnknownWord ? fmt::format("There is no command '{}'.", unknown.front()) : error.what(),
+         "See: hearthmake --help");
+    return ExitStatus::WrongInput;
+  }
+  try {
+    Session session(words.Options());
+    return Run(session, words);
+  } catch (const HostError& error) {
+    Tell(Console(words.Options().noColour), error.what(), error.Advice());
+    return error.Status();
+  }
+}
+
+}  // namespace hearthmake::host

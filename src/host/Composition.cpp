@@ -1,0 +1,56 @@
+#include "host/Composition.hpp"
+
+#include "adapters/posix/IniSettingsStore.hpp"
+#include "adapters/posix/PosixClock.hpp"
+#include "adapters/posix/PosixFileSystem.hpp"
+#include "adapters/posix/PosixProcessLauncher.hpp"
+#include "adapters/posix/RegistryStore.hpp"
+#include "adapters/posix/WineRegistry.hpp"
+#include "adapters/sqlite/SqliteWorkspace.hpp"
+#include "adapters/typelib/TypeLibFileReader.hpp"
+#include "host/HostEventPump.hpp"
+#include "host/HostSystemInfo.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+std::shared_ptr<platform::Registry> MakeRegistry(const HostSettings& settings, const std::string& prefix) {
+  if (prefix.empty()) return std::make_shared<posix::RegistryStore>(settings.DataFolder() + "/registry.reg");
+  return std::make_shared<posix::WineRegistry>(prefix);
+}
+
+}  // namespace
+
+Composition::Composition(const HostSettings& settings)
+    : m_drives(std::make_shared<posix::DriveMap>(settings.Drives())), m_apartment(FillPlatform(settings)) {}
+
+Composition::~Composition() = default;
+
+void Composition::OnTick(std::function<void()> tick) { m_pump->OnTick(std::move(tick)); }
+
+platform::Platform Composition::FillPlatform(const HostSettings& settings) {
+  const std::string prefix = settings.WinePrefix();
+  platform::Platform ports;
+  ports.registry = MakeRegistry(settings, prefix);
+  const auto system = std::make_shared<HostSystemInfo>(settings, m_drives, ports.registry, !prefix.empty());
+  posix::ProcessLauncherOptions launching;
+  launching.systemFolder = system->SystemFolder();
+  launching.wine = settings.WineProgram();
+  launching.winePrefix = prefix;
+  const auto launcher = std::make_shared<posix::PosixProcessLauncher>(*m_drives, launching);
+  m_pump = std::make_shared<HostEventPump>(launcher);
+
+  ports.system = system;
+  ports.processes = launcher;
+  ports.events = m_pump;
+  ports.files = std::make_shared<posix::PosixFileSystem>(m_drives);
+  ports.typeLibs = std::make_shared<typelib::TypeLibFileReader>(ports.files);
+  ports.workspace = std::make_shared<sqlite::SqliteWorkspace>(
+      [drives = m_drives](std::string_view path) { return drives->ToPosix(path).value_or(""); });
+  ports.settings = std::make_shared<posix::IniSettingsStore>(posix::IniSettingsStore::DefaultPath());
+  ports.clock = std::make_shared<posix::PosixClock>();
+  return ports;
+}
+
+}  // namespace hearthmake::host

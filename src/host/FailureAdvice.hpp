@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "host/Session.hpp"
+
+namespace hearthmake::host {
+
+// What to do about a failure of a run, in words for the machine at hand; empty when the message says
+// enough. The project may be null.
+std::string FailureAdvice(Session& session, Project* project, const std::string& message);
+
+}  // namespace hearthmake::host

@@ -1,0 +1,12 @@
+#include "host/HostEventPump.hpp"
+
+#include "host/Interrupt.hpp"
+
+namespace hearthmake::host {
+
+void HostEventPump::DeliverPending() {
+  if (Interrupt::IsRequested()) m_launcher->TerminateRunning();
+  if (m_tick) m_tick();
+}
+
+}  // namespace hearthmake::host

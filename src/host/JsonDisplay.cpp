@@ -1,0 +1,104 @@
+#include "host/JsonDisplay.hpp"
+
+#include <fmt/format.h>
+#include <time.h>
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "automation/Variant.hpp"
+#include "host/Json.hpp"
+#include "project/Project.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+std::string UtcNow() {
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  tm parts{};
+  gmtime_r(&now.tv_sec, &parts);
+  return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}Z", parts.tm_year + 1900, parts.tm_mon + 1,
+                     parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec, now.tv_nsec / 1'000'000);
+}
+
+// Milliseconds are enough, and a shorter line.
+double Rounded(double seconds) { return std::round(seconds * 1000) / 1000; }
+
+ordered_json Names(Project* project) {
+  if (project == nullptr) return {{"project", nullptr}};
+  return {{"project", project->Name()}, {"id", project->Id()}, {"path", project->ProjectPath()}};
+}
+
+}  // namespace
+
+JsonDisplay::JsonDisplay(const Console& console, std::string buildName, std::size_t projectsToCompile)
+    : RunDisplay(projectsToCompile), m_console(console), m_buildName(std::move(buildName)) {}
+
+void JsonDisplay::Print(const char* event, const ordered_json& details) const {
+  ordered_json line = {{"event", event}, {"time", UtcNow()}};
+  line.update(details);
+  m_console.Out(JsonText(line) + "\n");
+}
+
+void JsonDisplay::BuildStart(bool bResume) {
+  Print("BuildStart", {{"build", m_buildName}, {"resume", bResume}, {"projects", Total()}});
+}
+
+void JsonDisplay::ShowWillCompile(Project& project) {
+  ordered_json details = Names(&project);
+  details["index"] = Current();
+  details["projects"] = Total();
+  Print("WillCompile", details);
+}
+
+void JsonDisplay::ShowCompiled(Project& project) {
+  ordered_json details = Names(&project);
+  details["binary"] = project.FullPath32();
+  details["seconds"] = Rounded(ProjectSeconds());
+  Print("ProjectCompiled", details);
+}
+
+void JsonDisplay::ShowFailed(Project* project, const std::string& message, bool isCompileError) {
+  ordered_json details = Names(project);
+  details["message"] = message;
+  details["compileError"] = isCompileError;
+  details["cancelled"] = Result() == RunResult::Cancelled;
+  details["compiled"] = Compiled();
+  details["seconds"] = Rounded(Seconds());
+  Print("BuildFaild", details);
+}
+
+void JsonDisplay::ShowCancelled(Project& project) { Print("BuildCancled", Names(&project)); }
+
+void JsonDisplay::ShowComplete() {
+  Print("BuildComplete", {{"compiled", Compiled()}, {"seconds", Rounded(Seconds())}});
+}
+
+void JsonDisplay::Finish() {
+  if (Result() == RunResult::Complete) return;
+  m_console.Note(fmt::format("{} {}. Go on with: hearthmake build '{}' --resume", m_buildName,
+                             Result() == RunResult::Failed ? "failed" : "was cancelled", m_buildName));
+}
+
+void JsonDisplay::GettingLatestVersion(SSProject& /*objSSProject*/, bool& /*bCancel*/) {
+  Print("GettingLatestVersion", ordered_json::object());
+}
+
+void JsonDisplay::MTSEvent(const std::string& strInfo, bool& /*Cancel*/) {
+  Print("MTSEvent", {{"info", strInfo}});
+}
+
+void JsonDisplay::Error(const automation::Variant& strMessage) {
+  Print("Error", {{"message", automation::ToText(strMessage)}});
+}
+
+void JsonDisplay::ScriptNotify(const std::string& strMessage, automation::Variant& /*Cancel*/,
+                               std::int32_t Progress) {
+  Print("ScriptNotify", {{"message", strMessage}, {"progress", Progress}});
+}
+
+}  // namespace hearthmake::host

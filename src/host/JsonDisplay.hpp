@@ -1,0 +1,38 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+#include "host/Console.hpp"
+#include "host/RunDisplay.hpp"
+
+namespace hearthmake::host {
+
+// A run for programs: each event is one line of JSON on standard output, with the event's name and time
+// (UTC) and what came with it.
+class JsonDisplay final : public RunDisplay {
+ public:
+  JsonDisplay(const Console& console, std::string buildName, std::size_t projectsToCompile);
+
+  void Finish() override;
+  void GettingLatestVersion(SSProject& objSSProject, bool& bCancel) override;
+  void MTSEvent(const std::string& strInfo, bool& Cancel) override;
+  void Error(const automation::Variant& strMessage) override;
+  void BuildStart(bool bResume) override;
+  void ScriptNotify(const std::string& strMessage, automation::Variant& Cancel,
+                    std::int32_t Progress) override;
+
+ private:
+  void ShowWillCompile(Project& project) override;
+  void ShowCompiled(Project& project) override;
+  void ShowFailed(Project* project, const std::string& message, bool isCompileError) override;
+  void ShowCancelled(Project& project) override;
+  void ShowComplete() override;
+
+  void Print(const char* event, const nlohmann::ordered_json& details) const;
+
+  const Console& m_console;
+  std::string m_buildName;
+};
+
+}  // namespace hearthmake::host

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "project/Project.hpp"
+
+namespace hearthmake::host {
+
+using ProjectList = std::vector<automation::Ref<Project>>;
+
+// The references among some projects of a build, those to others left out.
+class ProjectGraph {
+ public:
+  explicit ProjectGraph(ProjectList projects);
+
+  // Projects of which each references the next and the last the first, beginning with the lowest id;
+  // none when there is no cycle.
+  ProjectList FindCycle() const;
+  // Every project before those that it references, as far as there is no cycle.
+  ProjectList UsersFirst() const;
+  // Those that reference the project.
+  ProjectList UsersOf(const Project& project) const;
+
+ private:
+  // A walk in depth: the projects in the order in which they were left, up to the first cycle.
+  struct Walk {
+    std::vector<std::size_t> left;
+    std::vector<std::size_t> cycle;
+  };
+  Walk GoThrough(bool stopAtCycle) const;
+
+  ProjectList m_projects;
+  std::vector<std::vector<std::size_t>> m_targets;
+};
+
+}  // namespace hearthmake::host

@@ -1,0 +1,49 @@
+#include "host/RunDisplay.hpp"
+
+#include "host/Interrupt.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+double SecondsSince(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+}  // namespace
+
+double RunDisplay::Seconds() const { return SecondsSince(m_start); }
+double RunDisplay::ProjectSeconds() const { return SecondsSince(m_projectStart); }
+
+void RunDisplay::WillCompile(Project& objProject, bool& bCancel) {
+  // A compiler that was through before the signal reached it leaves the run to be ended here.
+  if (Interrupt::IsRequested()) {
+    bCancel = true;
+    return;
+  }
+  ++m_current;
+  m_projectStart = Clock::now();
+  ShowWillCompile(objProject);
+}
+
+void RunDisplay::ProjectCompiled(Project& objProject) {
+  ++m_compiled;
+  ShowCompiled(objProject);
+}
+
+void RunDisplay::BuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError) {
+  m_result = Interrupt::IsRequested() ? RunResult::Cancelled : RunResult::Failed;
+  ShowFailed(objProject, strMessage, bCompileError);
+}
+
+void RunDisplay::BuildCancled(Project& objProject) {
+  m_result = RunResult::Cancelled;
+  ShowCancelled(objProject);
+}
+
+void RunDisplay::BuildComplete() {
+  m_result = RunResult::Complete;
+  ShowComplete();
+}
+
+}  // namespace hearthmake::host

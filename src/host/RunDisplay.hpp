@@ -1,0 +1,57 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+#include "build/BuildEvents.hpp"
+
+namespace hearthmake::host {
+
+enum class RunResult { Complete, Failed, Cancelled };
+
+// Follows a run for the person or program that started it, and knows how it went.
+class RunDisplay : public BuildEvents {
+ public:
+  explicit RunDisplay(std::size_t projectsToCompile) : m_total(projectsToCompile) {}
+
+  // Called several times a second while a compiler runs.
+  virtual void Tick() {}
+  // After the run.
+  virtual void Finish() {}
+
+  RunResult Result() const { return m_result; }
+
+  void WillCompile(Project& objProject, bool& bCancel) final;
+  void ProjectCompiled(Project& objProject) final;
+  void BuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError) final;
+  void BuildCancled(Project& objProject) final;
+  void BuildComplete() final;
+
+ protected:
+  // The events, after they were counted.
+  virtual void ShowWillCompile(Project& project) = 0;
+  virtual void ShowCompiled(Project& project) = 0;
+  virtual void ShowFailed(Project* project, const std::string& message, bool isCompileError) = 0;
+  virtual void ShowCancelled(Project& project) = 0;
+  virtual void ShowComplete() = 0;
+
+  std::size_t Total() const { return m_total; }
+  // The place of the present project among those to compile, from 1.
+  std::size_t Current() const { return m_current; }
+  std::size_t Compiled() const { return m_compiled; }
+  double Seconds() const;
+  double ProjectSeconds() const;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  std::size_t m_total;
+  std::size_t m_current = 0;
+  std::size_t m_compiled = 0;
+  Clock::time_point m_start = Clock::now();
+  Clock::time_point m_projectStart = m_start;
+  RunResult m_result = RunResult::Cancelled;  // until the run says otherwise
+};
+
+}  // namespace hearthmake::host

@@ -1,0 +1,122 @@
+#include "host/TextDisplay.hpp"
+
+#include <fmt/format.h>
+
+#include "automation/Text.hpp"
+#include "automation/Variant.hpp"
+#include "host/FailureAdvice.hpp"
+#include "project/Project.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+constexpr std::string_view kCompileFailed = "Compile failed: ";
+
+std::string Projects(std::size_t count) { return fmt::format("{} project{}", count, count == 1 ? "" : "s"); }
+
+// What the compiler said, without the library's words in front.
+std::string CompilerWords(std::string_view message) {
+  if (message.starts_with(kCompileFailed)) message.remove_prefix(kCompileFailed.size());
+  return Printable(message);
+}
+
+}  // namespace
+
+std::string ClockText(long seconds) {
+  const long hours = seconds / 3600;
+  const long minutes = seconds / 60 % 60;
+  if (hours > 0) return fmt::format("{}:{:02}:{:02}", hours, minutes, seconds % 60);
+  return fmt::format("{}:{:02}", minutes, seconds % 60);
+}
+
+TextDisplay::TextDisplay(Session& session, std::string buildName, std::size_t projectsToCompile)
+    : RunDisplay(projectsToCompile),
+      m_session(session),
+      m_console(session.Out()),
+      m_buildName(std::move(buildName)) {}
+
+void TextDisplay::Tick() {
+  if (m_isDrawn && m_drawnSecond != static_cast<long>(Seconds())) Draw();
+}
+
+void TextDisplay::Draw() {
+  m_drawnSecond = static_cast<long>(Seconds());
+  const std::string line = fmt::format("[{}/{}] {} Compiling {}", Current(), Total(),
+                                       ClockText(m_drawnSecond), Printable(m_projectName));
+  // The last column stays free: some terminals go to the next line when it is filled.
+  const std::size_t width = m_console.Width();
+  const std::string_view fitting = automation::Left(line, width > 1 ? width - 1 : 1);
+  m_console.Out(fmt::format("\r{}\x1b[K", fitting));
+  m_isDrawn = true;
+}
+
+void TextDisplay::ClearLine() {
+  if (m_isDrawn) m_console.Out("\r\x1b[K");
+  m_isDrawn = false;
+}
+
+void TextDisplay::ShowWillCompile(Project& project) {
+  m_projectName = project.Name();
+  if (m_console.CanRedraw()) {
+    Draw();
+  } else {
+    m_console.Out(fmt::format("[{}/{}] Compiling {}\n", Current(), Total(), Printable(m_projectName)));
+  }
+}
+
+void TextDisplay::ShowCompiled(Project& /*project*/) {}
+
+void TextDisplay::ShowFailed(Project* project, const std::string& message, bool /*isCompileError*/) {
+  ClearLine();
+  m_projectName = project == nullptr ? "" : project->Name();
+  if (Result() == RunResult::Cancelled) return;  // the compiler did not fail, it was ended
+  const std::string where = project == nullptr ? m_buildName
+                                               : fmt::format("{} ({})", project->Name(),
+                                                             m_session.PosixPath(project->ProjectPath()));
+  m_console.Err(fmt::format("{} {}\n{}\n", m_console.PaintErr(Colour::Red, "FAILED:"), Printable(where),
+                            CompilerWords(message)));
+  const std::string advice = FailureAdvice(m_session, project, message);
+  if (!advice.empty()) m_console.Err(advice + "\n");
+}
+
+void TextDisplay::ShowCancelled(Project& /*project*/) { ClearLine(); }
+
+void TextDisplay::Notice(const std::string& text) {
+  const bool wasDrawn = m_isDrawn;
+  ClearLine();
+  m_console.Out(Printable(text) + "\n");
+  if (wasDrawn) Draw();
+}
+
+void TextDisplay::MTSEvent(const std::string& strInfo, bool& /*Cancel*/) { Notice(strInfo); }
+
+void TextDisplay::ScriptNotify(const std::string& strMessage, automation::Variant& /*Cancel*/,
+                               std::int32_t /*Progress*/) {
+  Notice(strMessage);
+}
+
+void TextDisplay::Error(const automation::Variant& strMessage) { Notice(automation::ToText(strMessage)); }
+
+void TextDisplay::Finish() {
+  ClearLine();
+  const std::string counts =
+      fmt::format("{} of {} compiled, {:.1f} s", Compiled(), Projects(Total()), Seconds());
+  const std::string resume = fmt::format("Go on with: hearthmake build '{}' --resume\n", m_buildName);
+  switch (Result()) {
+    case RunResult::Complete:
+      m_console.Out(
+          fmt::format("{} {}: {}.\n", m_console.PaintOut(Colour::Green, "Done."), m_buildName, counts));
+      return;
+    case RunResult::Failed:
+      m_console.Err(fmt::format("{} {}{}, {}.\n{}", m_console.PaintErr(Colour::Red, "Build failed:"),
+                                m_buildName, m_projectName.empty() ? "" : " at " + Printable(m_projectName),
+                                counts, resume));
+      return;
+    case RunResult::Cancelled:
+      m_console.Err(fmt::format("{} {}: {}.\n{}", m_console.PaintErr(Colour::Yellow, "Cancelled."),
+                                m_buildName, counts, resume));
+  }
+}
+
+}  // namespace hearthmake::host

@@ -1,0 +1,117 @@
+#include <fmt/format.h>
+
+#include <memory>
+
+#include "foundation/Settings.hpp"
+#include "host/EditCycle.hpp"
+#include "host/Interrupt.hpp"
+#include "host/JsonDisplay.hpp"
+#include "host/RunJournal.hpp"
+#include "host/TextDisplay.hpp"
+#include "host/commands/Commands.hpp"
+#include "host/commands/CompileOrder.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+// Sinks stay in the build for as long as they live, whatever happens in between.
+class SinkGuard {
+ public:
+  SinkGuard(Build& build, BuildEvents& sink) : m_build(build), m_sink(sink) { build.AddSink(sink); }
+  SinkGuard(const SinkGuard&) = delete;
+  SinkGuard& operator=(const SinkGuard&) = delete;
+  ~SinkGuard() { m_build.RemoveSink(m_sink); }
+
+ private:
+  Build& m_build;
+  BuildEvents& m_sink;
+};
+
+// What compiled in another process can't be marked as compiled here. It is left out of the run instead:
+// not to be compiled, by an edit that is never stored.
+class LeftOut {
+ public:
+  LeftOut(Build& build, const RunJournal& journal) {
+    for (const auto& project : AllProjects(build)) {
+      if (!project->CompileMe() || !journal.HasCompiled(project->Id())) continue;
+      m_edits.push_back(std::make_unique<EditCycle<Project>>(*project));
+      project->SetCompileMe(false);
+    }
+  }
+  std::size_t Count() const { return m_edits.size(); }
+
+ private:
+  std::vector<std::unique_ptr<EditCycle<Project>>> m_edits;  // cancelled when they go
+};
+
+RunJournal OpenJournal(Session& session, Build& build) {
+  std::vector<std::int32_t> ids;
+  for (const auto& project : AllProjects(build)) ids.push_back(project->Id());
+  return {session.Settings().DataFolder() + "/" + RunJournal::FileName(build.Id()), build.Id(),
+          std::move(ids)};
+}
+
+// Whether the run goes on with the last one.
+bool Resumes(Session& session, RunJournal& journal, bool isWanted) {
+  if (isWanted && journal.IsOfThisBuild()) {
+    journal.Continue();
+    return true;
+  }
+  if (isWanted) {
+    session.Out().Note(journal.IsOutdated()
+                           ? "The build's projects have changed since its last run: all are compiled."
+                           : "There is no stopped run to go on with: all projects are compiled.");
+  }
+  journal.StartFresh();
+  return false;
+}
+
+std::size_t CountToCompile(Build& build) {
+  std::size_t count = 0;
+  for (const auto& project : AllProjects(build)) count += project->CompileMe() ? 1 : 0;
+  return count;
+}
+
+std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, bool asJson) {
+  const std::size_t count = CountToCompile(build);
+  if (asJson) return std::make_unique<JsonDisplay>(session.Out(), build.Name(), count);
+  return std::make_unique<TextDisplay>(session, build.Name(), count);
+}
+
+RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildArguments& arguments) {
+  const bool resumes = Resumes(session, journal, arguments.resume);
+  std::unique_ptr<LeftOut> leftOut;
+  if (resumes) leftOut = std::make_unique<LeftOut>(build, journal);
+  if (leftOut && leftOut->Count() > 0 && !arguments.json) {
+    session.Out().Out(
+        fmt::format("Going on with {}: {} compiled already.\n", Printable(build.Name()), leftOut->Count()));
+  }
+  const auto display = MakeDisplay(session, build, arguments.json);
+  // The journal first: what compiled is to be on record before anything else can go wrong.
+  const SinkGuard journalSink(build, journal);
+  const SinkGuard displaySink(build, *display);
+  const InterruptibleRun interruptible;
+  session.Library().OnTick([&] { display->Tick(); });
+  build.Projects().Build(resumes);
+  session.Library().OnTick({});
+  display->Finish();
+  return display->Result();
+}
+
+}  // namespace
+
+ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
+  const auto build = session.OpenBuild(arguments.build);
+  session.LibrarySettings();  // junk there is better told before anything runs
+  SetCompileOrder(*build);
+  RunJournal journal = OpenJournal(session, *build);
+  switch (Run(session, *build, journal, arguments)) {
+    case RunResult::Complete: journal.Remove(); return ExitStatus::Done;
+    case RunResult::Failed: return ExitStatus::Failed;
+    case RunResult::Cancelled: return ExitStatus::Cancelled;
+  }
+  return ExitStatus::Failed;
+}
+
+}  // namespace hearthmake::host

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/HostError.hpp"
+#include "host/Session.hpp"
+
+namespace hearthmake::host {
+
+// The words of the command: each takes what was typed behind it and does its work, one file each. A build
+// is an id or a name, a project a name or an id. Failures are HostError and automation::Error.
+
+struct NewArguments {
+  std::string name;
+};
+ExitStatus NewCommand(Session& session, const NewArguments& arguments);
+
+struct ListArguments {
+  bool json = false;
+};
+ExitStatus ListCommand(Session& session, const ListArguments& arguments);
+
+struct ShowArguments {
+  std::string build;
+  std::string project;  // empty: the build itself
+  bool json = false;
+};
+ExitStatus ShowCommand(Session& session, const ShowArguments& arguments);
+
+struct DeleteArguments {
+  std::string build;
+};
+ExitStatus DeleteCommand(Session& session, const DeleteArguments& arguments);
+
+struct AddArguments {
+  std::string build;
+  std::vector<std::string> files;
+};
+ExitStatus AddCommand(Session& session, const AddArguments& arguments);
+
+struct RemoveArguments {
+  std::string build;
+  std::vector<std::string> projects;
+};
+ExitStatus RemoveCommand(Session& session, const RemoveArguments& arguments);
+
+struct ScanArguments {
+  std::string build;
+  std::string folder;
+  bool tests = false;
+};
+ExitStatus ScanCommand(Session& session, const ScanArguments& arguments);
+
+struct RefsArguments {
+  std::string build;
+  std::string project;                                    // empty: all
+  std::vector<std::pair<std::string, std::string>> add;   // project, target
+  std::vector<std::pair<std::string, std::string>> drop;  // project, position from 1
+  bool json = false;
+};
+ExitStatus RefsCommand(Session& session, const RefsArguments& arguments);
+
+struct OrderArguments {
+  std::string build;
+  bool json = false;
+};
+ExitStatus OrderCommand(Session& session, const OrderArguments& arguments);
+
+struct BuildArguments {
+  std::string build;
+  bool resume = false;
+  bool json = false;
+};
+ExitStatus BuildCommand(Session& session, const BuildArguments& arguments);
+
+struct BasesArguments {
+  std::string build;
+  std::string start;  // empty: the build's own
+};
+ExitStatus BasesCommand(Session& session, const BasesArguments& arguments);
+
+struct SetArguments {
+  std::string build;
+  std::string project;
+  std::string property;
+  std::string value;
+};
+ExitStatus SetCommand(Session& session, const SetArguments& arguments);
+
+struct SettingsArguments {
+  std::string key;    // empty: all
+  std::string value;  // used when hasValue
+  bool hasValue = false;
+  bool host = false;
+};
+ExitStatus SettingsCommand(Session& session, const SettingsArguments& arguments);
+
+}  // namespace hearthmake::host

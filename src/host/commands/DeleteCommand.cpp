@@ -1,0 +1,24 @@
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "host/EditCycle.hpp"
+#include "host/RunJournal.hpp"
+#include "host/commands/Commands.hpp"
+#include "host/commands/ProjectRemoval.hpp"
+
+namespace hearthmake::host {
+
+ExitStatus DeleteCommand(Session& session, const DeleteArguments& arguments) {
+  const auto build = session.OpenBuild(arguments.build);
+  const std::string name = build->Name();
+  const std::string journal = session.Settings().DataFolder() + "/" + RunJournal::FileName(build->Id());
+  RemoveProjects(*build, AllProjects(*build));
+  EditCycle edit(*build);
+  build->Delete();
+  edit.Apply();
+  unlink(journal.c_str());
+  session.Out().Out(fmt::format("Deleted build {}. Its project files are untouched.\n", Printable(name)));
+  return ExitStatus::Done;
+}
+
+}  // namespace hearthmake::host
