@@ -62,6 +62,8 @@ void InTransaction(const std::function<void()>& work) {
 }
 
 Batch::Batch() {
+  GetDatabase();  // its errors are those that callers know
+  m_database = Ports().workspace->OpenDatabase(DatabasePath());
   Ports().workspace->BeginTrans();
   m_isOpen = true;
 }

@@ -46,6 +46,9 @@ class Batch {
   void Finish();
 
  private:
+  // A connection of its own: an event handler may make the library close the other one, and the last one
+  // to be closed would take the open transaction with it.
+  std::shared_ptr<platform::Database> m_database;
   int m_steps = 0;
   bool m_isOpen = false;
 };

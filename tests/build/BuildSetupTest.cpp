@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "build/Build.hpp"
+#include "build/Builds.hpp"
 #include "foundation/modDatabase.hpp"
 #include "support/BuildScene.hpp"
 #include "support/ErrorExpect.hpp"
@@ -74,6 +75,28 @@ TEST(BuildSetup, CreatingTwiceAddsNothingTwice) {
   scene.build->CreateBuildFromPath("C:\\src", false);
   EXPECT_EQ(scene.Names(), Names{"Core"});
   EXPECT_EQ(BuildScene::CountRows("Project"), 1);
+}
+
+TEST(BuildSetup, AListenerThatClosesTheDatabaseLosesNoProject) {
+  const BuildScene scene;
+  support::RecordingEvents events;
+  scene.build->AddSink(events);
+  for (const char* name : {"A", "B", "C"}) scene.WriteProject(name, "Exe");
+  // Loading a list closes the database.
+  events.On("ProjectAdded B", [](bool&) { automation::Make<Builds>()->LoadAll(); });
+  scene.build->CreateBuildFromPath("C:\\src", false);
+  EXPECT_EQ(scene.Names(), (Names{"A", "B", "C"}));
+  EXPECT_EQ(BuildScene::CountRows("Project"), 3);
+  scene.build->RemoveSink(events);
+}
+
+TEST(BuildSetup, WhatWasStoredBeforeAFailureStays) {
+  const BuildScene scene;
+  scene.Add("A");
+  scene.Add("B");
+  scene.WriteBytes("C:\\src\\A.dll", std::string(60000, 'x'));
+  ErrorOf([&] { scene.build->GenerateDllBaseAddresses(0x7FFF0000); });
+  EXPECT_EQ(BuildScene::Loaded(scene.build->Id())->Projects().GetByName("A")->DllBaseAddress(), 0x7FFF0000);
 }
 
 TEST(BuildSetup, AMissingFolderIsAnError) {

@@ -183,6 +183,52 @@ TEST(modDatabase, AFailedOuterTransactionTakesTheInnerWithIt) {
   EXPECT_TRUE(BuildNames().empty());
 }
 
+TEST(modDatabase, ABatchStoresEveryStep) {
+  constexpr int kSteps = 600;  // more than one transaction takes
+  const Workbench bench;
+  modDatabase::Batch batch;
+  for (int i = 0; i < kSteps; ++i) {
+    AddBuild("step");
+    batch.Step();
+  }
+  batch.Finish();
+  modDatabase::CloseDatabase();
+  EXPECT_EQ(BuildNames().size(), static_cast<std::size_t>(kSteps));
+}
+
+TEST(modDatabase, ABatchThatAnErrorEndsStoresTheStepsBefore) {
+  const Workbench bench;
+  ExpectError(
+      [] {
+        modDatabase::Batch batch;
+        AddBuild("done");
+        batch.Step();
+        automation::Raise(45, "Here", "failed");
+      },
+      45, "Here", "failed");
+  modDatabase::CloseDatabase();
+  EXPECT_EQ(BuildNames(), std::vector<std::string>{"done"});
+}
+
+TEST(modDatabase, ABatchSurvivesTheClosingOfTheDatabase) {
+  const Workbench bench;
+  modDatabase::Batch batch;
+  AddBuild("before");
+  batch.Step();
+  modDatabase::CloseDatabase();
+  AddBuild("after");
+  batch.Step();
+  batch.Finish();
+  EXPECT_EQ(BuildNames(), (std::vector<std::string>{"before", "after"}));
+}
+
+TEST(modDatabase, ABatchNeedsTheDatabase) {
+  const Workbench bench;
+  bench.files->Remove("C:\\data\\Build.mdb");
+  ExpectError([] { const modDatabase::Batch batch; }, BuildErrors::beNoDatabase, "DB",
+              "The database is unavailable.");
+}
+
 TEST(modDatabase, ExecuteRefusesASecondStatement) {
   const Workbench bench;
   AddBuild("Suite");
