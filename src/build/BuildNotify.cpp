@@ -74,6 +74,7 @@ void Build::RaiseBuildComplete() {
 }
 
 void Build::RaiseBuildStart(bool bResume) {
+  m_failedProject = {};  // that of the last run, which this one is now
   Raise([&](BuildEvents& sink) { sink.BuildStart(bResume); });
 }
 

@@ -1,7 +1,10 @@
 #include "foundation/clFile.hpp"
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "automation/Error.hpp"
 #include "automation/Utf.hpp"
@@ -210,6 +213,72 @@ std::int32_t clFile::Size() const {
 }
 
 std::string clFile::NameWithoutExtention() const { return std::string(FileStem(m_pathName)); }
+
+namespace {
+
+// Finds out whether expected rows stand in a content, line by line. A marker counts where it is found
+// first, as in FindRow.
+class RowCheck {
+ public:
+  explicit RowCheck(std::span<const clFile::ExpectedRow> rows)
+      : m_rows(rows), m_isFound(rows.size()), m_next(rows.size()) {
+    m_first.fill(kNone);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      std::size_t& first = m_first[LetterBeforeEquals(rows[i].marker)];
+      m_next[i] = std::exchange(first, i);
+    }
+  }
+
+  // False when a row is found here that would be changed.
+  bool Take(std::string_view line, bool isFirst, bool isEnded) {
+    for (std::size_t equals = line.find('='); equals != std::string_view::npos;
+         equals = line.find('=', equals + 1)) {
+      if (equals == 0) continue;
+      const std::string_view key = line.substr(0, equals + 1);
+      for (std::size_t i = m_first[LetterBeforeEquals(key)]; i != kNone; i = m_next[i]) {
+        if (m_isFound[i] || !key.ends_with(m_rows[i].marker)) continue;
+        m_isFound[i] = true;
+        // A last line without end is never replaced, whatever it holds.
+        if (isFirst || (isEnded && !Is(line, m_rows[i]))) return false;
+      }
+    }
+    return true;
+  }
+  bool FoundAll() const { return std::find(m_isFound.begin(), m_isFound.end(), false) == m_isFound.end(); }
+
+ private:
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+  static unsigned char LetterBeforeEquals(std::string_view key) {
+    return static_cast<unsigned char>(key[key.size() - 2]);
+  }
+  static bool Is(std::string_view line, const clFile::ExpectedRow& row) {
+    return line.starts_with(row.marker) && line.substr(row.marker.size()) == FileBytes(row.value).View();
+  }
+
+  std::span<const clFile::ExpectedRow> m_rows;
+  std::vector<bool> m_isFound;
+  // The rows by the letter before their equals sign, which tells most of them apart: the first one of each
+  // letter, and the one that follows each.
+  std::array<std::size_t, 256> m_first;
+  std::vector<std::size_t> m_next;
+};
+
+}  // namespace
+
+bool clFile::HasRows(std::span<const ExpectedRow> rows) const {
+  RowCheck check(rows);
+  std::size_t start = 0;
+  while (start < m_content.size()) {
+    const std::size_t end = m_content.find(kLineEnd, start);
+    const bool isEnded = end != std::string::npos;
+    const std::string_view line = std::string_view(m_content).substr(start, isEnded ? end - start : end);
+    if (!check.Take(line, start == 0, isEnded)) return false;
+    if (!isEnded) break;
+    start = end + kLineEnd.size();
+  }
+  return check.FoundAll();
+}
 
 void clFile::EndLastRow(std::string_view text) {
   const std::size_t lineEnd = m_content.rfind(kLineEnd);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -67,6 +68,14 @@ class clFile {
   std::int32_t Size() const;
   std::string NameWithoutExtention() const;
 
+  // A row that a file should have: the text that finds it (ending in an equals sign) and what follows.
+  struct ExpectedRow {
+    std::string_view marker;
+    std::string_view value;
+  };
+  // True when replacing each of the rows by its marker and value would change nothing. One walk over the
+  // content, for the many files in which nothing is to be changed.
+  bool HasRows(std::span<const ExpectedRow> rows) const;
   // Gives the last row a line end when it holds the text and has none.
   void EndLastRow(std::string_view text);
   // Frees the memory of the content.

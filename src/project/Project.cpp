@@ -67,6 +67,7 @@ Projects& Project::ParentProjects() const {
 Build& Project::ParentBuild() const { return ParentProjects().ParentBuild(); }
 
 void Project::FilesChanged() {
+  m_binaryPath.clear();
   if (m_parent != nullptr) m_parent->FilesChanged(*this);
 }
 
@@ -279,7 +280,12 @@ std::string Project::FullPath32() {
   return BinaryPath();
 }
 
-std::string Project::BinaryPath() const {
+const std::string& Project::BinaryPath() const {
+  if (m_binaryPath.empty()) m_binaryPath = MakeBinaryPath();
+  return m_binaryPath;
+}
+
+std::string Project::MakeBinaryPath() const {
   const std::string folder = Path32();
   if (automation::Trim(folder).empty()) return Folder() + ExeName32();
   if (IsRelativePath(folder)) return NormalizePath(Folder() + folder + "\\" + ExeName32());

@@ -220,7 +220,7 @@ class Project final : public automation::Object {
   void LoadFromRow(const platform::Recordset& row);
   void SetCompiledOK(bool value) { m_compiledOK = value; }
   // Like FullPath32, but a question that changes nothing.
-  std::string BinaryPath() const;
+  const std::string& BinaryPath() const;
   // The folder of the project file, with its backslash.
   std::string Folder() const { return m_file.Path(); }
   // A library path as ValidateReference takes it: a relative one is joined to the project file's path,
@@ -263,6 +263,7 @@ class Project final : public automation::Object {
   [[noreturn]] void Refuse(std::int32_t number, const char* source, const std::string& message) const;
   [[noreturn]] void Refuse(automation::BuildErrors error, const char* source,
                            const std::string& message) const;
+  std::string MakeBinaryPath() const;
   // The binary or the file moved or was renamed: look-ups by file must notice.
   void FilesChanged();
 
@@ -299,6 +300,7 @@ class Project final : public automation::Object {
   clFile m_file;
   automation::Held<References> m_references;
   Projects* m_parent = nullptr;
+  mutable std::string m_binaryPath;  // of BinaryPath, while nothing it is made of changes
   std::string m_compileLog;
   mutable std::string m_lastErrorMessage;  // reading a property can fail too
   bool m_isDirty = false;

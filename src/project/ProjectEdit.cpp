@@ -22,6 +22,7 @@ void Project::LoadFromRow(const platform::Recordset& row) {
   m_record.checkInBinary = row.GetBoolean("CheckInBinary");
   if (!row.IsNull("LastCompiled")) m_record.lastCompiled = row.GetDate("LastCompiled");
   m_file.SetFile(row.GetText("ProjectPath"));
+  m_binaryPath.clear();
   m_isNew = false;
   m_isDirty = false;
 }

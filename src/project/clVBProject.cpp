@@ -64,6 +64,12 @@ void clVBProject::Write(clFile& file, bool (*skip)(const clVBProject&, Setting))
     return setting != Setting::ProjectType && !Stored(setting).empty() && !skip(*this, setting);
   };
   const auto rowOf = [&](const SettingInfo& info) { return std::string(info.marker) + Stored(info.setting); };
+  std::vector<clFile::ExpectedRow> rows;
+  rows.reserve(kSettingCount);
+  for (const SettingInfo& info : AllSettings()) {
+    if (isWritten(info.setting)) rows.push_back({info.marker, Stored(info.setting)});
+  }
+  if (file.HasRows(rows)) return;
   for (const SettingInfo& info : AllSettings()) {
     if (!isWritten(info.setting)) continue;
     std::int32_t position = 1;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "automation/Utf.hpp"
 #include "support/ErrorExpect.hpp"
 #include "support/Workbench.hpp"
 
@@ -486,6 +489,41 @@ TEST(clFile, TellsItsSizeOrZero) {
   bench.WriteBytes("C:\\src\\a.txt", std::string(1234, 'x'));
   EXPECT_EQ(At("C:\\src\\a.txt").Size(), 1234);
   EXPECT_EQ(At("C:\\src\\gone.txt").Size(), 0);
+}
+
+TEST(clFile, TellsWhetherRowsAreAsExpected) {
+  const clFile file = Holding("Type=Exe\r\nTitle=\"A\"\r\nName=\"B\"\r\n");
+  using Rows = std::vector<clFile::ExpectedRow>;
+  EXPECT_TRUE(file.HasRows(Rows{{"Title=", "\"A\""}, {"Name=", "\"B\""}}));
+  EXPECT_TRUE(file.HasRows(Rows{}));
+  EXPECT_FALSE(file.HasRows(Rows{{"Title=", "\"A\""}, {"Name=", "\"C\""}})) << "another value";
+  EXPECT_FALSE(file.HasRows(Rows{{"HelpFile=", "\"\""}})) << "no such row";
+}
+
+// The quick answer must be that of the replacing itself, for every way in which keys can hide in rows.
+TEST(clFile, RowsAreAsExpectedExactlyWhenReplacingThemChangesNothing) {
+  const std::vector<std::string> pieces = {"Name=",  "a", "\"b\"", "FileName=", "\r\n",
+                                           "Title=", "=", "\r\n",  "Name=a",    "\xE9"};
+  const std::vector<clFile::ExpectedRow> rows = {{"Name=", "a"}, {"Title=", "\"b\""}};
+  std::mt19937 random(7);
+  int unchanged = 0;
+  for (int round = 0; round < 50000; ++round) {
+    std::string content;
+    for (auto count = random() % 9; count > 0; --count) content += pieces[random() % pieces.size()];
+    clFile file = Holding(automation::Windows1252ToUtf8(content));
+    const bool expected = file.HasRows(rows);
+    bool isChanged = false;
+    for (const auto& row : rows) {
+      const std::string before = file.Content();
+      std::int32_t position = 1;
+      file.ReplaceRow(row.marker, std::string(row.marker) + std::string(row.value), position);
+      isChanged = isChanged || position == 0 || file.Content() != before;
+    }
+    // A row in the first line is left to the replacing, whatever comes of it.
+    if (expected) EXPECT_FALSE(isChanged) << content;
+    unchanged += expected ? 1 : 0;
+  }
+  EXPECT_GT(unchanged, 100);
 }
 
 TEST(clFile, EndsTheLastRowWhenItHoldsAText) {
