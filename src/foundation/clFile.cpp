@@ -4,7 +4,6 @@
 #include <array>
 #include <limits>
 #include <utility>
-#include <vector>
 
 #include "automation/Error.hpp"
 #include "automation/Utf.hpp"
@@ -244,7 +243,13 @@ class RowCheck {
     }
     return true;
   }
-  bool FoundAll() const { return std::find(m_isFound.begin(), m_isFound.end(), false) == m_isFound.end(); }
+  std::vector<std::size_t> Missing() const {
+    std::vector<std::size_t> missing;
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+      if (!m_isFound[i]) missing.push_back(i);
+    }
+    return missing;
+  }
 
  private:
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -266,18 +271,18 @@ class RowCheck {
 
 }  // namespace
 
-bool clFile::HasRows(std::span<const ExpectedRow> rows) const {
+std::optional<std::vector<std::size_t>> clFile::MissingRows(std::span<const ExpectedRow> rows) const {
   RowCheck check(rows);
   std::size_t start = 0;
   while (start < m_content.size()) {
     const std::size_t end = m_content.find(kLineEnd, start);
     const bool isEnded = end != std::string::npos;
     const std::string_view line = std::string_view(m_content).substr(start, isEnded ? end - start : end);
-    if (!check.Take(line, start == 0, isEnded)) return false;
+    if (!check.Take(line, start == 0, isEnded)) return std::nullopt;
     if (!isEnded) break;
     start = end + kLineEnd.size();
   }
-  return check.FoundAll();
+  return check.Missing();
 }
 
 void clFile::EndLastRow(std::string_view text) {

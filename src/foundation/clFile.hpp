@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace hearthmake {
 
@@ -73,9 +75,10 @@ class clFile {
     std::string_view marker;
     std::string_view value;
   };
-  // True when replacing each of the rows by its marker and value would change nothing. One walk over the
-  // content, for the many files in which nothing is to be changed.
-  bool HasRows(std::span<const ExpectedRow> rows) const;
+  // Which of the rows the content lacks, as indexes; nothing when one of the others would be changed by
+  // replacing it by its marker and value. One walk over the content, for the many files in which
+  // (almost) nothing is to be changed.
+  std::optional<std::vector<std::size_t>> MissingRows(std::span<const ExpectedRow> rows) const;
   // Gives the last row a line end when it holds the text and has none.
   void EndLastRow(std::string_view text);
   // Frees the memory of the content.

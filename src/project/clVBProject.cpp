@@ -9,6 +9,23 @@ namespace {
 
 constexpr const char* kDefaultBaseAddress = "&H11000000";
 
+// The short way through a file whose rows are all as they should be, but for some that are missing: these
+// are added. False, with nothing done, when it is not so, or when a new row could be taken for another's.
+bool AddMissingRows(clFile& file, const std::vector<clFile::ExpectedRow>& rows) {
+  const auto missing = file.MissingRows(rows);
+  if (!missing) return false;
+  std::vector<std::string> texts;
+  for (const std::size_t i : *missing) {
+    const std::string text = std::string(rows[i].marker).append(rows[i].value);
+    for (const clFile::ExpectedRow& row : rows) {
+      if (row.marker != rows[i].marker && text.find(row.marker) != std::string::npos) return false;
+    }
+    texts.push_back(text);
+  }
+  for (const std::string& text : texts) file.InsertNewRow(text, "[", true);
+  return true;
+}
+
 }  // namespace
 
 std::string clVBProject::Get(Setting setting) const {
@@ -69,7 +86,7 @@ void clVBProject::Write(clFile& file, bool (*skip)(const clVBProject&, Setting))
   for (const SettingInfo& info : AllSettings()) {
     if (isWritten(info.setting)) rows.push_back({info.marker, Stored(info.setting)});
   }
-  if (file.HasRows(rows)) return;
+  if (AddMissingRows(file, rows)) return;
   for (const SettingInfo& info : AllSettings()) {
     if (!isWritten(info.setting)) continue;
     std::int32_t position = 1;

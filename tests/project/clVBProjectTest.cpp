@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <vector>
+
 #include "support/ProjectBench.hpp"
 
 namespace hearthmake {
@@ -238,6 +241,49 @@ TEST(clVBProject, WritesADescriptionOverTheLongerKeyThatComesFirstAndAddsThatAga
   EXPECT_EQ(file.Content(), expected);
   record.Write(file, &SkipNothing);
   EXPECT_EQ(file.Content(), expected);
+}
+
+// Row by row, the long way; what a project's Write may shorten but never change.
+void WriteRowByRow(const clVBProject& project, clFile& file) {
+  const auto isWritten = [&](const SettingInfo& info) {
+    return info.setting != Setting::ProjectType && !project.Stored(info.setting).empty();
+  };
+  for (const SettingInfo& info : AllSettings()) {
+    if (!isWritten(info)) continue;
+    const std::string row = std::string(info.marker) + project.Stored(info.setting);
+    std::int32_t position = 1;
+    file.ReplaceRow(info.marker, row, position);
+    if (position == 0) file.InsertNewRow(row, "[", true);
+  }
+  for (const SettingInfo& info : AllSettings()) {
+    if (!isWritten(info) || file.InFile(info.marker) != 0) continue;
+    file.InsertNewRow(std::string(info.marker) + project.Stored(info.setting), "[", true);
+  }
+}
+
+TEST(clVBProject, WritesWhatReplacingRowByRowWrites) {
+  clVBProject project;
+  project.Let(Setting::Name, "\"N\"");
+  project.Let(Setting::VersionFileDescription, "\"F\"");
+  project.Let(Setting::Description, "\"D\"");
+  project.Let(Setting::ThreadPerObject, "0");
+  project.Let(Setting::CondComp, "\"Name=1\"");
+  const std::vector<std::string> rows = {
+      "Name=\"N\"",        "Name=\"M\"",        "VersionFileDescription=\"F\"",
+      "Description=\"D\"", "ThreadPerObject=0", "CondComp=\"Name=1\"",
+      "[Section]",         "Form=a[1].frm",     ""};
+  std::mt19937 random(11);
+  for (int round = 0; round < 20000; ++round) {
+    std::string content = "Type=Exe\r\n";
+    for (auto count = random() % 8; count > 0; --count) content += rows[random() % rows.size()] + "\r\n";
+    clFile quick;
+    clFile slow;
+    quick.SetContent(content);
+    slow.SetContent(content);
+    project.Write(quick, [](const clVBProject&, Setting) { return false; });
+    WriteRowByRow(project, slow);
+    ASSERT_EQ(quick.Content(), slow.Content()) << content;
+  }
 }
 
 }  // namespace
