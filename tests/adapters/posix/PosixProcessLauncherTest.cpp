@@ -313,5 +313,23 @@ TEST_F(PosixProcessLauncherTest, CutsTheLineAtAZeroByte) {
   EXPECT_EQ(Content(), "<a>");
 }
 
+// The real thing: a program of Windows in a real prefix, found in its system folder.
+TEST_F(PosixProcessLauncherTest, RunsAWindowsProgramThroughWine) {
+  const char* prefix = std::getenv("WINEPREFIX");
+  if (prefix == nullptr || !std::filesystem::exists(std::string(prefix) + "/system.reg")) {
+    GTEST_SKIP() << "there is no Wine prefix here (WINEPREFIX)";
+  }
+  const DriveMap drives = DriveMap::FromWinePrefix(prefix);
+  const std::string place = m_folder.MakeFolder("with blank");
+  ProcessLauncherOptions options;
+  options.winePrefix = prefix;
+  options.systemFolder = "C:\\windows\\system32";
+  PosixProcessLauncher launcher(drives, options);
+  const auto child = launcher.Start("cmd.exe /c mkdir \"" + drives.FromPosix(place) + "\\made\"");
+  ASSERT_NE(child, nullptr);
+  ASSERT_TRUE(child->Wait(60s));
+  EXPECT_TRUE(std::filesystem::is_directory(place + "/made"));
+}
+
 }  // namespace
 }  // namespace hearthmake::posix
