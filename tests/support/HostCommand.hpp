@@ -63,6 +63,15 @@ class HostCommand {
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, root.Content(output + ".out"),
             root.Content(output + ".err")};
   }
+  // A chroot or container may come without pseudo terminals.
+  static bool HasTerminals() {
+    int terminal = -1;
+    int other = -1;
+    if (openpty(&terminal, &other, nullptr, nullptr, nullptr) != 0) return false;
+    close(terminal);
+    close(other);
+    return true;
+  }
   // On a terminal of so many columns; both streams come as one.
   CommandResult RunOnTerminal(Arguments arguments, unsigned short columns) {
     arguments.insert(arguments.begin(), {"--data", Data()});

@@ -267,6 +267,7 @@ TEST_F(BuildCommandTest, RefusesABuildThatAnotherProcessRuns) {
 }
 
 TEST_F(BuildCommandTest, DrawsOneLineOnATerminalThatFitsItsWidth) {
+  if (!support::HostCommand::HasTerminals()) GTEST_SKIP() << "there are no pseudo terminals here";
   const CommandResult result = command.RunOnTerminal({"build", "Shop"}, 20);
   EXPECT_EQ(result.status, 0) << result.out;
   EXPECT_THAT(result.out, HasSubstr("\r[1/3] 0:00 Compilin\x1b[K"));
@@ -276,6 +277,7 @@ TEST_F(BuildCommandTest, DrawsOneLineOnATerminalThatFitsItsWidth) {
 }
 
 TEST_F(BuildCommandTest, ClearsTheLineBeforeAFailure) {
+  if (!support::HostCommand::HasTerminals()) GTEST_SKIP() << "there are no pseudo terminals here";
   command.FailOn("Lib");
   const CommandResult result = command.RunOnTerminal({"build", "Shop"}, 80);
   EXPECT_EQ(result.status, 1);
@@ -283,6 +285,7 @@ TEST_F(BuildCommandTest, ClearsTheLineBeforeAFailure) {
 }
 
 TEST_F(BuildCommandTest, ShowsTheTimeGoOnWhileACompilerRuns) {
+  if (!support::HostCommand::HasTerminals()) GTEST_SKIP() << "there are no pseudo terminals here";
   command.root.MakeFile("vb6", "#!/bin/sh\nsleep 1.3\n");
   const CommandResult result = command.RunOnTerminal({"build", "Shop"}, 80);
   EXPECT_THAT(result.out, HasSubstr("[1/3] 0:01 Compiling Lib"));
@@ -290,6 +293,7 @@ TEST_F(BuildCommandTest, ShowsTheTimeGoOnWhileACompilerRuns) {
 }
 
 TEST_F(BuildCommandTest, LeavesColoursOutWhenTheyAreNotWanted) {
+  if (!support::HostCommand::HasTerminals()) GTEST_SKIP() << "there are no pseudo terminals here";
   EXPECT_THAT(command.RunOnTerminal({"--no-color", "build", "Shop"}, 80).out, Not(HasSubstr("\x1b[1;")));
   command.environment = {{"NO_COLOR", "1"}};
   const CommandResult result = command.RunOnTerminal({"build", "Shop"}, 80);
