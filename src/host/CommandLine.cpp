@@ -71,13 +71,15 @@ class Words {
         .add_option("--data", m_options.dataFolder,
                     "data folder (else $HEARTHMAKE_DATA, $XDG_DATA_HOME/hearthmake, "
                     "~/.local/share/hearthmake)")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->take_last();
     m_app
         .add_option_function<std::string>(
             "--wine-prefix", [this](const std::string& prefix) { m_options.winePrefix = prefix; },
             "Wine prefix whose drives and registry are used (else $HEARTHMAKE_WINE_PREFIX, "
             "settings --host WinePrefix)")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->take_last();
     m_app.add_option("--drive", m_options.drives, "give a drive letter a folder; may be repeated")
         ->type_name("X:=DIR")
         ->expected(1)

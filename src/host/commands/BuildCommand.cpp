@@ -61,7 +61,7 @@ bool Resumes(Session& session, RunJournal& journal, bool isWanted) {
   if (isWanted) {
     session.Out().Note(journal.IsOutdated()
                            ? "The build's projects have changed since its last run: all are compiled."
-                           : "There is no stopped run to go on with: all projects are compiled.");
+                           : "There is no stopped run to go on with: all projects are compiled anew.");
   }
   journal.StartFresh();
   return false;
