@@ -174,7 +174,8 @@ void Suite::ClearLogs() const {
 std::string Suite::WriteNinjaFile() const {
   const std::string path = m_place + "/build.ninja";
   std::ofstream file(path);
-  file << "rule run\n  command = $line\n";
+  // ninja keeps its log where it is started otherwise.
+  file << "builddir = " << m_place << "\n" << "rule run\n  command = $line\n";
   int number = 0;
   for (const auto& command : CompilerCommands()) {
     std::string line;
