@@ -175,7 +175,8 @@ std::string Suite::WriteNinjaFile() const {
   const std::string path = m_place + "/build.ninja";
   std::ofstream file(path);
   // ninja keeps its log where it is started otherwise.
-  file << "builddir = " << m_place << "\n" << "rule run\n  command = $line\n";
+  file << "builddir = " << m_place << "\n"
+       << "rule run\n  command = $line\n";
   int number = 0;
   for (const auto& command : CompilerCommands()) {
     std::string line;
