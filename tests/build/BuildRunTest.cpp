@@ -176,6 +176,16 @@ TEST(BuildRun, AResumedRunGoesOnAtTheFailedProject) {
   EXPECT_EQ(scene.Compiled(), "BC");
 }
 
+TEST(BuildRun, ForgetsTheFailedProjectOfTheRunBefore) {
+  RunScene scene;
+  scene.FailOn("B");
+  scene.Run();
+  ASSERT_NE(scene.build->FailedProject(), nullptr);
+  scene.FailOn("nothing");
+  EXPECT_TRUE(scene.Run(true));
+  EXPECT_EQ(scene.build->FailedProject(), nullptr);
+}
+
 TEST(BuildRun, AResumedRunMayFailAgain) {
   RunScene scene;
   scene.FailOn("B");
