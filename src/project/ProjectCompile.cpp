@@ -147,7 +147,7 @@ void Project::MakeBinariesWriteable() {
 std::string Project::CompileCommand(const std::string& log) const {
   const ProjectTypes type = ProjectType();
   const bool isProgram = type == ProjectTypes::StandardExe || type == ProjectTypes::ActiveXExe;
-  return mSettings::VBExe() + " \"" + ProjectPath() + "\"" +
+  return mSettings::VBExe() + " " + QuotePath(ProjectPath()) +
          (isProgram ? " /make /out " : " /makedll /out ") + log;
 }
 
