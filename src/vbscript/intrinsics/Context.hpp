@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+#include "vbscript/Budget.hpp"
+#include "vbscript/Host.hpp"
+
+namespace hearthmake::vbscript {
+
+// The state of Rnd and Randomize: 24 bits, the generator of the language.
+struct RandomState {
+  std::uint32_t seed = 0x50000;
+};
+
+// What an intrinsic works with beside its arguments; one for each engine.
+struct Context {
+  Host& host;
+  Budget budget;
+  RandomState random;
+  std::int32_t locale = 1033;  // as SetLocale sets it
+};
+
+}  // namespace hearthmake::vbscript
