@@ -12,6 +12,7 @@ namespace hearthmake::automation {
 //   T, const T&         in
 //   T& (no object)      in/out: what the member leaves there goes back to the caller
 //   std::optional<T>    may be left out
+//   std::optional<T>&   may be left out, in/out when it is not
 //   C&, C* (an object)  in; a pointer may be Nothing (null), a reference may not (error 91)
 template <class A>
 struct Argument {
@@ -51,6 +52,25 @@ struct Argument<std::optional<T>> {
   void WriteBack() {}
 
  private:
+  std::optional<T> m_value;
+};
+
+template <class T>
+struct Argument<std::optional<T>&> {
+  static constexpr bool kInOut = true;
+  static constexpr bool kOptional = true;
+  static ValueType Type() { return Convert<T>::Type(); }
+
+  explicit Argument(Variant& source) : m_source(source) {
+    if (!source.Target().IsMissing()) m_value = Convert<T>::From(source);
+  }
+  std::optional<T>& Get() { return m_value; }
+  void WriteBack() {
+    if (m_value) m_source.Target() = Convert<T>::To(*m_value);
+  }
+
+ private:
+  Variant& m_source;
   std::optional<T> m_value;
 };
 

@@ -67,7 +67,14 @@ hearthmake::Projects& Build::Projects() {
 hearthmake::SSProjects& Build::SSProjects() { return MakeAtFirstUse(m_ssProjects, *this); }
 hearthmake::MTSPackages& Build::MTSPackages() { return MakeAtFirstUse(m_mtsPackages, *this); }
 hearthmake::COMApplications& Build::COMApplications() { return MakeAtFirstUse(m_comApplications, *this); }
-hearthmake::Scripts& Build::Scripts() { return MakeAtFirstUse(m_scripts, *this); }
+hearthmake::Scripts& Build::Scripts() {
+  if (!m_scripts) {
+    const auto scripts = automation::Make<hearthmake::Scripts>(*this);
+    scripts->Load();
+    m_scripts = automation::Held<hearthmake::Scripts>(scripts);
+  }
+  return *m_scripts;
+}
 
 void Build::Load(std::int32_t lngBuildId) {
   const auto row = modDatabase::OpenRow("SELECT * FROM Build WHERE id = ", lngBuildId);
@@ -168,6 +175,8 @@ void Build::DeleteMembers() {
 void Build::Kill() {
   const automation::Ref<Build> self(this);
   DropMembers();
+  if (m_report) m_report->Kill();
+  m_report.reset();
   SetOwner(nullptr);
 }
 

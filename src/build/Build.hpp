@@ -9,6 +9,7 @@
 #include "automation/FixedText.hpp"
 #include "automation/Object.hpp"
 #include "build/BuildEvents.hpp"
+#include "build/BuildReport.hpp"
 #include "build/Projects.hpp"
 #include "deployment/COMApplications.hpp"
 #include "deployment/MTSPackages.hpp"
@@ -63,6 +64,9 @@ class Build final : public automation::Object {
   // whose names hold "test" or begin with "project" are left out. A file that can't be added is passed
   // over.
   void CreateBuildFromPath(const std::string& strPath, bool bIncludeTestProjects);
+  // Writes the last line of the report, "Build successfully completed" or "Build Stoped", and drops the
+  // report; a later run begins a new one.
+  void StopReporting(bool bSuccess);
   // Runs a command and waits for its end.
   void CmdExecute(const std::string& strCommand);
 
@@ -78,13 +82,15 @@ class Build final : public automation::Object {
   void RaiseBuildCancled(Project& objProject);
   void RaiseMTSEvent(const std::string& strInfo, bool& Cancel);
   void RaiseProjectAdded(Project& NewProject);
+  void RaiseError(const std::string& strMessage);
   void RaiseBuildComplete();
   void RaiseBuildStart(bool bResume);
   void RaiseScriptNotify(const std::string& strMessage, automation::Variant& Cancel, std::int32_t Progress);
-  // An entry of the build report; without project the text as it stands.
-  void ReportAction(Project* objProject, const std::string& strInfo);
-  // Runs the script of an event, when scripts are switched on and it has one.
-  void RunScript(BuildScripts event, Project* objProject);
+  // An entry of the build report, which begins with the first one; see BuildReport::ReportAction.
+  void ReportAction(const ReportItem* oReportItem, std::int32_t ActionType, const std::string& strInfo);
+  // Runs the script of an event, when scripts are switched on and it has one; with a project, that is
+  // the active one from then on.
+  void RunScript(BuildScripts event, Project* objProject = nullptr);
 
   void LoadLight(std::int32_t id, const std::string& name, Builds& parent);
 
@@ -104,6 +110,7 @@ class Build final : public automation::Object {
   void DropMembers();
   void RequireEditMode() const;
   void Raise(const std::function<void(BuildEvents&)>& event);
+  void ReportFailure(const Project* objProject, const std::string& strMessage);
   void RaiseBuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError);
 
   Record m_record;
@@ -116,6 +123,7 @@ class Build final : public automation::Object {
   automation::Held<hearthmake::COMApplications> m_comApplications;
   automation::Held<hearthmake::Scripts> m_scripts;
   automation::Held<Project> m_failedProject;
+  std::unique_ptr<BuildReport> m_report;  // from its first entry to StopReporting
   std::vector<BuildEvents*> m_sinks;
 };
 

@@ -12,6 +12,10 @@ namespace {
 
 constexpr std::int32_t kFullProgress = 100;
 
+// The kinds of entries that callers of the report tell apart.
+constexpr std::int32_t kHeaderEntry = 1;
+constexpr std::int32_t kClosingEntry = 2;
+
 }  // namespace
 
 void Build::AddSink(BuildEvents& sink) { m_sinks.push_back(&sink); }
@@ -28,7 +32,7 @@ void Build::Raise(const std::function<void(BuildEvents&)>& event) {
 }
 
 void Build::WillCompile(Project& objProject, bool& bCancel) {
-  ReportAction(&objProject, "");
+  ReportAction(&objProject, kHeaderEntry, "");
   Raise([&](BuildEvents& sink) { sink.WillCompile(objProject, bCancel); });
   RunScript(BuildScripts::BS_BEFORE_PROJECT_COMPILE, &objProject);
 }
@@ -48,10 +52,11 @@ void Build::RaiseBuildFaild(Project* objProject, const std::string& strMessage, 
 }
 
 void Build::BuildFailed(Project* objProject, const std::string& strMessage, bool bCompileError) {
+  ReportFailure(objProject, strMessage);
   RaiseBuildFaild(objProject, strMessage, bCompileError);
   m_failedProject = automation::Held<Project>(objProject);
   try {
-    RunScript(BuildScripts::BS_BUILDFAILED, objProject);
+    RunScript(BuildScripts::BS_BUILDFAILED);
   } catch (const automation::Error& error) {
     RaiseBuildFaild(objProject, error.Description(), false);
   }
@@ -69,6 +74,11 @@ void Build::RaiseProjectAdded(Project& NewProject) {
   Raise([&](BuildEvents& sink) { sink.ProjectAdded(NewProject); });
 }
 
+void Build::RaiseError(const std::string& strMessage) {
+  const automation::Variant message = automation::Variant::FromText(strMessage);
+  Raise([&](BuildEvents& sink) { sink.Error(message); });
+}
+
 void Build::RaiseBuildComplete() {
   Raise([](BuildEvents& sink) { sink.BuildComplete(); });
 }
@@ -83,12 +93,36 @@ void Build::RaiseScriptNotify(const std::string& strMessage, automation::Variant
   Raise([&](BuildEvents& sink) { sink.ScriptNotify(strMessage, Cancel, std::min(Progress, kFullProgress)); });
 }
 
-// The report is not written yet.
-void Build::ReportAction(Project* /*objProject*/, const std::string& /*strInfo*/) {}
+void Build::ReportAction(const ReportItem* oReportItem, std::int32_t ActionType, const std::string& strInfo) {
+  if (!m_report) {
+    // One whose start entry can't be written is none: the next entry tries again.
+    auto report = std::make_unique<BuildReport>();
+    report->SetParent(*this);
+    m_report = std::move(report);
+  }
+  m_report->ReportAction(oReportItem, ActionType, strInfo);
+}
+
+// The item's entry does not say what went wrong, so the description follows by itself.
+void Build::ReportFailure(const Project* objProject, const std::string& strMessage) {
+  try {
+    if (objProject != nullptr) ReportAction(objProject, kHeaderEntry, strMessage);
+    ReportAction(nullptr, kHeaderEntry, strMessage);
+  } catch (const automation::Error&) {
+    // A report that can't be written may be what failed the run; its listeners hear of the failure.
+  }
+}
+
+void Build::StopReporting(bool bSuccess) {
+  ReportAction(nullptr, kClosingEntry, bSuccess ? "Build successfully completed\r\n" : "Build Stoped\r\n");
+  m_report.reset();
+}
 
 void Build::RunScript(BuildScripts event, Project* objProject) {
   if (!mSettings::RunScripts() || Scripts().Text(event).empty()) return;
-  Scripts().RunEvent(event, objProject);
+  const automation::Ref<hearthmake::Scripts> scripts(&Scripts());  // which the script may make the build drop
+  if (objProject != nullptr) scripts->MakeActive(*objProject);
+  scripts->RunEvent(event);
 }
 
 }  // namespace hearthmake

@@ -12,6 +12,8 @@ namespace {
 // The first Windows with COM+.
 constexpr std::int32_t kFirstWithComPlus = 5;
 
+constexpr std::int32_t kHeaderEntry = 1;
+
 }  // namespace
 
 bool Projects::Build(bool bResume) {
@@ -41,16 +43,16 @@ void Projects::Run(bool bResume, automation::Ref<Project>& current) {
   }
   current = nullptr;
   // A build that was killed meanwhile does not complete: it has no projects any more.
-  ParentBuild().RunScript(BuildScripts::BS_BUILDCOMPLETE, nullptr);
+  ParentBuild().RunScript(BuildScripts::BS_BUILDCOMPLETE);
   ParentBuild().RaiseBuildComplete();
 }
 
 void Projects::StartFreshRun() {
   hearthmake::Build& build = ParentBuild();
-  build.RunScript(BuildScripts::BS_BEFORECOMPILE, nullptr);
+  build.RunScript(BuildScripts::BS_BEFORECOMPILE);
   for (const auto& project : All()) project->SetCompiledOK(false);
   ShutDownComponentServices();
-  build.ReportAction(nullptr, "[Compiling projects]\r\n");
+  build.ReportAction(nullptr, kHeaderEntry, "[Compiling projects]\r\n");
 }
 
 // Running component services hold the binaries open that the compiler is to replace.

@@ -138,6 +138,10 @@ std::string clFile::GetRow(std::string_view str1, std::int32_t& lngStartPos) con
   return Windows1252ToUtf8(std::string_view(m_content).substr(row.start, row.end - row.start));
 }
 
+std::string clFile::ReadText(std::string_view strFile) {
+  return Windows1252ToUtf8(Ports().files->Read(strFile));
+}
+
 void clFile::AppendRow(std::string_view row) {
   if (m_content.ends_with(kLineEnd)) {
     m_content.append(row).append(kLineEnd);
@@ -197,6 +201,10 @@ std::int32_t clFile::InFile(std::string_view strString) const {
 }
 
 std::string clFile::Content() const { return Windows1252ToUtf8(m_content); }
+
+void clFile::AppendRow(std::string_view strFile, std::string_view row) {
+  Ports().files->Append(strFile, Utf8ToWindows1252(row) + "\r\n");
+}
 
 void clFile::SetContent(std::string_view strContent) { m_content = Utf8ToWindows1252(strContent); }
 

@@ -79,6 +79,10 @@ class clFile {
   // replacing it by its marker and value. One walk over the content, for the many files in which
   // (almost) nothing is to be changed.
   std::optional<std::vector<std::size_t>> MissingRows(std::span<const ExpectedRow> rows) const;
+  // The text of a file that must exist.
+  static std::string ReadText(std::string_view strFile);
+  // Puts a row at the end of a file, which is made when it is missing, without reading it.
+  static void AppendRow(std::string_view strFile, std::string_view row);
   // Gives the last row a line end when it holds the text and has none.
   void EndLastRow(std::string_view text);
   // Frees the memory of the content.

@@ -18,6 +18,7 @@ bool MakeFilesWriteable() { return GetSettings().MakeFilesWriteable(); }
 bool RunScripts() { return GetSettings().RunScripts(); }
 bool CreateReport() { return GetSettings().CreateReport(); }
 std::string BuildReport() { return GetSettings().BuildReport(); }
+bool IgnoreScriptError() { return GetSettings().IgnoreScriptError(); }
 std::int32_t ScriptTimeOut() { return GetSettings().ScriptTimeOut(); }
 
 }  // namespace hearthmake::mSettings

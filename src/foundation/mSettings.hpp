@@ -19,6 +19,7 @@ bool MakeFilesWriteable();
 bool RunScripts();
 bool CreateReport();
 std::string BuildReport();
+bool IgnoreScriptError();
 std::int32_t ScriptTimeOut();
 
 }  // namespace hearthmake::mSettings

@@ -28,6 +28,7 @@ const automation::Interface& Build::Describe() {
           .get<&Build::Scripts>("Scripts")
           .get<&Build::FailedProject>("FailedProject")
           .method<&Build::CreateBuildFromPath>("CreateBuildFromPath", {"strPath", "bIncludeTestProjects"})
+          .method<&Build::StopReporting>("StopReporting", {"bSuccess"})
           .method<&Build::CmdExecute>("CmdExecute", {"strCommand"},
                                       "Executes commands synchronously. Used from scripts.")
           .build();

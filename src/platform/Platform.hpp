@@ -8,6 +8,7 @@
 #include "platform/FileSystem.hpp"
 #include "platform/ProcessLauncher.hpp"
 #include "platform/Registry.hpp"
+#include "platform/ScriptEngine.hpp"
 #include "platform/SettingsStore.hpp"
 #include "platform/SystemInfo.hpp"
 #include "platform/TypeLibReader.hpp"
@@ -22,6 +23,7 @@ struct Platform {
   std::shared_ptr<SettingsStore> settings;
   std::shared_ptr<Registry> registry;
   std::shared_ptr<TypeLibReader> typeLibs;
+  std::shared_ptr<ScriptEngines> scripts;
   std::shared_ptr<EventPump> events;
   std::shared_ptr<Clock> clock;
   std::shared_ptr<SystemInfo> system;

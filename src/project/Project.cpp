@@ -307,7 +307,7 @@ std::string Project::ResolveLibrary(const std::string& path) const {
 
 std::string Project::CompileError() const { return automation::ReplaceAll(m_compileLog, "\r\n", " "); }
 
-std::string Project::ReportItemDetails() const {
+std::string Project::IReportItem_Details() const {
   constexpr std::array<const char*, 3> kModes = {"No Compatibility", "Project", "Binary"};
   constexpr std::array<const char*, 3> kOptimizations = {"Fast Code", "Small Code", "No Optimization"};
   const auto optimization = static_cast<std::size_t>(OptimizationType());

@@ -10,6 +10,7 @@
 #include "automation/FixedText.hpp"
 #include "automation/Object.hpp"
 #include "automation/OleDate.hpp"
+#include "build/IReportItem.hpp"
 #include "foundation/clFile.hpp"
 #include "foundation/mTypes.hpp"
 #include "platform/Database.hpp"
@@ -28,7 +29,7 @@ class Projects;
 // Most properties mirror a setting of the file. Reading one gives what the build has stored; setting one
 // changes the record in memory, ApplyEdit stores it and UpdateVBP or Compile writes it to the file.
 // Errors of validation are number 45 unless said otherwise, and LastErrorMessage keeps their text.
-class Project final : public automation::Object {
+class Project final : public automation::Object, public ReportItem {
  public:
   static const automation::Interface& Describe();
   const automation::Interface& Declaration() const override { return Describe(); }
@@ -202,8 +203,8 @@ class Project final : public automation::Object {
   bool DistributeBinaryFile();
 
   // The report's view of a project: its name and five lines of details.
-  std::string ReportItemName() const { return Name(); }
-  std::string ReportItemDetails() const;
+  std::string IReportItem_Name() const override { return Name(); }
+  std::string IReportItem_Details() const override;
 
   // For the build.
   // GUID and BinaryVersion by one look at the binary.

@@ -541,16 +541,16 @@ TEST_F(ProjectTest, DetailsOfTheReportItemAreFiveTabbedLines) {
   project.SetMinorVer(2);
   project.SetRevisionVer(77);
   project.SetCondComp("DEBUG = 1");
-  EXPECT_EQ(project.ReportItemName(), "Lib");
-  EXPECT_EQ(project.ReportItemDetails(),
+  EXPECT_EQ(project.IReportItem_Name(), "Lib");
+  EXPECT_EQ(project.IReportItem_Details(),
             "\tVersion: 4.2\r\n\tCompatible mode: Binary\r\n\tCompile:  P Code\r\n\tOptimization:  Small "
             "Code\r\n\tConditional Compile Arguments:  DEBUG = 1");
 }
 
-TEST_F(ProjectTest, DetailsOfTheReportItemNameEveryModeAndOptimization) {
+TEST_F(ProjectTest, DetailsOfTheIReportItem_NameEveryModeAndOptimization) {
   Project& project = Dll();
   const auto has = [&](const char* text) {
-    return project.ReportItemDetails().find(text) != std::string::npos;
+    return project.IReportItem_Details().find(text) != std::string::npos;
   };
   EXPECT_TRUE(has("Compatible mode: No Compatibility\r\n"));
   EXPECT_TRUE(has("Compile:  Native Code\r\n"));
