@@ -20,6 +20,9 @@ struct Enumeration {
   std::vector<std::pair<std::string, std::int32_t>> members;
 };
 
+enum class BuildErrors : std::int32_t;
+const Enumeration& DescribeEnumeration(BuildErrors);
+
 enum class ValueKind : std::uint8_t {
   Void,
   Integer,

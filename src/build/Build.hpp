@@ -2,12 +2,15 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "automation/Events.hpp"
 #include "automation/FixedText.hpp"
 #include "automation/Object.hpp"
+#include "build/BuildConnection.hpp"
 #include "build/BuildEvents.hpp"
 #include "build/BuildReport.hpp"
 #include "build/Projects.hpp"
@@ -22,7 +25,7 @@ class Builds;
 
 // A named set of Visual Basic projects with everything that belongs to building them: the root object of
 // a host, and the source of the events.
-class Build final : public automation::Object {
+class Build final : public automation::Object, public automation::EventSource {
  public:
   static const automation::Interface& Describe();
   const automation::Interface& Declaration() const override { return Describe(); }
@@ -73,6 +76,9 @@ class Build final : public automation::Object {
   // Event sinks; each must be removed before it goes.
   void AddSink(BuildEvents& sink);
   void RemoveSink(BuildEvents& sink);
+  // Listeners that hear the events by name.
+  std::uint32_t Advise(std::shared_ptr<automation::EventSink> sink) override;
+  void Unadvise(std::uint32_t connection) override;
 
   // For the members of the build: events, reports and scripts.
   void WillCompile(Project& objProject, bool& bCancel);
@@ -125,6 +131,8 @@ class Build final : public automation::Object {
   automation::Held<Project> m_failedProject;
   std::unique_ptr<BuildReport> m_report;  // from its first entry to StopReporting
   std::vector<BuildEvents*> m_sinks;
+  std::map<std::uint32_t, std::unique_ptr<BuildConnection>> m_connections;
+  std::uint32_t m_lastConnection = 0;
 };
 
 }  // namespace hearthmake

@@ -22,6 +22,20 @@ void Build::AddSink(BuildEvents& sink) { m_sinks.push_back(&sink); }
 
 void Build::RemoveSink(BuildEvents& sink) { std::erase(m_sinks, &sink); }
 
+std::uint32_t Build::Advise(std::shared_ptr<automation::EventSink> sink) {
+  auto connection = std::make_unique<BuildConnection>(std::move(sink));
+  AddSink(*connection);
+  m_connections[++m_lastConnection] = std::move(connection);
+  return m_lastConnection;
+}
+
+void Build::Unadvise(std::uint32_t connection) {
+  const auto found = m_connections.find(connection);
+  if (found == m_connections.end()) return;
+  RemoveSink(*found->second);
+  m_connections.erase(found);
+}
+
 void Build::Raise(const std::function<void(BuildEvents&)>& event) {
   const automation::Ref<Build> self(this);  // a handler may drop it
   // A handler may add or remove sinks; one that is gone by its turn hears nothing.

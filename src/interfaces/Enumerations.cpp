@@ -1,7 +1,15 @@
+#include "deployment/Enumerations.hpp"
+#include "automation/Error.hpp"
 #include "project/Enumerations.hpp"
 #include "scripting/Scripts.hpp"
 
 namespace hearthmake {
+
+namespace {
+
+constexpr std::int32_t Number(automation::BuildErrors error) { return static_cast<std::int32_t>(error); }
+
+}  // namespace
 
 const automation::Enumeration& DescribeEnumeration(ProjectTypes) {
   static const automation::Enumeration kEnumeration = {
@@ -64,6 +72,63 @@ const automation::Enumeration& DescribeEnumeration(BuildScripts) {
                                                         {"BS_BUILDFAILED", 4},
                                                         {"BS_BUILDCOMPLETE", 5},
                                                         {"BS_AFTERMTS", 6}}};
+  return kEnumeration;
+}
+
+const automation::Enumeration& DescribeEnumeration(AutenticationLevels) {
+  static const automation::Enumeration kEnumeration = {"AutenticationLevels",
+                                                       "{1B67AC03-2E67-4196-B092-D90F9F7CF21D}",
+                                                       {{"None", 1},
+                                                        {"Connect", 2},
+                                                        {"CallLevel", 3},
+                                                        {"Package", 4},
+                                                        {"PackageIntegrety", 5},
+                                                        {"PackagePrivacy", 6}}};
+  return kEnumeration;
+}
+
+const automation::Enumeration& DescribeEnumeration(ImpersonationLevels) {
+  static const automation::Enumeration kEnumeration = {
+      "ImpersonationLevels",
+      "{0FC8C7E9-D5D7-4959-A647-25EB44C1909B}",
+      {{"Anonymous", 1}, {"Identity", 2}, {"Impersonate", 3}, {"Delegate", 4}}};
+  return kEnumeration;
+}
+
+const automation::Enumeration& DescribeEnumeration(COMApplicationExportOptions) {
+  static const automation::Enumeration kEnumeration = {
+      "COMApplicationExportOptions",
+      "{561F34A7-FE93-433A-B1A9-365555026A19}",
+      {{"ExportApplication", 0}, {"ExportRoles", 1}, {"ExportProxy", 2}}};
+  return kEnumeration;
+}
+
+// Each number stands once, beside its name in the code.
+const automation::Enumeration& automation::DescribeEnumeration(automation::BuildErrors) {
+  static const automation::Enumeration kEnumeration = {
+      "BuildErrors",
+      "{FA53790A-7F89-46A5-B41F-BE9CE2C32FB9}",
+      {{"be_FailToCompile", Number(automation::BuildErrors::be_FailToCompile)},
+       {"beInvalidReference", Number(automation::BuildErrors::beInvalidReference)},
+       {"beCyclicReferences", Number(automation::BuildErrors::beCyclicReferences)},
+       {"beCanNotDelete", Number(automation::BuildErrors::beCanNotDelete)},
+       {"beProjectIsReferenced", Number(automation::BuildErrors::beProjectIsReferenced)},
+       {"beProjectAlreadyInBuild", Number(automation::BuildErrors::beProjectAlreadyInBuild)},
+       {"beCommandLineToLong", Number(automation::BuildErrors::beCommandLineToLong)},
+       {"beBuildCanNotDelete", Number(automation::BuildErrors::beBuildCanNotDelete)},
+       {"beFailedToStartProcess", Number(automation::BuildErrors::beFailedToStartProcess)},
+       {"beNoProcessStarted", Number(automation::BuildErrors::beNoProcessStarted)},
+       {"beGUIDmissing", Number(automation::BuildErrors::beGUIDmissing)},
+       {"beInvalidBaseAddress", Number(automation::BuildErrors::beInvalidBaseAddress)},
+       {"beEvaluateInternalsFaild", Number(automation::BuildErrors::beEvaluateInternalsFaild)},
+       {"beScriptSyntaxError", Number(automation::BuildErrors::beScriptSyntaxError)},
+       {"bePrepareScriptControl", Number(automation::BuildErrors::bePrepareScriptControl)},
+       {"be_BuildNotFound", Number(automation::BuildErrors::be_BuildNotFound)},
+       {"be_InvalidReferenceString", Number(automation::BuildErrors::be_InvalidReferenceString)},
+       {"beNoDatabase", Number(automation::BuildErrors::beNoDatabase)},
+       {"beOpenIncludeFile", Number(automation::BuildErrors::beOpenIncludeFile)},
+       {"beScriptIsExecuting", Number(automation::BuildErrors::beScriptIsExecuting)},
+       {"beScriptRunning", Number(automation::BuildErrors::beScriptRunning)}}};
   return kEnumeration;
 }
 

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "automation/Interface.hpp"
+
+namespace hearthmake {
+
+// A public class of the library.
+struct PublicClass {
+  const automation::Interface& (*describe)();
+  // Makes one as CreateObject does; null for a class whose objects come from their owners.
+  automation::Ref<automation::Object> (*create)();
+};
+
+// Every public class, in the order of the object model.
+std::span<const PublicClass> PublicClasses();
+
+// Every public enumeration.
+std::span<const automation::Enumeration* const> PublicEnumerations();
+
+// The class of a ProgID ("Hearthmake.Build", in any case); null for a name that is no public class.
+const PublicClass* FindPublicClass(std::string_view progId);
+
+}  // namespace hearthmake
