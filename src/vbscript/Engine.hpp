@@ -58,6 +58,8 @@ class Engine {
   void AddCode(std::u16string_view code);
   // Runs statements; what they declare stays.
   void ExecuteStatement(std::u16string_view code);
+  // Compiles statements and forgets them: nothing is declared or run.
+  void Check(std::u16string_view code);
   // The value of an expression.
   automation::Variant Eval(std::u16string_view expression);
   // Calls a procedure of the script by name. Arguments that are references receive what the procedure

@@ -22,23 +22,24 @@ struct Layer {
 
 const std::vector<Layer>& Layers() {
   static const std::vector<Layer> kLayers = {
-      {"automation", 0, false},      {"platform", 1, false},
-      {"adapters/posix", 2, true},   {"adapters/sqlite", 2, true},
-      {"adapters/typelib", 2, true}, {"foundation", 2, true},
-      {"vbscript", 2, true},         {"build", 3, false},
-      {"project", 3, false},         {"sourcecontrol", 3, false},
-      {"scripting", 3, false},       {"deployment", 3, false},
-      {"interfaces", 4, false},      {"host", 5, false},
+      {"automation", 0, false},     {"platform", 1, false},        {"adapters/posix", 2, true},
+      {"adapters/sqlite", 2, true}, {"adapters/typelib", 2, true}, {"adapters/vbs", 2, true},
+      {"foundation", 2, true},      {"vbscript", 2, true},         {"build", 3, false},
+      {"project", 3, false},        {"sourcecontrol", 3, false},   {"scripting", 3, false},
+      {"deployment", 3, false},     {"interfaces", 4, false},      {"host", 5, false},
   };
   return kLayers;
 }
 
-// What a folder may use of the layers below beside the level rule: an adapter never knows the core.
+bool IsAdapter(const Layer& layer) { return layer.folder.starts_with("adapters/"); }
+
+// What a folder may use of the layers below beside the level rule: an adapter never knows the core, and the
+// script engine is reached through its adapter.
 bool MayInclude(const Layer& from, const Layer& to) {
   if (from.folder == to.folder) return true;
+  if (to.folder == "vbscript") return from.folder == "adapters/vbs" || from.folder == "host";
+  if (IsAdapter(to)) return from.folder == "host";
   if (to.level == from.level) return !from.isApart && !to.isApart;
-  const bool toAdapter = to.folder.starts_with("adapters/");
-  if (toAdapter) return from.folder == "host";
   return to.level < from.level;
 }
 
