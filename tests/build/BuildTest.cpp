@@ -62,7 +62,7 @@ TEST(Build, MembersStandInInterfaceOrder) {
   EXPECT_EQ(names, (Names{"Name", "StartDllBaseAddress", "Id", "Projects", "Load", "BeginEdit", "ApplyEdit",
                           "CancelEdit", "Kill", "Delete", "SSProjects", "AutoDetectReferences",
                           "GenerateDllBaseAddresses", "MTSPackages", "COMApplications", "Scripts",
-                          "FailedProject", "CreateBuildFromPath", "CmdExecute"}));
+                          "FailedProject", "CreateBuildFromPath", "StopReporting", "CmdExecute"}));
 }
 
 TEST(Build, EveryGetterCanBeCalledByNameOnAFreshObject) {
