@@ -11,10 +11,14 @@
 #include "automation/Interface.hpp"
 #include "build/Build.hpp"
 #include "build/Builds.hpp"
+#include "deployment/Enumerations.hpp"
 #include "foundation/Settings.hpp"
 #include "foundation/mTypes.hpp"
+#include "interfaces/Enums.hpp"
+#include "interfaces/PublicClasses.hpp"
 #include "project/Project.hpp"
 #include "project/References.hpp"
+#include "scripting/App.hpp"
 
 namespace hearthmake {
 namespace {
@@ -26,17 +30,9 @@ using automation::MemberKind;
 using automation::ValueKind;
 
 std::vector<const Interface*> AllInterfaces() {
-  return {&Build::Describe(),       &Builds::Describe(),       &Projects::Describe(),
-          &Project::Describe(),     &References::Describe(),   &Reference::Describe(),
-          &Settings::Describe(),    &SettingNames::Describe(), &SSProjects::Describe(),
-          &MTSPackages::Describe(), &Scripts::Describe(),      &COMApplications::Describe()};
-}
-
-std::vector<const Enumeration*> AllEnumerations() {
-  return {&DescribeEnumeration(ProjectTypes()),     &DescribeEnumeration(CompatibleModes()),
-          &DescribeEnumeration(CompilationTypes()), &DescribeEnumeration(OptimizationTypes()),
-          &DescribeEnumeration(ThreadingModels()),  &DescribeEnumeration(StartModes()),
-          &DescribeEnumeration(ReferenceTypes()),   &DescribeEnumeration(BuildScripts())};
+  std::vector<const Interface*> all;
+  for (const PublicClass& entry : PublicClasses()) all.push_back(&entry.describe());
+  return all;
 }
 
 const char* KindText(MemberKind kind) {
@@ -170,6 +166,7 @@ TEST(Interfaces, BuildHasItsMembersInOrder) {
                 Expand("MTSPackages g MTSPackages\nCOMApplications g COMApplications\nScripts g Scripts\n"
                        "FailedProject g Project\n") +
                 "call CreateBuildFromPath(strPath String, bIncludeTestProjects Boolean) \n"
+                "call StopReporting(bSuccess Boolean) \n"
                 "call CmdExecute(strCommand String) \n");
 }
 
@@ -189,6 +186,39 @@ TEST(Interfaces, BuildsAndProjectsHaveTheirMembersInOrder) {
   EXPECT_EQ(Line(projects[4]), "call Build(bResume Boolean) Boolean");
   EXPECT_EQ(Line(projects[5]), "call SetCompileOrder() ");
   EXPECT_EQ(Line(projects[6]), "call GetByName(sProjectName String) Project");
+}
+
+TEST(Interfaces, ScriptsHasItsMembersInOrder) {
+  EXPECT_EQ(Listing(Scripts::Describe()),
+            Expand("BeforeSourceSafe gl String\nBeforeComplie gl String\nBeforeProjectComplie gl String\n"
+                   "AfterProjectCompile gl String\nBuildFailed gl String\nCompileComplete gl String\n"
+                   "AfterMTSpackage gl String\n") +
+                "call Save() \ncall Execute(Script String&) Boolean\n" +
+                Expand("ErrorText g String\nErrorLine g Long\n") +
+                "call Notify(strMessage String, Cancel Variant&, Progress Long) \n"
+                "call AddObject(oObject Object, strname String) \n");
+  const auto& notify =
+      *Scripts::Describe().Find(*Scripts::Describe().Find("Notify"), automation::InvokeKind::Call);
+  EXPECT_FALSE(notify.parameters[0].isOptional);
+  EXPECT_TRUE(notify.parameters[1].isOptional);
+  EXPECT_TRUE(notify.parameters[2].isOptional);
+}
+
+TEST(Interfaces, ReportItemsAndAppHaveTheirMembersInOrder) {
+  EXPECT_EQ(Listing(IReportItem::Describe()), Expand("Name g String\nDetails g String\n"));
+  EXPECT_EQ(Listing(Enums::Describe()), "");
+  EXPECT_EQ(Listing(App::Describe()),
+            Expand("Path g String\nEXEName g String\nTitle g String\nProductName g String\nMajor g Integer\n"
+                   "Minor g Integer\nRevision g Integer\nThreadID g Long\n"));
+}
+
+TEST(Interfaces, AreFoundByTheirProgId) {
+  ASSERT_NE(FindPublicClass("hearthmake.BUILD"), nullptr);
+  EXPECT_EQ(FindPublicClass("hearthmake.BUILD")->describe().Name(), "Build");
+  EXPECT_EQ(FindPublicClass("Hearthmake.Projects")->create, nullptr);
+  EXPECT_EQ(FindPublicClass("Hearthmake.Nothing"), nullptr);
+  EXPECT_EQ(FindPublicClass("Build"), nullptr);
+  EXPECT_EQ(FindPublicClass(""), nullptr);
 }
 
 TEST(Interfaces, SettingsHasItsMembersInOrder) {
@@ -244,7 +274,8 @@ TEST(Interfaces, OfClassesThatHostsCreateHaveAClassId) {
   for (const Interface* declared : AllInterfaces()) {
     if (!declared->ClassId().empty()) creatable.insert(declared->Name());
   }
-  EXPECT_EQ(creatable, (std::set<std::string>{"Build", "Builds", "Project", "Settings"}));
+  EXPECT_EQ(creatable,
+            (std::set<std::string>{"Build", "Builds", "Enums", "IReportItem", "Project", "Settings"}));
 }
 
 TEST(Interfaces, AndEnumerationsHaveUniqueIds) {
@@ -258,7 +289,7 @@ TEST(Interfaces, AndEnumerationsHaveUniqueIds) {
     insert(declared->InterfaceId(), declared->InterfaceName());
     if (!declared->ClassId().empty()) insert(declared->ClassId(), declared->Name());
   }
-  for (const Enumeration* enumeration : AllEnumerations()) insert(enumeration->guid, enumeration->name);
+  for (const Enumeration* enumeration : PublicEnumerations()) insert(enumeration->guid, enumeration->name);
 }
 
 TEST(Interfaces, GiveReadAndWriteOfAPropertyOneId) {
@@ -303,6 +334,20 @@ TEST(Enumerations, HaveTheirNamesAndValues) {
                                                                   {"BS_BUILDFAILED", 4},
                                                                   {"BS_BUILDCOMPLETE", 5},
                                                                   {"BS_AFTERMTS", 6}}));
+  EXPECT_EQ(DescribeEnumeration(AutenticationLevels()).members, (Members{{"None", 1},
+                                                                         {"Connect", 2},
+                                                                         {"CallLevel", 3},
+                                                                         {"Package", 4},
+                                                                         {"PackageIntegrety", 5},
+                                                                         {"PackagePrivacy", 6}}));
+  EXPECT_EQ(DescribeEnumeration(ImpersonationLevels()).members,
+            (Members{{"Anonymous", 1}, {"Identity", 2}, {"Impersonate", 3}, {"Delegate", 4}}));
+  EXPECT_EQ(DescribeEnumeration(COMApplicationExportOptions()).members,
+            (Members{{"ExportApplication", 0}, {"ExportRoles", 1}, {"ExportProxy", 2}}));
+  const auto& errors = DescribeEnumeration(automation::BuildErrors()).members;
+  EXPECT_EQ(errors.size(), 21U);
+  EXPECT_EQ(errors.front(), (Members::value_type{"be_FailToCompile", static_cast<std::int32_t>(0x80040001)}));
+  EXPECT_EQ(errors.back(), (Members::value_type{"beScriptRunning", static_cast<std::int32_t>(0x80004005)}));
 }
 
 }  // namespace
