@@ -160,6 +160,18 @@ class Words {
     word->add_flag("--resume", m_build.resume, "go on where the last run failed or was cancelled");
     AddJson(word, m_build.json, "print each event as a line of JSON");
 
+    word = Add("scripts",
+               "List, show, set or check the scripts that a build runs at the seven points of its way. They\n"
+               "run when the setting RunScripts is on.",
+               "hearthmake scripts Shop BeforeComplie --set before.vbs", m_scripts, &ScriptsCommand);
+    AddBuild(word, m_scripts.build);
+    word->add_option("EVENT", m_scripts.event, "one of the seven, as the list names them; prints its script");
+    word->add_option("--set", m_scripts.setFrom, "take the script of EVENT from FILE (- for standard input)")
+        ->type_name("FILE");
+    word->add_flag("--clear", m_scripts.clear, "take the script of EVENT away")->excludes("--set");
+    word->add_flag("--check", m_scripts.check,
+                   "compile without running: includes, %Build.…% values and syntax");
+
     word = Add("bases",
                "Give each library and control its own base address, on 64 KB boundaries, in compile order.",
                "hearthmake bases Shop '&H11000000'", m_bases, &BasesCommand);
@@ -194,6 +206,7 @@ class Words {
   OrderArguments m_order;
   BuildArguments m_build;
   BasesArguments m_bases;
+  ScriptsArguments m_scripts;
   SetArguments m_set;
   SettingsArguments m_settings;
 };

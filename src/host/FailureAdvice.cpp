@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include "build/Build.hpp"
+
 namespace hearthmake::host {
 
 namespace {
@@ -35,7 +37,21 @@ std::string ForProject(Session& session, Project& project) {
 
 }  // namespace
 
-std::string FailureAdvice(Session& session, Project* project, const std::string& message) {
+std::string ScriptAdvice(Build& build) {
+  const auto& failure = build.Scripts().LastFailure();
+  if (!failure) return {};
+  const std::string event = EventName(failure->event);
+  const std::string place = failure->fault.line > 0 ? fmt::format(", line {}, column {}", failure->fault.line,
+                                                                  failure->fault.column)
+                                                    : "";
+  const std::string source =
+      failure->fault.text.empty() ? "" : fmt::format(": {}", Printable(failure->fault.text));
+  return fmt::format("This was the script \"{}\"{}{}\nCheck it with: hearthmake scripts '{}' --check", event,
+                     place, source, build.Name());
+}
+
+std::string FailureAdvice(Session& session, Build& build, Project* project, const std::string& message) {
+  if (message.starts_with("Script Error: ")) return ScriptAdvice(build);
   constexpr const char* kSettings = "Say where the compiler is with: hearthmake settings VBExe PATH";
   if (message.starts_with("Failed to start the following process")) return kSettings;
   if (message == "Compile failed: ") {

@@ -33,10 +33,20 @@ ordered_json Names(Project* project) {
   return {{"project", project->Name()}, {"id", project->Id()}, {"path", project->ProjectPath()}};
 }
 
+// Where the last script that failed did so.
+void AddScript(Build& build, ordered_json& details) {
+  const auto& failure = build.Scripts().LastFailure();
+  if (!failure) return;
+  details["script"] = {{"event", EventName(failure->event)},
+                       {"line", failure->fault.line},
+                       {"column", failure->fault.column},
+                       {"text", failure->fault.text}};
+}
+
 }  // namespace
 
-JsonDisplay::JsonDisplay(const Console& console, std::string buildName, std::size_t projectsToCompile)
-    : RunDisplay(projectsToCompile), m_console(console), m_buildName(std::move(buildName)) {}
+JsonDisplay::JsonDisplay(const Console& console, Build& build, std::size_t projectsToCompile)
+    : RunDisplay(projectsToCompile), m_console(console), m_build(build), m_buildName(build.Name()) {}
 
 void JsonDisplay::Print(const char* event, const ordered_json& details) const {
   ordered_json line = {{"event", event}, {"time", UtcNow()}};
@@ -66,6 +76,7 @@ void JsonDisplay::ShowFailed(Project* project, const std::string& message, bool 
   ordered_json details = Names(project);
   details["message"] = message;
   details["compileError"] = isCompileError;
+  if (message.starts_with("Script Error: ")) AddScript(m_build, details);
   details["cancelled"] = Result() == RunResult::Cancelled;
   details["compiled"] = Compiled();
   details["seconds"] = Rounded(Seconds());
@@ -93,7 +104,9 @@ void JsonDisplay::MTSEvent(const std::string& strInfo, bool& /*Cancel*/) {
 }
 
 void JsonDisplay::Error(const automation::Variant& strMessage) {
-  Print("Error", {{"message", automation::ToText(strMessage)}});
+  ordered_json details = {{"message", automation::ToText(strMessage)}};
+  AddScript(m_build, details);
+  Print("Error", details);
 }
 
 void JsonDisplay::ScriptNotify(const std::string& strMessage, automation::Variant& /*Cancel*/,

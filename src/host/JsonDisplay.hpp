@@ -12,7 +12,7 @@ namespace hearthmake::host {
 // (UTC) and what came with it.
 class JsonDisplay final : public RunDisplay {
  public:
-  JsonDisplay(const Console& console, std::string buildName, std::size_t projectsToCompile);
+  JsonDisplay(const Console& console, Build& build, std::size_t projectsToCompile);
 
   void Finish() override;
   void GettingLatestVersion(SSProject& objSSProject, bool& bCancel) override;
@@ -32,6 +32,7 @@ class JsonDisplay final : public RunDisplay {
   void Print(const char* event, const nlohmann::ordered_json& details) const;
 
   const Console& m_console;
+  Build& m_build;
   std::string m_buildName;
 };
 

@@ -30,11 +30,12 @@ std::string ClockText(long seconds) {
   return fmt::format("{}:{:02}", minutes, seconds % 60);
 }
 
-TextDisplay::TextDisplay(Session& session, std::string buildName, std::size_t projectsToCompile)
+TextDisplay::TextDisplay(Session& session, Build& build, std::size_t projectsToCompile)
     : RunDisplay(projectsToCompile),
       m_session(session),
       m_console(session.Out()),
-      m_buildName(std::move(buildName)) {}
+      m_build(build),
+      m_buildName(build.Name()) {}
 
 void TextDisplay::Tick() {
   if (m_isDrawn && m_drawnSecond != static_cast<long>(Seconds())) Draw();
@@ -76,7 +77,7 @@ void TextDisplay::ShowFailed(Project* project, const std::string& message, bool 
                                                              m_session.PosixPath(project->ProjectPath()));
   m_console.Err(fmt::format("{} {}\n{}\n", m_console.PaintErr(Colour::Red, "FAILED:"), Printable(where),
                             CompilerWords(message)));
-  const std::string advice = FailureAdvice(m_session, project, message);
+  const std::string advice = FailureAdvice(m_session, m_build, project, message);
   if (!advice.empty()) m_console.Err(advice + "\n");
 }
 
@@ -96,7 +97,11 @@ void TextDisplay::ScriptNotify(const std::string& strMessage, automation::Varian
   Notice(strMessage);
 }
 
-void TextDisplay::Error(const automation::Variant& strMessage) { Notice(automation::ToText(strMessage)); }
+// Script errors that the run ignores.
+void TextDisplay::Error(const automation::Variant& strMessage) {
+  const std::string advice = ScriptAdvice(m_build);
+  Notice(automation::ToText(strMessage) + (advice.empty() ? "" : "\n" + advice));
+}
 
 void TextDisplay::Finish() {
   ClearLine();

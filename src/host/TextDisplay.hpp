@@ -12,7 +12,8 @@ namespace hearthmake::host {
 // come at once, on standard error, with the compiler's own words and what to do about them.
 class TextDisplay final : public RunDisplay {
  public:
-  TextDisplay(Session& session, std::string buildName, std::size_t projectsToCompile);
+  // The build stays alive meanwhile.
+  TextDisplay(Session& session, Build& build, std::size_t projectsToCompile);
 
   void Tick() override;
   void Finish() override;
@@ -34,6 +35,7 @@ class TextDisplay final : public RunDisplay {
 
   Session& m_session;
   const Console& m_console;
+  Build& m_build;
   std::string m_buildName;
   std::string m_projectName;
   long m_drawnSecond = -1;

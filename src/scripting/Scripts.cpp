@@ -29,19 +29,6 @@ constexpr const char* kSetActiveProject =
 constexpr std::int32_t kConnected = 1;
 constexpr std::int32_t kNoTimeOut = -1;
 
-const char* EventName(BuildScripts event) {
-  switch (event) {
-    case BuildScripts::BS_BEFORESOURCESAFE: return "Before SourceSafe";
-    case BuildScripts::BS_BEFORECOMPILE: return "Before Compile";
-    case BuildScripts::BS_BEFORE_PROJECT_COMPILE: return "Before Project Compile";
-    case BuildScripts::BS_AFTER_PROJECT_COMPILE: return "After Project Compile";
-    case BuildScripts::BS_BUILDFAILED: return "Build Failed";
-    case BuildScripts::BS_BUILDCOMPLETE: return "Compile Complete";
-    case BuildScripts::BS_AFTERMTS: return "After MTS";
-  }
-  return "";
-}
-
 bool IsEvent(BuildScripts event) {
   return event >= BuildScripts::BS_BEFORESOURCESAFE && event <= BuildScripts::BS_AFTERMTS;
 }
@@ -74,6 +61,19 @@ bool KeepsItsNumber(const automation::Error& error) {
 }
 
 }  // namespace
+
+const char* EventName(BuildScripts event) {
+  switch (event) {
+    case BuildScripts::BS_BEFORESOURCESAFE: return "Before SourceSafe";
+    case BuildScripts::BS_BEFORECOMPILE: return "Before Compile";
+    case BuildScripts::BS_BEFORE_PROJECT_COMPILE: return "Before Project Compile";
+    case BuildScripts::BS_AFTER_PROJECT_COMPILE: return "After Project Compile";
+    case BuildScripts::BS_BUILDFAILED: return "Build Failed";
+    case BuildScripts::BS_BUILDCOMPLETE: return "Compile Complete";
+    case BuildScripts::BS_AFTERMTS: return "After MTS";
+  }
+  return "";
+}
 
 Scripts::Scripts(Build& build) { SetOwner(&build); }
 
@@ -183,8 +183,14 @@ bool Scripts::RunEvent(BuildScripts event) {
     engine->ExecuteStatement(Evaluate(Text(event)));
     return true;
   } catch (const automation::Error& error) {
+    m_failure = {event, Fault()};
     return ReportFailure(event, error);
   }
+}
+
+void Scripts::Check(BuildScripts event) {
+  const Engine engine = Prepare();
+  engine->Check(Evaluate(Text(event)));
 }
 
 bool Scripts::ReportFailure(BuildScripts event, const automation::Error& error) {

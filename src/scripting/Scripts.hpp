@@ -27,6 +27,8 @@ enum class BuildScripts : std::int32_t {
   BS_AFTERMTS = 6,
 };
 const automation::Enumeration& DescribeEnumeration(BuildScripts);
+// As messages name it: "Before Compile".
+const char* EventName(BuildScripts event);
 
 // The seven event scripts of a build, and the engine that runs them. The engine comes to life when it is
 // first needed and lives as long as this object: what one script defines, later ones see.
@@ -85,6 +87,14 @@ class Scripts final : public automation::Object {
   bool RunEvent(BuildScripts event);
   // From now on, Project() gives this project.
   void MakeActive(Project& project);
+  // The last script of an event that failed, and where; nothing when none has.
+  struct Failure {
+    BuildScripts event = BuildScripts::BS_BEFORECOMPILE;
+    platform::ScriptFault fault;
+  };
+  const std::optional<Failure>& LastFailure() const { return m_failure; }
+  // Compiles the script of an event, includes and values put in, without running it. Errors of Execute.
+  void Check(BuildScripts event);
   // Where the engine's last error happened.
   platform::ScriptFault Fault() const;
   void ReleaseMembers() { m_engine.reset(); }
@@ -102,6 +112,7 @@ class Scripts final : public automation::Object {
   std::array<std::string, 7> m_texts;
   // Shared with the calls that are under way: a script may make the build drop this object.
   Engine m_engine;
+  std::optional<Failure> m_failure;
 };
 
 }  // namespace hearthmake

@@ -75,8 +75,17 @@ std::size_t CountToCompile(Build& build) {
 
 std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, bool asJson) {
   const std::size_t count = CountToCompile(build);
-  if (asJson) return std::make_unique<JsonDisplay>(session.Out(), build.Name(), count);
-  return std::make_unique<TextDisplay>(session, build.Name(), count);
+  if (asJson) return std::make_unique<JsonDisplay>(session.Out(), build, count);
+  return std::make_unique<TextDisplay>(session, build, count);
+}
+
+// A report that can't be written has been told of by the run already.
+void EndReport(Build& build, RunResult result) {
+  try {
+    build.StopReporting(result == RunResult::Complete);
+  } catch (const automation::Error&) {
+    return;
+  }
 }
 
 RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildArguments& arguments) {
@@ -95,6 +104,7 @@ RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildAr
   session.Library().OnTick([&] { display->Tick(); });
   build.Projects().Build(resumes);
   session.Library().OnTick({});
+  EndReport(build, display->Result());
   display->Finish();
   return display->Result();
 }

@@ -75,6 +75,15 @@ struct BuildArguments {
 };
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments);
 
+struct ScriptsArguments {
+  std::string build;
+  std::string event;    // empty: all seven
+  std::string setFrom;  // a file, or "-" for standard input
+  bool clear = false;
+  bool check = false;
+};
+ExitStatus ScriptsCommand(Session& session, const ScriptsArguments& arguments);
+
 struct BasesArguments {
   std::string build;
   std::string start;  // empty: the build's own
