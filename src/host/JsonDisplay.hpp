@@ -3,6 +3,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 
+#include "build/Build.hpp"
 #include "host/Console.hpp"
 #include "host/RunDisplay.hpp"
 

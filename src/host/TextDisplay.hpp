@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "build/Build.hpp"
 #include "host/Console.hpp"
 #include "host/RunDisplay.hpp"
 #include "host/Session.hpp"
