@@ -216,7 +216,7 @@ class GroupReferences : public testing::Test {
 
 TEST_F(GroupReferences, NameAProjectOfTheGroupByItsFile) {
   bench.build->FixReferencesInProjectGroup();
-  EXPECT_EQ(Row(), "Reference=*\\A..\\..\\src\\lib\\Lib.vbp");
+  EXPECT_EQ(Row(), "Reference=*\\A..\\lib\\Lib.vbp");
   EXPECT_EQ(bench.Rows("C:\\src\\app\\App.vbp")[3], "Command32=\"Lib.dll\"");
 }
 
