@@ -52,6 +52,12 @@ class Build final : public automation::Object, public automation::EventSource {
   // Breaks the links between the objects of the build.
   void Kill();
   void Delete();
+  // Makes the project files fit a project group of the projects that CompileMe is on for; see
+  // Project::FixReferencesInProjectGroup.
+  void FixReferencesInProjectGroup();
+  // Writes a Visual Basic project group of the projects that CompileMe is on for, in list order, paths
+  // relative to it; the one named as objStartUpProject is marked.
+  void CreateProjectGroupFile(const std::string& strFileName, Project* objStartUpProject);
   hearthmake::SSProjects& SSProjects();
   // Reads each project's references anew from its file and stores them.
   void AutoDetectReferences();
@@ -67,6 +73,11 @@ class Build final : public automation::Object, public automation::EventSource {
   // whose names hold "test" or begin with "project" are left out. A file that can't be added is passed
   // over.
   void CreateBuildFromPath(const std::string& strPath, bool bIncludeTestProjects);
+  // Writes the batch files that register and unregister the ActiveX components of the build, into
+  // strRelateivePath with paths relative to it, or into the library's own folder with full paths.
+  // strGeneratedFiles receives their names, parted by CR LF. True once both are written.
+  bool GenerateRegisterBATfile(bool bRelativePath, const std::string& strRelateivePath,
+                               std::string& strGeneratedFiles);
   // Writes the last line of the report, "Build successfully completed" or "Build Stoped", and drops the
   // report; a later run begins a new one.
   void StopReporting(bool bSuccess);

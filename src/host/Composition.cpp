@@ -4,9 +4,11 @@
 #include "adapters/posix/PosixClock.hpp"
 #include "adapters/posix/PosixFileSystem.hpp"
 #include "adapters/posix/PosixProcessLauncher.hpp"
+#include "adapters/posix/PosixShell.hpp"
 #include "adapters/posix/RegistryStore.hpp"
 #include "adapters/posix/WineRegistry.hpp"
 #include "adapters/sqlite/SqliteWorkspace.hpp"
+#include "adapters/typelib/ComponentRegistration.hpp"
 #include "adapters/typelib/TypeLibFileReader.hpp"
 #include "host/HostEventPump.hpp"
 #include "host/HostSystemInfo.hpp"
@@ -18,6 +20,19 @@ namespace {
 std::shared_ptr<platform::Registry> MakeRegistry(const HostSettings& settings, const std::string& prefix) {
   if (prefix.empty()) return std::make_shared<posix::RegistryStore>(settings.DataFolder() + "/registry.reg");
   return std::make_shared<posix::WineRegistry>(prefix);
+}
+
+// Components register themselves under Wine; without it, their type libraries tell what there is to
+// register.
+posix::PosixShell::Registrar MakeRegistrar(const platform::Platform& ports) {
+  return [registry = ports.registry, typeLibs = ports.typeLibs](const posix::SelfRegistration& request) {
+    typelib::ComponentRegistration registration(*registry, *typeLibs);
+    if (request.isRemoval) {
+      registration.Unregister(request.path);
+    } else {
+      registration.Register(request.path);
+    }
+  };
 }
 
 }  // namespace
@@ -46,6 +61,8 @@ platform::Platform Composition::FillPlatform(const HostSettings& settings) {
   ports.events = m_pump;
   ports.files = std::make_shared<posix::PosixFileSystem>(m_drives);
   ports.typeLibs = std::make_shared<typelib::TypeLibFileReader>(ports.files);
+  ports.shell =
+      std::make_shared<posix::PosixShell>(launcher, prefix.empty() ? MakeRegistrar(ports) : nullptr);
   ports.workspace = std::make_shared<sqlite::SqliteWorkspace>(
       [drives = m_drives](std::string_view path) { return drives->ToPosix(path).value_or(""); });
   ports.settings = std::make_shared<posix::IniSettingsStore>(posix::IniSettingsStore::DefaultPath());

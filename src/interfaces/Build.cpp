@@ -20,6 +20,9 @@ const automation::Interface& Build::Describe() {
           .method<&Build::CancelEdit>("CancelEdit")
           .method<&Build::Kill>("Kill")
           .method<&Build::Delete>("Delete")
+          .method<&Build::FixReferencesInProjectGroup>("FixReferencesInProjectGroup")
+          .method<&Build::CreateProjectGroupFile>("CreateProjectGroupFile",
+                                                  {"strFileName", "objStartUpProject"})
           .get<&Build::SSProjects>("SSProjects")
           .method<&Build::AutoDetectReferences>("AutoDetectReferences")
           .method<&Build::GenerateDllBaseAddresses>("GenerateDllBaseAddresses", {"lngStart"})
@@ -28,6 +31,8 @@ const automation::Interface& Build::Describe() {
           .get<&Build::Scripts>("Scripts")
           .get<&Build::FailedProject>("FailedProject")
           .method<&Build::CreateBuildFromPath>("CreateBuildFromPath", {"strPath", "bIncludeTestProjects"})
+          .method<&Build::GenerateRegisterBATfile>("GenerateRegisterBATfile",
+                                                   {"bRelativePath", "strRelateivePath", "strGeneratedFiles"})
           .method<&Build::StopReporting>("StopReporting", {"bSuccess"})
           .method<&Build::CmdExecute>("CmdExecute", {"strCommand"},
                                       "Executes commands synchronously. Used from scripts.")

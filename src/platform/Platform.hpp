@@ -10,6 +10,7 @@
 #include "platform/Registry.hpp"
 #include "platform/ScriptEngine.hpp"
 #include "platform/SettingsStore.hpp"
+#include "platform/Shell.hpp"
 #include "platform/SystemInfo.hpp"
 #include "platform/TypeLibReader.hpp"
 
@@ -20,6 +21,7 @@ struct Platform {
   std::shared_ptr<Workspace> workspace;
   std::shared_ptr<FileSystem> files;
   std::shared_ptr<ProcessLauncher> processes;
+  std::shared_ptr<Shell> shell;
   std::shared_ptr<SettingsStore> settings;
   std::shared_ptr<Registry> registry;
   std::shared_ptr<TypeLibReader> typeLibs;

@@ -180,6 +180,12 @@ class Project final : public automation::Object, public ReportItem {
   void ApplyEdit();
   void Delete();
   void CancelEdit();
+  // Opens the project in the development environment, without waiting. Error 53 when that can't be
+  // started.
+  void RunProjectInVB();
+  // Start the unregistration and registration of the binary, without waiting. Nothing happens for a
+  // project that is no ActiveX component or has no binary. Error 53 when the program can't be started.
+  void UnRegister();
   void Register();
   // The package or application that receives the component; 0 for none.
   std::int32_t MtsPackageId() const { return m_record.mtsPackage; }
@@ -188,6 +194,9 @@ class Project final : public automation::Object, public ReportItem {
   std::string RemoteServerFilePath();
   // The log of the last compile in one line.
   std::string CompileError() const;
+  // Who last checked in the file that broke the compile. Errors 45, source "Project.LastCheckIn", after a
+  // compile that succeeded and for a log that names no file; those of the source projects.
+  std::string LastCheckInInfo();
   // Never break compatibility to get this project compiled.
   bool PreserveBinary() const { return m_record.preserveBinary; }
   void SetPreserveBinary(bool value);
@@ -200,6 +209,8 @@ class Project final : public automation::Object, public ReportItem {
   void SetCheckInBinaryFile(bool value);
   bool CheckInVBPFile() const { return m_record.checkInVBP; }
   void SetCheckInVBPFile(bool value);
+  // Copies the binary, and with RemoteServerFiles the type library beside it, to CopyPath, when there is
+  // one. False when that fails; the build's ScriptNotify tells why.
   bool DistributeBinaryFile();
 
   // The report's view of a project: its name and five lines of details.
@@ -213,6 +224,9 @@ class Project final : public automation::Object, public ReportItem {
     std::string version;
   };
   LibraryIdentity Identity();
+  // Rewrites the rows of the project file that reference projects of the build, so that they resolve in a
+  // project group: projects of the group by file, others by library. Errors of the file system.
+  void FixReferencesInProjectGroup();
   void AttachTo(Projects* parent);
   // The collection, null without one; ParentProjects and ParentBuild raise error 91 then.
   Projects* ParentOrNull() const { return m_parent; }
@@ -280,6 +294,8 @@ class Project final : public automation::Object, public ReportItem {
   void RemoveReferenceRows();
   std::string ReferenceRow(Reference& reference);
   void WriteSettings();
+  std::string GroupReferenceRow(Project& referenced) const;
+  static std::string LibraryRow(Project& referenced);
   std::vector<std::string> ReferenceRows() const;
 
   // ProjectCompile.cpp
@@ -292,8 +308,13 @@ class Project final : public automation::Object, public ReportItem {
   void MakeBinariesWriteable();
   void CheckPathToBinaryComponent();
   void Succeed();
-  void CheckInAfterCompile();
   void NotifyProgress(const std::string& text);
+
+  // ProjectRegistration.cpp
+  void StartRegistration(const char* inProcess, const char* outOfProcess);
+  void CheckInAfterCompile();
+  void CheckIn(const std::string& file, const char* failure);
+  void CopyOut(const std::string& source) const;
 
   Record m_record;
   std::unique_ptr<Snapshot> m_snapshot;  // while editing

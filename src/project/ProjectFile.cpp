@@ -1,8 +1,12 @@
 // Project: reading its project file and bringing it up to date.
 
+#include <algorithm>
+#include <array>
+
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "build/Projects.hpp"
+#include "foundation/Paths.hpp"
 #include "project/Project.hpp"
 
 namespace hearthmake {
@@ -40,7 +44,8 @@ class FirstRowGuard {
 };
 
 // Rows of a file that begin with a key, in file order, without their line ends.
-void CollectRows(std::string_view content, std::string_view key, std::vector<std::string>& rows) {
+template <class Text>
+void CollectRows(std::string_view content, std::string_view key, std::vector<Text>& rows) {
   std::size_t hit = content.find(key);
   while (hit != std::string_view::npos) {
     const std::size_t end = std::min(content.find(kLineEnd, hit), content.size());
@@ -48,6 +53,22 @@ void CollectRows(std::string_view content, std::string_view key, std::vector<std
     if (beginsRow) rows.emplace_back(content.substr(hit, end - hit));
     hit = content.find(key, end);
   }
+}
+
+// The first reference row that holds one of the names, in the order of the names; a part of the content,
+// empty when there is none.
+std::string_view FindReferenceRow(const std::string& content, const std::array<std::string, 3>& names) {
+  std::vector<std::string_view> rows;
+  CollectRows(content, kReferenceKey, rows);
+  CollectRows(content, kObjectKey, rows);
+  std::sort(rows.begin(), rows.end(),
+            [](std::string_view a, std::string_view b) { return a.data() < b.data(); });
+  for (const std::string& name : names) {
+    for (const std::string_view row : rows) {
+      if (row.find(name) != std::string_view::npos) return row;
+    }
+  }
+  return {};
 }
 
 }  // namespace
@@ -143,13 +164,45 @@ void Project::RemoveReferenceRows() {
 
 std::string Project::ReferenceRow(Reference& reference) {
   if (reference.IsExternal()) return reference.ReferenceString();
-  Project& project = ParentProjects().ById(reference.ReferencedProject());
-  const LibraryIdentity library = project.Identity();
-  if (project.ProjectType() == ProjectTypes::UserControl) {
-    return "Object={" + library.guid + "}#" + library.version + "#0; " + project.ExeName32();
+  return LibraryRow(ParentProjects().ById(reference.ReferencedProject()));
+}
+
+std::string Project::LibraryRow(Project& referenced) {
+  const LibraryIdentity library = referenced.Identity();
+  if (referenced.ProjectType() == ProjectTypes::UserControl) {
+    return "Object={" + library.guid + "}#" + library.version + "#0; " + referenced.ExeName32();
   }
-  return "Reference=*\\G{" + library.guid + "}#" + library.version + "#0#" + project.FullPath32() + "#" +
-         project.Title();
+  return "Reference=*\\G{" + library.guid + "}#" + library.version + "#0#" + referenced.FullPath32() + "#" +
+         referenced.Title();
+}
+
+// A control is always an object row; a project that is in the group is named by its file.
+std::string Project::GroupReferenceRow(Project& referenced) const {
+  const bool byFile = referenced.ProjectType() != ProjectTypes::UserControl && referenced.CompileMe();
+  if (byFile) return "Reference=*\\A" + RelativePath(ProjectPath(), referenced.ProjectPath());
+  return LibraryRow(referenced);
+}
+
+void Project::FixReferencesInProjectGroup() {
+  OpenExisting();
+  std::string content = m_file.Content();
+  for (const auto& reference : m_references->Items()) {
+    if (reference->IsExternal()) continue;
+    Project& referenced = ParentProjects().ById(reference->ReferencedProject());
+    const std::string_view row =
+        FindReferenceRow(content, {referenced.ExeName32(), automation::ToText(referenced.ProjectFileName()),
+                                   referenced.Name() + ".vbp"});
+    if (row.empty()) continue;
+    try {
+      content.replace(static_cast<std::size_t>(row.data() - content.data()), row.size(),
+                      GroupReferenceRow(referenced));
+    } catch (const automation::Error&) {
+      // Its binary can't be read: the row stays as it is.
+    }
+  }
+  m_file.SetContent(content);
+  m_file.Save();
+  m_file.DropContent();
 }
 
 void Project::WriteSettings() {

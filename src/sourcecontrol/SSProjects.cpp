@@ -18,4 +18,15 @@ automation::Ref<automation::Enumerator> SSProjects::NewEnum() {
       std::vector<automation::Ref<automation::Object>>());
 }
 
+bool SSProjects::CheckInFile(const std::string& /*strFile*/, const std::string& /*strComment*/,
+                             bool /*bKeepCheckedOut*/, std::string& strResult) const {
+  strResult = "No matching SourceSafe project found";
+  return false;
+}
+
+std::string SSProjects::GetLastModifiedData(const std::string& /*file*/) const {
+  automation::Raise(automation::kInvalidValue, "SSProjects.GetLastModifiedData",
+                    "You have no SourceSafe projects configured!");
+}
+
 }  // namespace hearthmake

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "automation/Object.hpp"
 
@@ -22,6 +23,13 @@ class SSProjects final : public automation::Object {
   automation::Ref<automation::Enumerator> NewEnum();
   automation::Ref<automation::Enumerator> Enumerate() override { return NewEnum(); }
   hearthmake::Build* Parent() const { return m_build; }
+
+  // Checks a file in, through the source project that it belongs to. False, with the reason in strResult,
+  // when that can't be done.
+  bool CheckInFile(const std::string& strFile, const std::string& strComment, bool bKeepCheckedOut,
+                   std::string& strResult) const;
+  // Who checked the file in last, when and why. Error 45 without source projects.
+  std::string GetLastModifiedData(const std::string& file) const;
 
   void ReleaseMembers() { m_build = nullptr; }
 

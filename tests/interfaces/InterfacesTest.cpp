@@ -123,9 +123,10 @@ TEST(Interfaces, ProjectHasItsMembersInOrder) {
   const std::string more = "call GUID() String\ncall BinaryVersion() String\n" +
                            Expand("ProjectFileName g Variant\nFullPath32 g String\nCompiledOK g Boolean\n") +
                            "call BeginEdit() \ncall ApplyEdit() \ncall Delete() \ncall CancelEdit() \n"
-                           "call Register() \n";
+                           "call RunProjectInVB() \ncall UnRegister() \ncall Register() \n";
   const std::string rest = Expand(
       "MtsPackageId gl Long\nRemoteServerFilePath g String\nCompileError g String\n"
+      "LastCheckInInfo g String\n"
       "PreserveBinary gl Boolean\nLastErrorMessage g String\n");
   const std::string last =
       "call UpdateVBP() \n" +
@@ -161,11 +162,15 @@ TEST(Interfaces, BuildHasItsMembersInOrder) {
   EXPECT_EQ(Listing(Build::Describe()),
             Expand("Name lg String\nStartDllBaseAddress gl Long\nId g Long\nProjects g Projects\n") +
                 "call Load(lngBuildId Long) \ncall BeginEdit() \ncall ApplyEdit() \ncall CancelEdit() \n"
-                "call Kill() \ncall Delete() \nget SSProjects() SSProjects\ncall AutoDetectReferences() \n"
+                "call Kill() \ncall Delete() \ncall FixReferencesInProjectGroup() \n"
+                "call CreateProjectGroupFile(strFileName String, objStartUpProject Project) \n"
+                "get SSProjects() SSProjects\ncall AutoDetectReferences() \n"
                 "call GenerateDllBaseAddresses(lngStart Long) \n" +
                 Expand("MTSPackages g MTSPackages\nCOMApplications g COMApplications\nScripts g Scripts\n"
                        "FailedProject g Project\n") +
                 "call CreateBuildFromPath(strPath String, bIncludeTestProjects Boolean) \n"
+                "call GenerateRegisterBATfile(bRelativePath Boolean, strRelateivePath String, "
+                "strGeneratedFiles String&) Boolean\n"
                 "call StopReporting(bSuccess Boolean) \n"
                 "call CmdExecute(strCommand String) \n");
 }

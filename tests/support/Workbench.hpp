@@ -10,10 +10,12 @@
 #include "adapters/posix/PosixClock.hpp"
 #include "adapters/posix/PosixFileSystem.hpp"
 #include "adapters/posix/PosixProcessLauncher.hpp"
+#include "adapters/posix/PosixShell.hpp"
 #include "adapters/posix/PosixSystemInfo.hpp"
 #include "adapters/posix/RegistryStore.hpp"
 #include "adapters/sqlite/BuildSchema.hpp"
 #include "adapters/sqlite/SqliteWorkspace.hpp"
+#include "adapters/typelib/ComponentRegistration.hpp"
 #include "adapters/typelib/TypeLibFileReader.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Settings.hpp"
@@ -52,6 +54,22 @@ class RecordingLauncher final : public platform::ProcessLauncher {
 
  private:
   posix::PosixProcessLauncher m_real;
+};
+
+// Remembers what is started, and starts it.
+class RecordingShell final : public platform::Shell {
+ public:
+  explicit RecordingShell(std::shared_ptr<platform::Shell> real) : m_real(std::move(real)) {}
+  void Start(std::string_view commandLine, platform::WindowState window) override {
+    commands.emplace_back(commandLine);
+    windows.push_back(window);
+    m_real->Start(commandLine, window);
+  }
+  std::vector<std::string> commands;
+  std::vector<platform::WindowState> windows;
+
+ private:
+  std::shared_ptr<platform::Shell> m_real;
 };
 
 // An apartment over the real embedded adapters in a folder of its own: C: is <folder>/drive_c, the data
@@ -112,6 +130,7 @@ class Workbench {
   std::shared_ptr<TestClock> clock;
   std::shared_ptr<CountingPump> pump;
   std::shared_ptr<RecordingLauncher> launcher;
+  std::shared_ptr<RecordingShell> shell;
   std::shared_ptr<posix::RegistryStore> registry;
   std::shared_ptr<posix::IniSettingsStore> settings;
   std::unique_ptr<Apartment> apartment;
@@ -128,6 +147,12 @@ class Workbench {
     ports.settings = settings;
     ports.registry = registry;
     ports.typeLibs = std::make_shared<typelib::TypeLibFileReader>(files);
+    shell = std::make_shared<RecordingShell>(std::make_shared<posix::PosixShell>(
+        launcher, [keys = registry, libraries = ports.typeLibs](const posix::SelfRegistration& request) {
+          typelib::ComponentRegistration registration(*keys, *libraries);
+          request.isRemoval ? registration.Unregister(request.path) : registration.Register(request.path);
+        }));
+    ports.shell = shell;
     ports.events = pump;
     ports.clock = clock;
     ports.system = std::make_shared<posix::PosixSystemInfo>(

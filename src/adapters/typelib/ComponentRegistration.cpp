@@ -1,0 +1,147 @@
+#include "adapters/typelib/ComponentRegistration.hpp"
+
+#include <cstdio>
+
+namespace hearthmake::typelib {
+
+namespace {
+
+using platform::RegistryRoot;
+using platform::TypeDescription;
+using platform::TypeKind;
+
+constexpr RegistryRoot kClasses = RegistryRoot::ClassesRoot;
+constexpr const char* kAutomationProxy = "{00020424-0000-0000-C000-000000000046}";
+constexpr std::uint16_t kCanCreate = 2;
+constexpr std::uint16_t kControl = 32;
+
+std::string Hexadecimal(std::uint32_t number) {
+  char digits[16];
+  std::snprintf(digits, sizeof digits, "%x", number);
+  return digits;
+}
+
+std::string Version(const platform::TypeLibInfo& library) {
+  return Hexadecimal(library.majorVersion) + "." + Hexadecimal(library.minorVersion);
+}
+
+std::string LibraryKey(const platform::TypeLibInfo& library) { return "TypeLib\\" + library.guid; }
+
+std::string ProgId(const platform::TypeLibInfo& library, const TypeDescription& type) {
+  return library.name + "." + type.name;
+}
+
+std::string_view FolderOf(std::string_view path) {
+  const std::size_t backslash = path.rfind('\\');
+  return backslash == std::string_view::npos ? std::string_view() : path.substr(0, backslash);
+}
+
+bool IsProgram(std::string_view path) {
+  const std::string_view extension = path.size() < 4 ? std::string_view() : path.substr(path.size() - 4);
+  return extension == ".exe" || extension == ".EXE" || extension == ".Exe";
+}
+
+bool IsInterface(const TypeDescription& type) {
+  return (type.kind == TypeKind::Dispatch || type.kind == TypeKind::Interface) && !type.guid.empty();
+}
+
+bool IsClass(const TypeDescription& type) {
+  return type.kind == TypeKind::CoClass && (type.flags & (kCanCreate | kControl)) != 0 && !type.guid.empty();
+}
+
+}  // namespace
+
+ComponentRegistration::Component ComponentRegistration::Read(std::string_view path) const {
+  return {std::string(path), m_reader.Read(path), m_reader.ReadTypes(path)};
+}
+
+void ComponentRegistration::Register(std::string_view path) {
+  const Component component = Read(path);
+  RegisterLibrary(component);
+  for (const TypeDescription& type : component.types) {
+    if (IsInterface(type)) RegisterInterface(component, type);
+    if (IsClass(type)) RegisterClass(component, type);
+  }
+}
+
+void ComponentRegistration::RegisterLibrary(const Component& component) {
+  const platform::TypeLibInfo& library = component.library;
+  const std::string key = LibraryKey(library) + "\\" + Version(library);
+  SetText(key, "", library.helpString.empty() ? library.name : library.helpString);
+  SetText(key + "\\" + Hexadecimal(library.locale) + "\\win32", "", component.path);
+  SetText(key + "\\FLAGS", "", std::to_string(library.flags));
+  SetText(key + "\\HELPDIR", "", std::string(FolderOf(component.path)));
+}
+
+void ComponentRegistration::RegisterInterface(const Component& component, const TypeDescription& type) {
+  const std::string key = "Interface\\" + type.guid;
+  SetText(key, "", type.name);
+  SetText(key + "\\ProxyStubClsid32", "", kAutomationProxy);
+  SetText(key + "\\TypeLib", "", component.library.guid);
+  SetText(key + "\\TypeLib", "Version", Version(component.library));
+}
+
+void ComponentRegistration::RegisterClass(const Component& component, const TypeDescription& type) {
+  const std::string progId = ProgId(component.library, type);
+  const std::string key = "CLSID\\" + type.guid;
+  SetText(key, "", progId);
+  if (IsProgram(component.path)) {
+    SetText(key + "\\LocalServer32", "", component.path);
+  } else {
+    SetText(key + "\\InprocServer32", "", component.path);
+    SetText(key + "\\InprocServer32", "ThreadingModel", "Apartment");
+  }
+  SetText(key + "\\ProgID", "", progId);
+  SetText(key + "\\TypeLib", "", component.library.guid);
+  SetText(key + "\\VERSION", "", Version(component.library));
+  SetText(key + "\\Programmable", "", "");
+  if ((type.flags & kControl) != 0) SetText(key + "\\Control", "", "");
+  SetText(progId, "", progId);
+  SetText(progId + "\\Clsid", "", type.guid);
+}
+
+void ComponentRegistration::Unregister(std::string_view path) {
+  const Component component = Read(path);
+  for (const TypeDescription& type : component.types) {
+    const std::string interfaceKey = "Interface\\" + type.guid;
+    if (IsInterface(type) && BelongsTo(component, interfaceKey)) m_registry.RemoveKey(kClasses, interfaceKey);
+    if (IsClass(type)) UnregisterClass(component, type);
+  }
+  UnregisterLibrary(component);
+}
+
+void ComponentRegistration::UnregisterClass(const Component& component, const TypeDescription& type) {
+  const std::string key = "CLSID\\" + type.guid;
+  if (!BelongsTo(component, key)) return;
+  const std::string progId = ProgId(component.library, type);
+  if (Text(progId + "\\Clsid") == type.guid) m_registry.RemoveKey(kClasses, progId);
+  m_registry.RemoveKey(kClasses, key);
+}
+
+void ComponentRegistration::UnregisterLibrary(const Component& component) {
+  const std::string key = LibraryKey(component.library);
+  m_registry.RemoveKey(kClasses, key + "\\" + Version(component.library));
+  RemoveWhenEmpty(key);
+  for (const char* root : {"TypeLib", "Interface", "CLSID"}) RemoveWhenEmpty(root);
+}
+
+// Whether a class or interface is that of this library: a later component may have taken it over.
+bool ComponentRegistration::BelongsTo(const Component& component, const std::string& key) {
+  return Text(key + "\\TypeLib") == component.library.guid;
+}
+
+void ComponentRegistration::SetText(const std::string& key, std::string_view name, const std::string& text) {
+  m_registry.Set(kClasses, key, name, {platform::RegistryType::String, text});
+}
+
+std::string ComponentRegistration::Text(const std::string& key) const {
+  const auto value = m_registry.Query(kClasses, key, "");
+  return value ? value->data : std::string();
+}
+
+void ComponentRegistration::RemoveWhenEmpty(const std::string& key) {
+  if (m_registry.SubKeys(kClasses, key).empty() && m_registry.ValueNames(kClasses, key).empty())
+    m_registry.RemoveKey(kClasses, key);
+}
+
+}  // namespace hearthmake::typelib

@@ -1,0 +1,260 @@
+// Project: registration, distribution, check-in, opening for editing.
+
+#include <gtest/gtest.h>
+
+#include "support/ErrorExpect.hpp"
+#include "support/ProjectBench.hpp"
+
+namespace hearthmake {
+namespace {
+
+using platform::WindowState;
+using support::Failure;
+using support::FailureOf;
+using support::ProjectBench;
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* kSucceed = "echo \"Build of '$PROJECT' succeeded.\" > \"$LOG\"";
+
+TEST(ProjectRegister, StartsRegsvr32ForWhatIsInProcess) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\a b\\Lib.vbp", "Lib");
+  Project& control = bench.Add("C:\\src\\Ctl.vbp", ProjectBench::ProjectText("Control", "Ctl"));
+  bench.MakeBinary("C:\\src\\a b\\Lib.dll", 1);
+  bench.MakeBinary("C:\\src\\Ctl.ocx", 2);
+  library.Register();
+  control.UnRegister();
+  EXPECT_EQ(bench.shell->commands,
+            (Texts{"regsvr32.exe /S \"C:\\src\\a b\\Lib.dll\"", "regsvr32.exe /S /U \"C:\\src\\Ctl.ocx\""}));
+  EXPECT_EQ(bench.shell->windows, (std::vector{WindowState::MinimizedFocus, WindowState::MinimizedFocus}));
+}
+
+TEST(ProjectRegister, AnActiveXExeRegistersItselfAndNeverThroughRegsvr32) {
+  ProjectBench bench;
+  Project& server = bench.Add("C:\\src\\Srv.vbp", ProjectBench::ProjectText("OleExe", "Srv"));
+  bench.MakeBinary("C:\\src\\Srv.exe", 1);
+  server.Register();
+  server.UnRegister();
+  EXPECT_EQ(bench.shell->commands,
+            (Texts{"\"C:\\src\\Srv.exe\" /RegServer", "\"C:\\src\\Srv.exe\" /UnregServer"}));
+}
+
+TEST(ProjectRegister, NothingHappensWithoutBinaryOrForAStandardExe) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  Project& program = bench.Add("C:\\src\\App.vbp", ProjectBench::ProjectText("Exe", "App"));
+  bench.WriteBytes("C:\\src\\App.exe", "MZ");
+  for (Project* project : {&library, &program}) {
+    project->Register();
+    project->UnRegister();
+  }
+  EXPECT_TRUE(bench.shell->commands.empty());
+}
+
+TEST(ProjectRegister, ACompileRegistersAnActiveXBinary) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.MakeBinary("C:\\src\\Lib.dll", 1);
+  bench.SetCompiler(kSucceed);
+  EXPECT_TRUE(library.Compile());
+  EXPECT_EQ(bench.shell->commands, Texts{"regsvr32.exe /S \"C:\\src\\Lib.dll\""});
+}
+
+TEST(ProjectRegister, WhatIsRegisteredCanBeReferenced) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.MakeBinary("C:\\src\\Lib.dll", 1, 2, 3, "My library");
+  library.Register();
+  const auto value = bench.registry->Query(platform::RegistryRoot::ClassesRoot,
+                                           "Typelib\\" + ProjectBench::LibraryId(1) + "\\2.3", "");
+  ASSERT_TRUE(value.has_value());
+  EXPECT_EQ(value->data, "My library");
+  library.UnRegister();
+  EXPECT_FALSE(bench.registry->KeyExists(platform::RegistryRoot::ClassesRoot,
+                                         "Typelib\\" + ProjectBench::LibraryId(1)));
+}
+
+TEST(ProjectRunInVB, StartsTheDevelopmentEnvironmentInANormalWindow) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\my lib\\Lib.vbp", "Lib");
+  bench.SetCompiler("exit 0");
+  library.RunProjectInVB();
+  EXPECT_EQ(bench.shell->commands, Texts{"C:\\vb6.exe \"C:\\src\\my lib\\Lib.vbp\""});
+  EXPECT_EQ(bench.shell->windows, std::vector{WindowState::Normal});
+}
+
+TEST(ProjectRunInVB, AProgramThatIsMissingIsNamed) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.SetOption("VBExe", "C:\\no\\vb6.exe");
+  EXPECT_EQ(FailureOf([&] { library.RunProjectInVB(); }),
+            Failure(53, "Shell", "File not found: C:\\no\\vb6.exe"));
+}
+
+TEST(ProjectDistribute, WithoutCopyPathCopiesNothing) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  EXPECT_TRUE(library.DistributeBinaryFile());
+  EXPECT_TRUE(bench.sink.notices.empty());
+}
+
+TEST(ProjectDistribute, CopiesTheBinaryToAFolderWithOrWithoutFinalBackslash) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.WriteBytes("C:\\src\\Lib.dll", "first");
+  bench.files->CreateFolders("C:\\out");
+  library.SetCopyPath("C:\\out");
+  EXPECT_TRUE(library.DistributeBinaryFile());
+  EXPECT_EQ(bench.Read("C:\\out\\Lib.dll"), "first");
+  bench.WriteBytes("C:\\src\\Lib.dll", "second");
+  library.SetCopyPath("C:\\out\\");
+  EXPECT_TRUE(library.DistributeBinaryFile());
+  EXPECT_EQ(bench.Read("C:\\out\\Lib.dll"), "second");
+  EXPECT_EQ(library.CopyPath(), "C:\\out\\");
+}
+
+TEST(ProjectDistribute, CopiesTheTypeLibraryOfARemoteServerToo) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.WriteBytes("C:\\src\\Lib.dll", "binary");
+  bench.WriteBytes("C:\\src\\Lib.tlb", "library");
+  bench.files->CreateFolders("C:\\out");
+  library.SetCopyPath("C:\\out");
+  library.SetRemoteServerFiles(true);
+  EXPECT_TRUE(library.DistributeBinaryFile());
+  EXPECT_EQ(bench.Read("C:\\out\\Lib.tlb"), "library");
+}
+
+TEST(ProjectDistribute, TellsWhatCouldNotBeCopied) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.WriteBytes("C:\\src\\Lib.dll", "binary");
+  library.SetCopyPath("C:\\nowhere");
+  EXPECT_FALSE(library.DistributeBinaryFile());
+  ASSERT_EQ(bench.sink.notices.size(), 1U);
+  EXPECT_TRUE(
+      bench.sink.notices[0].starts_with("Failed to copy C:\\src\\Lib.dll to the following path: "
+                                        "\r\nC:\\nowhere\r\nError message: Path not found"))
+      << bench.sink.notices[0];
+}
+
+TEST(ProjectDistribute, FailsForAMissingBinaryAFileInPlaceOfTheFolderAndAMissingTypeLibrary) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.files->CreateFolders("C:\\out");
+  library.SetCopyPath("C:\\out");
+  EXPECT_FALSE(library.DistributeBinaryFile());
+  bench.WriteBytes("C:\\src\\Lib.dll", "binary");
+  bench.WriteBytes("C:\\file", "x");
+  library.SetCopyPath("C:\\file");
+  EXPECT_FALSE(library.DistributeBinaryFile());
+  library.SetCopyPath("C:\\out");
+  library.SetRemoteServerFiles(true);
+  EXPECT_FALSE(library.DistributeBinaryFile());
+  ASSERT_EQ(bench.sink.notices.size(), 3U);
+  EXPECT_TRUE(bench.sink.notices[2].starts_with("Failed to copy C:\\src\\Lib.tlb to"))
+      << bench.sink.notices[2];
+}
+
+TEST(ProjectDistribute, AFailureDoesNotEndTheRun) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  library.SetCopyPath("C:\\nowhere");
+  bench.SetCompiler(kSucceed);
+  EXPECT_TRUE(bench.build->Projects().Build(false));
+  EXPECT_EQ(bench.sink.notices.size(), 1U);
+}
+
+TEST(ProjectCheckIn, AfterACompileReportsWhatCouldNotBeCheckedIn) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  library.SetCheckInVBPFile(true);
+  library.SetCheckInBinaryFile(true);
+  bench.SetCompiler(kSucceed);
+  EXPECT_TRUE(library.Compile());
+  EXPECT_EQ(
+      bench.sink.notices,
+      (Texts{"Failed to check in the VBP file for project Lib. Reason: No matching SourceSafe project found",
+             "Failed to check in the binary file for project Lib. Reason: No matching SourceSafe project "
+             "found"}));
+}
+
+TEST(ProjectLastCheckInInfo, IsForFailedCompilesThatNameAFile) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.SetCompiler(kSucceed);
+  library.Compile();
+  EXPECT_EQ(FailureOf([&] { library.LastCheckInInfo(); }),
+            Failure(45, "Project.LastCheckIn", "This method can only be accessed when a build has failed!"));
+
+  Project& broken = bench.AddDll("C:\\src\\Broken.vbp", "Broken");
+  bench.SetCompiler("echo 'Out of memory' > \"$LOG\"");
+  FailureOf([&] { broken.Compile(); });
+  EXPECT_EQ(FailureOf([&] { broken.LastCheckInInfo(); }),
+            Failure(45, "Project.LastCheckIn", "This method can only be used for compile errors!"));
+  bench.SetCompiler("echo \"Compile Error in File 'C:\\src\\X.cls', Line 3 : Syntax error\" > \"$LOG\"");
+  FailureOf([&] { broken.Compile(); });
+  EXPECT_EQ(FailureOf([&] { broken.LastCheckInInfo(); }),
+            Failure(45, "SSProjects.GetLastModifiedData", "You have no SourceSafe projects configured!"));
+}
+
+class GroupReferences : public testing::Test {
+ protected:
+  GroupReferences()
+      : lib(bench.AddDll("C:\\src\\lib\\Lib.vbp", "Lib")),
+        app(bench.AddDll("C:\\src\\app\\App.vbp", "App",
+                         "Reference=*\\G{00020430-0000-0000-C000-000000000046}#2.0#0#stdole2.tlb#OLE\n"
+                         "Reference=*\\G{00000000-0000-0000-0000-000000000009}#1.0#0#..\\lib\\Lib.dll#old\n"
+                         "Command32=\"Lib.dll\"\n")) {}
+  std::string Row() const { return bench.Rows("C:\\src\\app\\App.vbp")[2]; }
+
+  ProjectBench bench;
+  Project& lib;
+  Project& app;
+};
+
+TEST_F(GroupReferences, NameAProjectOfTheGroupByItsFile) {
+  bench.build->FixReferencesInProjectGroup();
+  EXPECT_EQ(Row(), "Reference=*\\A..\\lib\\Lib.vbp");
+  EXPECT_EQ(bench.Rows("C:\\src\\app\\App.vbp")[3], "Command32=\"Lib.dll\"");
+}
+
+TEST_F(GroupReferences, NameAProjectOutsideTheGroupByItsLibrary) {
+  lib.SetCompileMe(false);
+  bench.MakeBinary("C:\\src\\lib\\Lib.dll", 7, 1, 2);
+  app.FixReferencesInProjectGroup();
+  EXPECT_EQ(Row(),
+            "Reference=*\\G{00000007-0000-0000-0000-000000000000}#1.2#0#C:\\src\\lib\\Lib.dll#Lib library");
+}
+
+TEST_F(GroupReferences, StayWhereABinaryCanNotBeRead) {
+  lib.SetCompileMe(false);
+  const std::string before = bench.Read("C:\\src\\app\\App.vbp");
+  app.FixReferencesInProjectGroup();
+  EXPECT_EQ(bench.Read("C:\\src\\app\\App.vbp"), before);
+}
+
+TEST_F(GroupReferences, OfProjectsThatAreNotCompiledAreLeftAlone) {
+  app.SetCompileMe(false);
+  const std::string before = bench.Read("C:\\src\\app\\App.vbp");
+  bench.build->FixReferencesInProjectGroup();
+  EXPECT_EQ(bench.Read("C:\\src\\app\\App.vbp"), before);
+}
+
+TEST(GroupReferencesToAControl, AreObjectRows) {
+  ProjectBench bench;
+  Project& control = bench.Add("C:\\src\\Ctl.vbp", ProjectBench::ProjectText("Control", "Ctl"));
+  Project& app = bench.AddDll("C:\\src\\App.vbp", "App",
+                              "Object={00000000-0000-0000-0000-000000000001}#1.0#0; ctl\\Ctl.vbp\n");
+  app.BeginEdit();
+  app.ReferenceList().AddInternalReference(control);
+  app.ApplyEdit();
+  bench.MakeBinary("C:\\src\\Ctl.ocx", 3, 1, 0);
+  app.FixReferencesInProjectGroup();
+  EXPECT_EQ(bench.Rows("C:\\src\\App.vbp")[1],
+            "Object={00000003-0000-0000-0000-000000000000}#1.0#0; Ctl.ocx");
+}
+
+}  // namespace
+}  // namespace hearthmake
