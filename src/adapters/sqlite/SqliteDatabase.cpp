@@ -75,7 +75,8 @@ std::unique_ptr<platform::Recordset> SqliteDatabase::OpenRecordset(const std::st
   for (; isRow; isRow = connection.Step(statement, kDatabaseSource, query.Table())) {
     rows.Append(statement.Handle(), columns);
   }
-  return std::make_unique<SqliteRecordset>(shared_from_this(), statement.plan, std::move(rows));
+  return std::make_unique<SqliteRecordset>(shared_from_this(), statement.plan, std::move(rows),
+                                           connection.CurrentState());
 }
 
 Statement& SqliteDatabase::PrepareSelect(Connection& connection, const JetSql& query, bool& hasKey) {
