@@ -83,7 +83,9 @@ automation::Ref<Project> Projects::GetByName(const std::string& sProjectName) co
 }
 
 Project& Projects::ById(std::int32_t id) const {
-  return m_byId.Item(automation::Variant::FromText(Decimal(id)));
+  const std::string key = Decimal(id);
+  Project* project = m_byId.Find(key);
+  return project != nullptr ? *project : m_byId.Item(automation::Variant::FromText(key));  // raises
 }
 
 automation::Ref<Project> Projects::Add(const std::string& strFile) {
