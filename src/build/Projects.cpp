@@ -47,6 +47,7 @@ void Projects::ReleaseMembers() {
 }
 
 void Projects::Load() {
+  auto view = modDatabase::GetDatabase()->HoldView();  // two look-ups a project
   const auto rows = modDatabase::OpenRow("SELECT * FROM Project WHERE idBuild = ", m_build->Id());
   for (; !rows->AtEnd(); rows->MoveNext()) {
     const auto project = automation::Make<Project>();
@@ -55,6 +56,7 @@ void Projects::Load() {
     Insert(*project);
   }
   rows->Close();
+  view.reset();
   modDatabase::CloseDatabase();
 }
 

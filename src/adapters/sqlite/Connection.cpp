@@ -272,6 +272,8 @@ void Connection::EnterTransactions(int level) {
     RaiseDao(DaoError::EngineFailed, kWorkspaceSource,
              "The transaction was rolled back after an error; roll it back before going on.");
   }
+  if (m_depth >= level) return;
+  EndView();
   const FlagScope own(m_isOwnSql);
   while (m_depth < level) {
     const bool isReadOnly = sqlite3_db_readonly(m_db, "main") != 0;
@@ -310,12 +312,25 @@ void Connection::Rollback(int level) noexcept {
   if (m_depth == 0) m_isTransactionLost = false;
 }
 
+void Connection::BeginView() {
+  if (m_depth > 0 || m_isViewing) return;
+  const FlagScope own(m_isOwnSql);
+  m_isViewing = ExecPrepared("BEGIN") == SQLITE_OK;
+}
+
+void Connection::EndView() noexcept {
+  if (!std::exchange(m_isViewing, false)) return;
+  const FlagScope own(m_isOwnSql);
+  Exec("COMMIT");
+}
+
 Connection::State Connection::CurrentState() const {
   if (m_depth == 0 || m_isTransactionLost) return {};
   return {m_epoch, sqlite3_total_changes64(m_db)};
 }
 
 bool Connection::Park() noexcept {
+  EndView();
   Rollback(1);
   if (m_isDamaged || sqlite3_get_autocommit(m_db) == 0) return false;
   if (m_isWalUsed) {

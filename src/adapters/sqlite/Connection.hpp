@@ -71,6 +71,12 @@ class Connection {
   void Commit(int level);
   void Rollback(int level) noexcept;
 
+  // --- views: the reads of a time see one state of the file and take its lock once ---
+
+  // No effect within a transaction, which is a view itself.
+  void BeginView();
+  void EndView() noexcept;
+
   // Stands for the state of the file within the running transaction: what was read under a state is
   // still so while the connection gives the same one. Outside of a transaction others may write at any
   // time, and none is equal.
@@ -118,6 +124,7 @@ class Connection {
   bool m_isOwnSql = false;
   int m_depth = 0;
   std::uint64_t m_epoch = 0;  // counts transactions and rollbacks
+  bool m_isViewing = false;
   bool m_isTransactionLost = false;
   bool m_isDamaged = false;
   // Whether the WAL may hold pages that the file lacks; it may when someone died before us.

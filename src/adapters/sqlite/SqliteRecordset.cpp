@@ -73,7 +73,7 @@ Cell SqliteRecordset::AssignedCell(const Assignment& assignment) const {
 }
 
 Cell SqliteRecordset::ReadNewRow(std::size_t column) const {
-  Connection& connection = m_database->Use(kRecordsetSource);
+  Connection& connection = m_database->UseForWriting(kRecordsetSource);
   if (!m_plan->IsAutoNumber(column)) return connection.DefaultOf(*m_plan, column);
   // From here on the key is the row's: Update writes it as any assigned value.
   Assignment& key = m_assignments[column];
@@ -227,7 +227,7 @@ void SqliteRecordset::Update() {
 }
 
 void SqliteRecordset::WriteRow() {
-  Connection& connection = m_database->Use(kRecordsetSource);
+  Connection& connection = m_database->UseForWriting(kRecordsetSource);
   const bool isNew = m_mode == Mode::Adding;
   const std::vector<std::size_t> columns = ColumnsToWrite(connection);
   if (!isNew && columns.empty()) return;
