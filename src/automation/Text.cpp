@@ -10,13 +10,6 @@ namespace hearthmake::automation {
 
 namespace {
 
-bool IsAscii(std::string_view text) {
-  for (const char c : text) {
-    if (static_cast<unsigned char>(c) >= 0x80) return false;
-  }
-  return true;
-}
-
 char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 char32_t LowerCodePoint(char32_t c) {
@@ -54,6 +47,7 @@ std::string_view Trim(std::string_view text) {
 }
 
 std::size_t Length(std::string_view text) {
+  if (IsAscii(text)) return text.size();
   std::size_t count = 0;
   for (; !text.empty(); ++count) text.remove_prefix(Utf8SequenceLength(text));
   return count;
@@ -61,6 +55,7 @@ std::size_t Length(std::string_view text) {
 
 std::string_view Left(std::string_view text, std::size_t count) {
   if (text.size() <= count) return text;
+  if (IsAscii(text.substr(0, count))) return text.substr(0, count);
   std::size_t bytes = 0;
   for (std::size_t n = 0; n < count && bytes < text.size(); ++n)
     bytes += Utf8SequenceLength(text.substr(bytes));

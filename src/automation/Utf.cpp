@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 namespace hearthmake::automation {
 
@@ -15,13 +16,6 @@ constexpr std::array<char16_t, 32> kUpperControls = {
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-bool IsAscii(std::string_view text) {
-  for (const char c : text) {
-    if (static_cast<unsigned char>(c) >= 0x80) return false;
-  }
-  return true;
-}
-
 char ToWindows1252(char32_t codePoint) {
   if (codePoint < 0x80 || (codePoint >= 0xA0 && codePoint <= 0xFF)) return static_cast<char>(codePoint);
   for (std::size_t i = 0; i < kUpperControls.size(); ++i) {
@@ -31,6 +25,20 @@ char ToWindows1252(char32_t codePoint) {
 }
 
 }  // namespace
+
+bool IsAscii(std::string_view text) {
+  // Most texts are, and are asked for it often: eight bytes at a time.
+  std::uint64_t bytes = 0;
+  while (text.size() >= sizeof bytes) {
+    std::memcpy(&bytes, text.data(), sizeof bytes);
+    if ((bytes & 0x8080808080808080U) != 0) return false;
+    text.remove_prefix(sizeof bytes);
+  }
+  for (const char c : text) {
+    if (static_cast<unsigned char>(c) >= 0x80) return false;
+  }
+  return true;
+}
 
 std::size_t Utf8SequenceLength(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text.front());

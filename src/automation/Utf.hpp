@@ -9,6 +9,8 @@ namespace hearthmake::automation {
 // Conversions between the core's UTF-8, the UTF-16 of automation values and Windows-1252, the bytes of
 // files of the VB world.
 
+// Whether every byte is below 128: then the text is the same in all three.
+bool IsAscii(std::string_view text);
 // Length of the sequence that a text, not empty, begins with. A byte that begins no valid sequence is a
 // sequence of its own, of length 1.
 std::size_t Utf8SequenceLength(std::string_view text);

@@ -47,6 +47,7 @@ void Projects::ReleaseMembers() {
 }
 
 void Projects::Load() {
+  auto view = modDatabase::GetDatabase()->HoldView();  // two look-ups a project
   const auto rows = modDatabase::OpenRow("SELECT * FROM Project WHERE idBuild = ", m_build->Id());
   for (; !rows->AtEnd(); rows->MoveNext()) {
     const auto project = automation::Make<Project>();
@@ -55,6 +56,7 @@ void Projects::Load() {
     Insert(*project);
   }
   rows->Close();
+  view.reset();
   modDatabase::CloseDatabase();
 }
 
@@ -83,7 +85,9 @@ automation::Ref<Project> Projects::GetByName(const std::string& sProjectName) co
 }
 
 Project& Projects::ById(std::int32_t id) const {
-  return m_byId.Item(automation::Variant::FromText(Decimal(id)));
+  const std::string key = Decimal(id);
+  Project* project = m_byId.Find(key);
+  return project != nullptr ? *project : m_byId.Item(automation::Variant::FromText(key));  // raises
 }
 
 automation::Ref<Project> Projects::Add(const std::string& strFile) {

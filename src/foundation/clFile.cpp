@@ -24,8 +24,7 @@ constexpr std::string_view kLineEnd = "\r\n";
 class FileBytes {
  public:
   explicit FileBytes(std::string_view text) : m_view(text) {
-    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-    if (std::all_of(text.begin(), text.end(), isAscii)) return;
+    if (automation::IsAscii(text)) return;
     m_converted = Utf8ToWindows1252(text);
     m_view = m_converted;
   }
@@ -231,7 +230,7 @@ class RowCheck {
       : m_rows(rows), m_isFound(rows.size()), m_next(rows.size()) {
     m_first.fill(kNone);
     for (std::size_t i = 0; i < rows.size(); ++i) {
-      std::size_t& first = m_first[LetterBeforeEquals(rows[i].marker)];
+      std::size_t& first = m_first[Slot(rows[i].marker)];
       m_next[i] = std::exchange(first, i);
     }
   }
@@ -240,9 +239,9 @@ class RowCheck {
   bool Take(std::string_view line, bool isFirst, bool isEnded) {
     for (std::size_t equals = line.find('='); equals != std::string_view::npos;
          equals = line.find('=', equals + 1)) {
-      if (equals == 0) continue;
       const std::string_view key = line.substr(0, equals + 1);
-      for (std::size_t i = m_first[LetterBeforeEquals(key)]; i != kNone; i = m_next[i]) {
+      if (key.size() < kShortestMarker) continue;
+      for (std::size_t i = m_first[Slot(key)]; i != kNone; i = m_next[i]) {
         if (m_isFound[i] || !key.ends_with(m_rows[i].marker)) continue;
         m_isFound[i] = true;
         // A last line without end is never replaced, whatever it holds.
@@ -261,9 +260,14 @@ class RowCheck {
 
  private:
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+  static constexpr std::size_t kShortestMarker = 4;
+  static constexpr std::size_t kSlots = 256;
 
-  static unsigned char LetterBeforeEquals(std::string_view key) {
-    return static_cast<unsigned char>(key[key.size() - 2]);
+  static std::size_t Slot(std::string_view key) {
+    const auto letter = [&](std::size_t back) {
+      return static_cast<std::size_t>(static_cast<unsigned char>(key[key.size() - 1 - back]));
+    };
+    return (letter(1) * 3 + letter(2) * 5 + letter(3) * 7) % kSlots;
   }
   static bool Is(std::string_view line, const clFile::ExpectedRow& row) {
     return line.starts_with(row.marker) && line.substr(row.marker.size()) == FileBytes(row.value).View();
@@ -271,9 +275,9 @@ class RowCheck {
 
   std::span<const clFile::ExpectedRow> m_rows;
   std::vector<bool> m_isFound;
-  // The rows by the letter before their equals sign, which tells most of them apart: the first one of each
-  // letter, and the one that follows each.
-  std::array<std::size_t, 256> m_first;
+  // The rows by the three letters before their equals sign, which tell most of them apart: the first one of
+  // each slot, and the one that follows each.
+  std::array<std::size_t, kSlots> m_first;
   std::vector<std::size_t> m_next;
 };
 
@@ -291,6 +295,31 @@ std::optional<std::vector<std::size_t>> clFile::MissingRows(std::span<const Expe
     start = end + kLineEnd.size();
   }
   return check.Missing();
+}
+
+bool clFile::PutRowsBehindFirst(std::span<const std::string> rows, std::span<const std::string_view> keys) {
+  const std::string_view content = m_content;
+  const std::size_t firstEnd = content.find(kLineEnd);
+  if (firstEnd == std::string_view::npos || !content.ends_with(kLineEnd)) return false;
+  std::vector<std::size_t> hits;  // the next one of each key
+  for (const std::string_view key : keys) hits.push_back(content.find(key));
+  std::size_t taken = firstEnd + kLineEnd.size();
+  std::string result(content.substr(0, taken));
+  result.reserve(content.size() + kLineEnd.size());
+  for (const std::string& row : rows) result.append(FileBytes(row).View()).append(kLineEnd);
+  while (true) {
+    const std::size_t hit = *std::min_element(hits.begin(), hits.end());
+    if (hit == std::string_view::npos) break;
+    if (hit < firstEnd) return false;
+    const std::size_t start = content.rfind(kLineEnd, hit) + kLineEnd.size();
+    result.append(content.substr(taken, start - taken));
+    taken = content.find(kLineEnd, start) + kLineEnd.size();
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      if (hits[i] < taken) hits[i] = content.find(keys[i], taken);
+    }
+  }
+  m_content = result.append(content.substr(taken));
+  return true;
 }
 
 void clFile::EndLastRow(std::string_view text) {

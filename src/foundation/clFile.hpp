@@ -70,7 +70,8 @@ class clFile {
   std::int32_t Size() const;
   std::string NameWithoutExtention() const;
 
-  // A row that a file should have: the text that finds it (ending in an equals sign) and what follows.
+  // A row that a file should have: the text that finds it (at least three letters and an equals sign) and
+  // what follows.
   struct ExpectedRow {
     std::string_view marker;
     std::string_view value;
@@ -83,6 +84,9 @@ class clFile {
   static std::string ReadText(std::string_view strFile);
   // Puts a row at the end of a file, which is made when it is missing, without reading it.
   static void AppendRow(std::string_view strFile, std::string_view row);
+  // Removes the rows that hold one of the keys and puts others behind the first one, in one walk. False,
+  // with nothing done, when the first row holds a key or the last one has no line end.
+  bool PutRowsBehindFirst(std::span<const std::string> rows, std::span<const std::string_view> keys);
   // Gives the last row a line end when it holds the text and has none.
   void EndLastRow(std::string_view text);
   // Frees the memory of the content.

@@ -46,6 +46,7 @@ void Composition::OnTick(std::function<void()> tick) { m_pump->OnTick(std::move(
 
 platform::Platform Composition::FillPlatform(const HostSettings& settings) {
   const std::string prefix = settings.WinePrefix();
+  sqlite::LeaveOutMemoryStatistics();
   platform::Platform ports;
   ports.registry = MakeRegistry(settings, prefix);
   const auto system = std::make_shared<HostSystemInfo>(settings, m_drives, ports.registry, !prefix.empty());

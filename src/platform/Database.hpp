@@ -50,6 +50,15 @@ class Recordset {
   virtual void SetDate(std::string_view column, double value) = 0;
 };
 
+// Keeps a database's reads together for as long as it lives.
+class ReadView {
+ public:
+  ReadView() = default;
+  ReadView(const ReadView&) = delete;
+  ReadView& operator=(const ReadView&) = delete;
+  virtual ~ReadView() = default;
+};
+
 class Database {
  public:
   Database() = default;
@@ -60,6 +69,9 @@ class Database {
   virtual std::unique_ptr<Recordset> OpenRecordset(const std::string& sql, RecordsetType type) = 0;
   // Runs one statement; a second one behind ";" is refused (error 3142), as Jet refuses it.
   virtual void Execute(const std::string& sql) = 0;
+  // For many reads in a row: they see the file as it is at the first of them, and each costs less. The
+  // next write, transaction or Close ends it early.
+  virtual std::unique_ptr<ReadView> HoldView() { return nullptr; }
   virtual void Close() = 0;
 };
 

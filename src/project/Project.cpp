@@ -87,7 +87,7 @@ void Project::Refuse(automation::BuildErrors error, const char* source, const st
 }
 
 std::string Project::Quoted(Setting setting) const {
-  const std::string text = m_vbProject.Get(setting);
+  const std::string& text = m_vbProject.Stored(setting);
   // The outer characters need not be quotes: a text that was cut at its width has lost the closing one.
   const std::size_t length = automation::Length(text);
   if (length <= 2) return {};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
@@ -14,8 +15,7 @@ namespace hearthmake {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr const char* kReferenceKey = "Reference=";
-constexpr const char* kObjectKey = "Object=";
+constexpr std::array<std::string_view, 2> kReferenceKeys = {"Reference=", "Object="};
 
 // Settings that stay as the file has them.
 bool IsLeftAlone(const clVBProject& project, Setting setting) {
@@ -119,8 +119,7 @@ void Project::GetReferencesFromVBP() {
 std::vector<std::string> Project::ReferenceRows() const {
   const std::string content = m_file.Content();
   std::vector<std::string> rows;
-  CollectRows(content, kReferenceKey, rows);
-  CollectRows(content, kObjectKey, rows);
+  for (const std::string_view key : kReferenceKeys) CollectRows(content, key, rows);
   return rows;
 }
 
@@ -145,16 +144,18 @@ void Project::WriteReferences() {
   std::vector<std::string> rows;
   rows.reserve(references.size());
   for (const auto& reference : references) rows.push_back(ReferenceRow(*reference));
+  // Each row is put behind the type's, so that the last one comes first.
+  std::reverse(rows.begin(), rows.end());
+  if (m_file.InFile("Type=") == 1 && m_file.PutRowsBehindFirst(rows, kReferenceKeys)) return;
   const FirstRowGuard firstRow(m_file);
   // clFile leaves the last character of a row that no line end ends.
-  m_file.EndLastRow(kReferenceKey);
-  m_file.EndLastRow(kObjectKey);
+  for (const std::string_view key : kReferenceKeys) m_file.EndLastRow(key);
   RemoveReferenceRows();
-  for (const std::string& row : rows) m_file.InsertNewRow(row, "Type=", false);
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row) m_file.InsertNewRow(*row, "Type=", false);
 }
 
 void Project::RemoveReferenceRows() {
-  for (const char* key : {kReferenceKey, kObjectKey}) {
+  for (const std::string_view key : kReferenceKeys) {
     while (m_file.InFile(key) != 0) {
       std::int32_t position = 1;
       m_file.RemoveRow(key, position);

@@ -9,10 +9,6 @@ namespace hearthmake::posix {
 
 namespace {
 
-bool IsAscii(std::string_view text) {
-  return std::none_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
-}
-
 char32_t FromWindows1252(char byte) {
   return automation::Windows1252Character(static_cast<unsigned char>(byte));
 }
@@ -48,7 +44,7 @@ class Hash {
 
 std::uint32_t FoldedHash(std::string_view name) {
   Hash hash;
-  if (IsAscii(name)) {
+  if (automation::IsAscii(name)) {
     for (const char c : name) hash.Add(FoldCharacter(static_cast<unsigned char>(c)));
     return hash.Value();
   }

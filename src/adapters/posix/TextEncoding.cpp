@@ -29,10 +29,6 @@ Decoded DecodeOne(std::string_view text, std::size_t at) {
   return isStray || isSurrogate ? Decoded{} : Decoded{character, length, true};
 }
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 }  // namespace
 
 char32_t FoldCharacter(char32_t character) {
@@ -106,7 +102,7 @@ std::string Utf16FromUtf8(std::string_view utf8) {
 std::string FoldCase(std::string_view utf8) {
   std::string folded;
   folded.reserve(utf8.size());
-  if (IsAscii(utf8)) {
+  if (automation::IsAscii(utf8)) {
     for (const char c : utf8) folded += c >= 'a' && c <= 'z' ? static_cast<char>(c & ~0x20) : c;
     return folded;
   }

@@ -76,15 +76,32 @@ Cell Cell::OfText(std::string_view value) {
 }
 
 Cell Cell::OfColumn(sqlite3_stmt* statement, int index) {
-  switch (sqlite3_column_type(statement, index)) {
+  // Looked up once. Such a value may not be used by two threads, and a connection never is.
+  sqlite3_value* value = sqlite3_column_value(statement, index);
+  switch (sqlite3_value_type(value)) {
     case SQLITE_NULL: return {};
-    case SQLITE_INTEGER: return OfInteger(sqlite3_column_int64(statement, index));
-    case SQLITE_FLOAT: return OfReal(sqlite3_column_double(statement, index));
+    case SQLITE_INTEGER: return OfInteger(sqlite3_value_int64(value));
+    case SQLITE_FLOAT: return OfReal(sqlite3_value_double(value));
     default: break;
   }
-  const auto* data = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
-  const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, index));
-  return OfText(data == nullptr ? std::string_view{} : std::string_view{data, size});
+  // As a blob the bytes are had where they are; a text would be copied to get its final zero.
+  const bool isUtf8 = sqlite3_value_encoding(value) == SQLITE_UTF8;
+  const void* data = isUtf8 ? sqlite3_value_blob(value) : sqlite3_value_text(value);
+  const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+  return OfText(data == nullptr ? std::string_view{}
+                                : std::string_view{static_cast<const char*>(data), size});
+}
+
+bool IsSameCell(const Cell& a, const Cell& b) {
+  if (a.kind != b.kind) return false;
+  switch (a.kind) {
+    case Cell::Kind::Null: return true;
+    // A real's bits too: 0 and -0 are equal, and yet not the same.
+    case Cell::Kind::Integer:
+    case Cell::Kind::Real: return a.integer == b.integer;
+    case Cell::Kind::Text: break;
+  }
+  return a.text == b.text;
 }
 
 bool ParseNumber(std::string_view text, double& value) {

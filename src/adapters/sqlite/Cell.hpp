@@ -26,6 +26,9 @@ struct Cell {
   static Cell OfColumn(sqlite3_stmt* statement, int index);
 };
 
+// Whether both are stored as the same bytes.
+bool IsSameCell(const Cell& a, const Cell& b);
+
 // The value in a host's type, as Visual Basic converts it. Null reads as "", 0 and false.
 // Errors, with "DAO.Recordset" as source: 6 overflow, 13 type mismatch; both name the column.
 std::string CellText(const Cell& cell);

@@ -193,6 +193,14 @@ void Connection::RaiseOpening(int code) {
 
 int Connection::Exec(const char* sql) noexcept { return sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr); }
 
+int Connection::ExecPrepared(const std::string& sql) {
+  int result = SQLITE_OK;
+  Statement* statement = m_statements.Get(m_db, sql, result);
+  if (statement == nullptr) return result;
+  sqlite3_step(statement->Handle());
+  return sqlite3_reset(statement->Handle());
+}
+
 Statement* Connection::TryPrepare(std::string_view sql) {
   int result = SQLITE_OK;
   return m_statements.Get(m_db, sql, result);
@@ -264,14 +272,16 @@ void Connection::EnterTransactions(int level) {
     RaiseDao(DaoError::EngineFailed, kWorkspaceSource,
              "The transaction was rolled back after an error; roll it back before going on.");
   }
+  if (m_depth >= level) return;
+  EndView();
   const FlagScope own(m_isOwnSql);
   while (m_depth < level) {
     const bool isReadOnly = sqlite3_db_readonly(m_db, "main") != 0;
-    const int result = m_depth > 0  ? Exec(("SAVEPOINT level" + std::to_string(m_depth + 1)).c_str())
-                       : isReadOnly ? Exec("BEGIN")
-                                    : Exec("BEGIN IMMEDIATE");
+    const int result = m_depth > 0  ? ExecPrepared("SAVEPOINT level" + std::to_string(m_depth + 1))
+                       : isReadOnly ? ExecPrepared("BEGIN")
+                                    : ExecPrepared("BEGIN IMMEDIATE");
     if (result != SQLITE_OK) Fail(result, kWorkspaceSource, {});
-    ++m_depth;
+    if (++m_depth == 1) ++m_epoch;
   }
 }
 
@@ -279,7 +289,7 @@ void Connection::Commit(int level) {
   if (m_depth < level) return;
   EnterTransactions(level);  // raises when the engine has given the transaction up
   const FlagScope own(m_isOwnSql);
-  const int result = level == 1 ? Exec("COMMIT") : Exec(("RELEASE level" + std::to_string(level)).c_str());
+  const int result = ExecPrepared(level == 1 ? "COMMIT" : "RELEASE level" + std::to_string(level));
   if (result != SQLITE_OK) Fail(result, kWorkspaceSource, {});
   m_depth = level - 1;
 }
@@ -288,6 +298,7 @@ void Connection::Rollback(int level) noexcept {
   if (m_depth < level) return;
   const FlagScope own(m_isOwnSql);
   m_depth = level - 1;
+  ++m_epoch;
   if (!m_isTransactionLost) {
     if (level == 1) {
       Exec("ROLLBACK");
@@ -301,7 +312,25 @@ void Connection::Rollback(int level) noexcept {
   if (m_depth == 0) m_isTransactionLost = false;
 }
 
+void Connection::BeginView() {
+  if (m_depth > 0 || m_isViewing) return;
+  const FlagScope own(m_isOwnSql);
+  m_isViewing = ExecPrepared("BEGIN") == SQLITE_OK;
+}
+
+void Connection::EndView() noexcept {
+  if (!std::exchange(m_isViewing, false)) return;
+  const FlagScope own(m_isOwnSql);
+  Exec("COMMIT");
+}
+
+Connection::State Connection::CurrentState() const {
+  if (m_depth == 0 || m_isTransactionLost) return {};
+  return {m_epoch, sqlite3_total_changes64(m_db)};
+}
+
 bool Connection::Park() noexcept {
+  EndView();
   Rollback(1);
   if (m_isDamaged || sqlite3_get_autocommit(m_db) == 0) return false;
   if (m_isWalUsed) {

@@ -71,6 +71,25 @@ class Connection {
   void Commit(int level);
   void Rollback(int level) noexcept;
 
+  // --- views: the reads of a time see one state of the file and take its lock once ---
+
+  // No effect within a transaction, which is a view itself.
+  void BeginView();
+  void EndView() noexcept;
+
+  // Stands for the state of the file within the running transaction: what was read under a state is
+  // still so while the connection gives the same one. Outside of a transaction others may write at any
+  // time, and none is equal.
+  struct State {
+    std::uint64_t epoch = 0;  // 0 outside of a transaction
+    std::int64_t changes = 0;
+
+    bool IsStill(const State& now) const {
+      return epoch != 0 && epoch == now.epoch && changes == now.changes;
+    }
+  };
+  State CurrentState() const;
+
   // --- between two uses of the connection ---
 
   // Rolls back what is open and brings all that was written into the file itself, so that a copy of it
@@ -90,6 +109,8 @@ class Connection {
   [[noreturn]] void RaiseOpening(int code);
   [[noreturn]] void Fail(int code, const char* source, std::string_view table);
   int Exec(const char* sql) noexcept;
+  // The same for what is run again and again.
+  int ExecPrepared(const std::string& sql);
   static int Authorize(void* self, int action, const char* first, const char* second, const char* schema,
                        const char* trigger);
   static int Written(void* self, sqlite3* db, const char* schema, int pages);
@@ -102,6 +123,8 @@ class Connection {
   // Set while SQL of this class runs, which may use more of SQLite than a host's.
   bool m_isOwnSql = false;
   int m_depth = 0;
+  std::uint64_t m_epoch = 0;  // counts transactions and rollbacks
+  bool m_isViewing = false;
   bool m_isTransactionLost = false;
   bool m_isDamaged = false;
   // Whether the WAL may hold pages that the file lacks; it may when someone died before us.

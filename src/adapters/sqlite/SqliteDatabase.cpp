@@ -35,6 +35,17 @@ void BindLiterals(Statement& statement, const JetSql& sql) {
   }
 }
 
+class ConnectionView : public platform::ReadView {
+ public:
+  explicit ConnectionView(std::shared_ptr<Connection> connection) : m_connection(std::move(connection)) {
+    m_connection->BeginView();
+  }
+  ~ConnectionView() override { m_connection->EndView(); }
+
+ private:
+  std::shared_ptr<Connection> m_connection;
+};
+
 }  // namespace
 
 SqliteDatabase::SqliteDatabase(std::shared_ptr<ConnectionPool> pool, std::shared_ptr<Connection> connection)
@@ -50,6 +61,17 @@ Connection& SqliteDatabase::Use(const char* source) {
   if (!m_connection) RaiseClosed(source);
   m_connection->EnterTransactions(m_pool->Level());
   return *m_connection;
+}
+
+Connection& SqliteDatabase::UseForWriting(const char* source) {
+  Connection& connection = Use(source);
+  connection.EndView();
+  return connection;
+}
+
+std::unique_ptr<platform::ReadView> SqliteDatabase::HoldView() {
+  if (!m_connection) RaiseClosed(kDatabaseSource);
+  return std::make_unique<ConnectionView>(m_connection);
 }
 
 std::unique_ptr<platform::Recordset> SqliteDatabase::OpenRecordset(const std::string& sql,
@@ -75,7 +97,8 @@ std::unique_ptr<platform::Recordset> SqliteDatabase::OpenRecordset(const std::st
   for (; isRow; isRow = connection.Step(statement, kDatabaseSource, query.Table())) {
     rows.Append(statement.Handle(), columns);
   }
-  return std::make_unique<SqliteRecordset>(shared_from_this(), statement.plan, std::move(rows));
+  return std::make_unique<SqliteRecordset>(shared_from_this(), statement.plan, std::move(rows),
+                                           connection.CurrentState());
 }
 
 Statement& SqliteDatabase::PrepareSelect(Connection& connection, const JetSql& query, bool& hasKey) {
@@ -95,7 +118,7 @@ void SqliteDatabase::Execute(const std::string& sql) {
   if (command.Kind() == StatementKind::Select) {
     RaiseDao(DaoError::SelectInExecute, kDatabaseSource, "Cannot execute a select query.");
   }
-  Connection& connection = Use(kDatabaseSource);
+  Connection& connection = UseForWriting(kDatabaseSource);
   Statement& statement = connection.Prepare(command.Text(), kDatabaseSource, command.Table());
   const StatementReset reset(statement);
   BindLiterals(statement, command);

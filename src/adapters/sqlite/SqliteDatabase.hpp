@@ -23,10 +23,13 @@ class SqliteDatabase : public platform::Database, public std::enable_shared_from
                                                      platform::RecordsetType type) override;
   // An INSERT, UPDATE or DELETE; a SELECT is error 3065.
   void Execute(const std::string& sql) override;
+  std::unique_ptr<platform::ReadView> HoldView() override;
   void Close() override;
 
   // The connection, in the workspace's transaction. Raises 3420 when the database is closed.
   Connection& Use(const char* source);
+  // The same for a write, which no view may hold up.
+  Connection& UseForWriting(const char* source);
 
  private:
   Statement& PrepareSelect(Connection& connection, const JetSql& query, bool& hasKey);

@@ -2,10 +2,10 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
-#include "adapters/sqlite/Connection.hpp"
 #include "adapters/sqlite/JetSql.hpp"
 #include "adapters/sqlite/SqliteDatabase.hpp"
 #include "adapters/sqlite/SqliteError.hpp"
@@ -13,10 +13,11 @@
 namespace hearthmake::sqlite {
 
 SqliteRecordset::SqliteRecordset(std::shared_ptr<SqliteDatabase> database, std::shared_ptr<SelectPlan> plan,
-                                 RowBuffer rows)
+                                 RowBuffer rows, Connection::State state)
     : m_database(std::move(database)),
       m_plan(std::move(plan)),
       m_rows(std::move(rows)),
+      m_state(state),
       m_row(m_plan->Names().Count() + (m_plan->HasKey() ? 1 : 0)),
       // What follows the last column is the first.
       m_lastColumn(m_plan->Names().Count() - 1) {
@@ -72,7 +73,7 @@ Cell SqliteRecordset::AssignedCell(const Assignment& assignment) const {
 }
 
 Cell SqliteRecordset::ReadNewRow(std::size_t column) const {
-  Connection& connection = m_database->Use(kRecordsetSource);
+  Connection& connection = m_database->UseForWriting(kRecordsetSource);
   if (!m_plan->IsAutoNumber(column)) return connection.DefaultOf(*m_plan, column);
   // From here on the key is the row's: Update writes it as any assigned value.
   Assignment& key = m_assignments[column];
@@ -177,29 +178,38 @@ Cell SqliteRecordset::Converted(std::size_t column, const Cell& value) const {
   return Cell::OfReal(number);
 }
 
-std::string SqliteRecordset::InsertText() const {
-  std::string columns = "INSERT INTO " + m_plan->QuotedTable();
-  std::string values;
+// The assigned columns that the statement has to name: of a row that is still as it was read, those with
+// another value.
+std::vector<std::size_t> SqliteRecordset::ColumnsToWrite(const Connection& connection) const {
+  const bool isRowKnown = m_mode == Mode::Editing && m_state.IsStill(connection.CurrentState());
+  std::vector<std::size_t> columns;
   for (std::size_t i = 0; i < m_assignments.size(); ++i) {
     if (!m_assignments[i].isAssigned) continue;
-    columns += values.empty() ? '(' : ',';
-    columns += m_plan->QuotedName(i);
-    values += values.empty() ? "?" : ",?";
+    if (!isRowKnown || !IsSameCell(AssignedCell(m_assignments[i]), m_row[i])) columns.push_back(i);
   }
-  if (values.empty()) return columns + " DEFAULT VALUES";
-  return columns + ") VALUES(" + values + ')';
+  return columns;
 }
 
-std::string SqliteRecordset::UpdateText() const {
+std::string SqliteRecordset::InsertText(const std::vector<std::size_t>& columns) const {
+  std::string names = "INSERT INTO " + m_plan->QuotedTable();
+  std::string values;
+  for (const std::size_t column : columns) {
+    names += values.empty() ? '(' : ',';
+    names += m_plan->QuotedName(column);
+    values += values.empty() ? "?" : ",?";
+  }
+  if (values.empty()) return names + " DEFAULT VALUES";
+  return names + ") VALUES(" + values + ')';
+}
+
+std::string SqliteRecordset::UpdateText(const std::vector<std::size_t>& columns) const {
   std::string text = "UPDATE " + m_plan->QuotedTable() + " SET ";
   bool isFirst = true;
-  for (std::size_t i = 0; i < m_assignments.size(); ++i) {
-    if (!m_assignments[i].isAssigned) continue;
+  for (const std::size_t column : columns) {
     if (!std::exchange(isFirst, false)) text += ',';
-    text += m_plan->QuotedName(i);
+    text += m_plan->QuotedName(column);
     text += "=?";
   }
-  if (isFirst) return {};
   return text + " WHERE _rowid_=?";
 }
 
@@ -208,23 +218,31 @@ void SqliteRecordset::Update() {
   if (m_mode == Mode::Reading) {
     RaiseDao(DaoError::NotEditing, kRecordsetSource, "Update or CancelUpdate without AddNew or Edit.");
   }
-  const std::string sql = m_mode == Mode::Adding ? InsertText() : UpdateText();
-  if (!sql.empty()) {
-    Connection& connection = m_database->Use(kRecordsetSource);
-    Statement& statement = connection.Prepare(sql, kRecordsetSource, m_plan->Table());
-    const StatementReset reset(statement);
-    int parameter = 0;
-    for (const Assignment& assignment : m_assignments) {
-      if (assignment.isAssigned) BindCell(statement.Handle(), ++parameter, AssignedCell(assignment));
-    }
-    if (m_mode == Mode::Editing) BindCell(statement.Handle(), ++parameter, m_row.back());
-    connection.Run(statement, kRecordsetSource, m_plan->Table());
-    if (m_mode == Mode::Editing && sqlite3_changes(connection.Handle()) == 0) {
-      RaiseDao(DaoError::RecordDeleted, kRecordsetSource, "Record is deleted. (" + m_plan->Table() + ")");
-    }
+  const auto isAssigned = [](const Assignment& assignment) { return assignment.isAssigned; };
+  if (m_mode == Mode::Adding || std::any_of(m_assignments.begin(), m_assignments.end(), isAssigned)) {
+    WriteRow();
   }
   if (m_mode == Mode::Editing) KeepAssigned();
   m_mode = Mode::Reading;
+}
+
+void SqliteRecordset::WriteRow() {
+  Connection& connection = m_database->UseForWriting(kRecordsetSource);
+  const bool isNew = m_mode == Mode::Adding;
+  const std::vector<std::size_t> columns = ColumnsToWrite(connection);
+  if (!isNew && columns.empty()) return;
+  Statement& statement = connection.Prepare(isNew ? InsertText(columns) : UpdateText(columns),
+                                            kRecordsetSource, m_plan->Table());
+  const StatementReset reset(statement);
+  int parameter = 0;
+  for (const std::size_t column : columns) {
+    BindCell(statement.Handle(), ++parameter, AssignedCell(m_assignments[column]));
+  }
+  if (!isNew) BindCell(statement.Handle(), ++parameter, m_row.back());
+  connection.Run(statement, kRecordsetSource, m_plan->Table());
+  if (!isNew && sqlite3_changes(connection.Handle()) == 0) {
+    RaiseDao(DaoError::RecordDeleted, kRecordsetSource, "Record is deleted. (" + m_plan->Table() + ")");
+  }
 }
 
 // From now on the row reads as it was written.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "adapters/sqlite/Cell.hpp"
+#include "adapters/sqlite/Connection.hpp"
 #include "adapters/sqlite/RowBuffer.hpp"
 #include "adapters/sqlite/SelectPlan.hpp"
 #include "platform/Database.hpp"
@@ -24,13 +25,16 @@ class SqliteDatabase;
 // is gone, 3420 closed, 3421 a value that the column's type can't hold.
 class SqliteRecordset : public platform::Recordset {
  public:
-  SqliteRecordset(std::shared_ptr<SqliteDatabase> database, std::shared_ptr<SelectPlan> plan, RowBuffer rows);
+  // state is the connection's when the rows were read.
+  SqliteRecordset(std::shared_ptr<SqliteDatabase> database, std::shared_ptr<SelectPlan> plan, RowBuffer rows,
+                  Connection::State state);
 
   bool AtEnd() const override;
   void MoveNext() override;
   void AddNew() override;
   void Edit() override;
-  // Writes the assigned columns in one statement. When it fails the row stays open for another try.
+  // Writes the assigned columns in one statement; not those of which it is sure that the row has the value
+  // already, which spares the indexes over them. When it fails the row stays open for another try.
   void Update() override;
   void Close() override;
 
@@ -65,13 +69,16 @@ class SqliteRecordset : public platform::Recordset {
   Cell ReadNewRow(std::size_t column) const;
   void Assign(std::string_view column, const Cell& value);
   Cell Converted(std::size_t column, const Cell& value) const;
-  std::string InsertText() const;
-  std::string UpdateText() const;
+  std::vector<std::size_t> ColumnsToWrite(const Connection& connection) const;
+  std::string InsertText(const std::vector<std::size_t>& columns) const;
+  std::string UpdateText(const std::vector<std::size_t>& columns) const;
+  void WriteRow();
   void KeepAssigned();
 
   std::shared_ptr<SqliteDatabase> m_database;
   std::shared_ptr<SelectPlan> m_plan;
   RowBuffer m_rows;
+  Connection::State m_state;
   std::vector<Cell> m_row;  // the row's key, if it has one, behind the columns
   bool m_isAtEnd = false;
   mutable std::size_t m_lastColumn;

@@ -1,11 +1,15 @@
 #include "adapters/sqlite/SqliteWorkspace.hpp"
 
+#include <sqlite3.h>
+
 #include <utility>
 
 #include "adapters/sqlite/ConnectionPool.hpp"
 #include "adapters/sqlite/SqliteDatabase.hpp"
 
 namespace hearthmake::sqlite {
+
+void LeaveOutMemoryStatistics() { sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0); }
 
 SqliteWorkspace::SqliteWorkspace(PathMap toPosix, std::chrono::milliseconds busyTimeout)
     : m_toPosix(std::move(toPosix)), m_pool(std::make_shared<ConnectionPool>(busyTimeout)) {}

@@ -12,6 +12,11 @@ namespace hearthmake::sqlite {
 
 class ConnectionPool;
 
+// Switches SQLite's statistics of its memory off, which lock at each allocation and make most of the cost
+// of a small statement. It is a matter of the whole process, so its host decides; of no effect once SQLite
+// is in use.
+void LeaveOutMemoryStatistics();
+
 // The workspace over SQLite files. It and all that it opens belong to one thread.
 //
 // A closed database stays open underneath and is taken up again by the next OpenDatabase of the path,
