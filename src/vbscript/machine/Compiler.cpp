@@ -82,7 +82,7 @@ ArrayShape ShapeOf(const Declarator& declarator) {
 }
 
 void DeclareClass(const Class& node, const std::shared_ptr<const Script>& script, Globals& globals) {
-  auto made = std::make_unique<ScriptClass>(node.name, globals.Names().Utf8(node.name));
+  auto made = std::make_shared<ScriptClass>(node.name, globals.Names().Utf8(node.name));
   for (const Class::Field& field : node.fields) {
     ClassMember& member = made->Add(field.declarator.name);
     member.isField = true;

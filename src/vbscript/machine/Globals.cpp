@@ -122,7 +122,7 @@ Function& Globals::DefineFunction(std::unique_ptr<Function> function) {
   return kept;
 }
 
-ScriptClass& Globals::DefineClass(std::unique_ptr<ScriptClass> scriptClass) {
+ScriptClass& Globals::DefineClass(std::shared_ptr<ScriptClass> scriptClass) {
   ScriptClass& kept = *m_classes.emplace_back(std::move(scriptClass));
   Take(kept.Name(), Binding::Kind::Class).scriptClass = &kept;
   return kept;

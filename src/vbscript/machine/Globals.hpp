@@ -33,7 +33,7 @@ class Globals {
   Binding& DefineVariable(Symbol symbol);
   void DefineConstant(Symbol symbol, const automation::Variant& value);
   Function& DefineFunction(std::unique_ptr<Function> function);
-  ScriptClass& DefineClass(std::unique_ptr<ScriptClass> scriptClass);
+  ScriptClass& DefineClass(std::shared_ptr<ScriptClass> scriptClass);
   Function& KeepFunction(std::unique_ptr<Function> function);
 
   bool AddObject(std::string_view name, const automation::Ref<automation::Object>& object, bool hasGlobals);
@@ -52,7 +52,7 @@ class Globals {
   automation::Variant* m_variables;
   std::uint32_t m_variableCount = 0;
   std::vector<std::unique_ptr<Function>> m_functions;
-  std::vector<std::unique_ptr<ScriptClass>> m_classes;
+  std::vector<std::shared_ptr<ScriptClass>> m_classes;
   std::vector<automation::Ref<automation::Object>> m_globalObjects;
 };
 

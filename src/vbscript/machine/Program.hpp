@@ -64,6 +64,7 @@ struct Binding {
 // A member of a script class: one name with all that stands behind it.
 struct ClassMember {
   Symbol name = Symbol::None;
+  std::int32_t id = 0;  // for late-bound calls from outside, from 1
   bool isField = false;
   bool isConstant = false;
   bool isArray = false;
@@ -78,7 +79,7 @@ struct ClassMember {
 };
 
 // A class of a script. Its interface gives objects their type name and is what member sites know it by.
-class ScriptClass {
+class ScriptClass : public std::enable_shared_from_this<ScriptClass> {
  public:
   ScriptClass(Symbol symbol, const std::string& name)
       : m_symbol(symbol), m_interface(name, name, "", "") {}
@@ -88,7 +89,11 @@ class ScriptClass {
 
   ClassMember& Add(Symbol name) {
     const auto [entry, isNew] = m_byName.try_emplace(name, m_members.size());
-    if (isNew) m_members.emplace_back().name = name;
+    if (isNew) {
+      ClassMember& member = m_members.emplace_back();
+      member.name = name;
+      member.id = static_cast<std::int32_t>(m_members.size());
+    }
     return m_members[entry->second];
   }
   const ClassMember* Find(Symbol name) const {
