@@ -76,6 +76,13 @@ class Machine {
   Globals& Names() { return m_globals; }
   Context& SharedContext() { return m_context; }
   ErrorState& Err() { return m_err; }
+  // What the next error that is caught brings with it beside its text.
+  void KeepHelp(std::string file, std::int32_t context) {
+    m_helpFile = std::move(file);
+    m_helpContext = context;
+  }
+  // Ends with the machine; for objects that may outlive it.
+  std::weak_ptr<Machine*> Life() const { return m_life; }
   // The error that is on its way out, see Engine::LastError.
   const ErrorPlace& PlaceOfError() const { return m_place; }
   void ForgetPlace() { m_isPlaced = false; }
@@ -144,6 +151,9 @@ class Machine {
   const char* m_nativeBase = nullptr;
   int m_textDepth = 0;
   ErrorState m_err;
+  std::string m_helpFile;
+  std::int32_t m_helpContext = 0;
+  std::shared_ptr<Machine*> m_life = std::make_shared<Machine*>(this);
   ErrorPlace m_place;
   bool m_isPlaced = false;
   std::int32_t m_placedNumber = 0;
