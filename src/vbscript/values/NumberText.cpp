@@ -12,7 +12,10 @@ namespace hearthmake::vbscript {
 
 namespace {
 
-constexpr std::int64_t kLargestExponent = 100'000;  // beyond any number; keeps the sum from overflowing
+// More digits than any Double needs to be told from its neighbours; what follows only counts as more or
+// nothing.
+constexpr std::size_t kMostDigitsKept = 800;
+constexpr std::int64_t kLargestExponent = 4'000'000'000;  // more than a text has places
 
 bool IsBlank(char16_t unit) { return unit == u' ' || (unit >= u'\t' && unit <= u'\r'); }
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
@@ -121,6 +124,11 @@ bool NumberText::ParseDecimal(std::u16string_view text) {
       if (!hasDigit) return false;
     } else {
       hasDigit = true;
+      if (m_digits.size() == kMostDigitsKept) {
+        if (unit != u'0' && m_digits.back() == '0') m_digits.back() = '1';
+        if (!hasPoint) ++m_powerOfTen;
+        continue;
+      }
       if (hasPoint) --m_powerOfTen;
       if (unit != u'0' || !m_digits.empty()) m_digits.push_back(static_cast<char>(unit));
     }

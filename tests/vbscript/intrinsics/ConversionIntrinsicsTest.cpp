@@ -52,9 +52,8 @@ TEST_F(ConversionIntrinsicsTest, ConvertEverySubtype) {
   ExpectRow("CInt", "i0 !94 i-1 i3 i5 !6 i2 i2 i1 i2 i7 !13 !13 !13 !91 !438");
   ExpectRow("CLng", "l0 !94 l-1 l3 l5 l70000 l2 l2 l1 l2 l7 !13 !13 !13 !91 !438");
   ExpectRow("CSng", "s0 !94 s-1 s3 s5 s70000 s1.5 s2.5 s1.25 s2 s7 !13 !13 !13 !91 !438");
-  ExpectRow("CStr",
-            "$ !94 $True $3 $5 $70000 $1.5 $2.5 $1.25 $1/1/1900 $7 $abc !13 $Error");  // the code of the
-                                                                                       // error is behind it
+  ExpectRow("CStr", "$ !94 $True $3 $5 $70000 $1.5 $2.5 $1.25 $1/1/1900 $7 $abc !13 $Error_5 !91 !438");
+  // error is behind it
   EXPECT_EQ(call("CStr", {Carrier(Int(5))}), "String 5");
   EXPECT_EQ(call("CInt", {Carrier(Text("5"))}), "Integer 5");
 }

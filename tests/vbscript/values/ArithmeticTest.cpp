@@ -271,6 +271,15 @@ TEST(Arithmetic, AMismatchNamesTheText) {
   }
 }
 
+TEST(Arithmetic, AMismatchNamesNoMoreThanTheBeginningOfALongText) {
+  try {
+    Add(Variant::FromUtf16(std::u16string(1000, u'x')), Int(1));
+    FAIL();
+  } catch (const automation::Error& error) {
+    EXPECT_EQ(error.Description(), "Type mismatch: '[string: \"" + std::string(60, 'x') + "...\"]'");
+  }
+}
+
 std::string Negated(const Variant& operand) {
   return VbsCell(VbsOutcome([&] { return Negate(operand); }));
 }

@@ -172,6 +172,11 @@ TEST(NumberText, ManyDigitsAreNoTrouble) {
   const std::u16string nines(100000, u'9');
   EXPECT_EQ(ParseNumber16(nines), std::nullopt);
   EXPECT_EQ(ParseNumber16(u"0." + nines), 1.0);
+  EXPECT_EQ(ParseNumber16(u"0." + std::u16string(100000, u'0') + u"1e100001"), 1.0);
+  EXPECT_EQ(ParseNumber16(u"1" + std::u16string(100000, u'0') + u"e-100000"), 1.0);
+  // 2^53 + 1 lies between two Doubles; one digit behind thousands decides.
+  EXPECT_EQ(ParseNumber16(u"9007199254740993." + std::u16string(5000, u'0')), 9007199254740992.0);
+  EXPECT_EQ(ParseNumber16(u"9007199254740993." + std::u16string(5000, u'0') + u"1"), 9007199254740994.0);
   EXPECT_EQ(ParseNumber16(std::u16string(100000, u'(')), std::nullopt);
 }
 
