@@ -103,14 +103,20 @@ Variant IsOfType(Context&, Arguments arguments) {
   return Variant::FromBoolean(arguments[0].Target().Type() == kType);
 }
 
+bool MeansNoDefaultMember(std::int32_t error) {
+  return error == number::kMemberNotFound || error == number::kActionNotSupported ||
+         error == number::kArgumentNotOptional || error == number::kWrongNumberOfArguments;
+}
+
 // The value of an argument; of an object its default member, or the object itself when it has none that can
-// be read.
+// be read without arguments.
 Variant ValueOrObject(const Variant& argument) {
   const Variant& value = argument.Target();
   if (!value.IsObject() || value.AsObject() == nullptr) return value;
   try {
     return Operand(value).Value();
-  } catch (const automation::Error&) {
+  } catch (const automation::Error& error) {
+    if (!MeansNoDefaultMember(error.Number())) throw;
     return value;
   }
 }
