@@ -68,7 +68,10 @@ ExpressionParser::ExpressionParser(Script& script, Symbols& symbols)
 
 // ---- Tokens
 
-void ExpressionParser::Advance() { m_token = m_lexer.Next(); }
+void ExpressionParser::Advance() {
+  m_previous = m_token.kind;
+  m_token = m_lexer.Next();
+}
 
 bool ExpressionParser::Accept(TokenKind kind) {
   if (!IsAt(kind)) return false;

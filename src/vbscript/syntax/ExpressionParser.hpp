@@ -55,6 +55,9 @@ class ExpressionParser {
   // Error 1010 when there is no name here.
   Symbol ExpectName();
   bool IsAtEndOfStatement() const;
+  bool IsBehindSeparator() const {
+    return m_previous == TokenKind::EndOfLine || m_previous == TokenKind::Colon;
+  }
   bool CanStartExpression() const;
   // A dot that belongs to what comes behind it: `f .x` inside With.
   bool IsAtWithDot() const { return IsAt(TokenKind::Dot) && m_token.isAfterBlank && m_withNesting > 0; }
@@ -64,6 +67,7 @@ class ExpressionParser {
   // The beginning of a reference, without what hangs on it.
   Expression* ParseReferenceHead();
   Expression* ParseMember(Expression* object);
+  Expression* ParseLiteral();
   // ( arguments ); the current token is the parenthesis.
   std::span<Expression*> ParseArguments();
   // arguments until the end of the statement, with the ones there are already.
@@ -91,7 +95,6 @@ class ExpressionParser {
   Expression* ParseOperatorsBehind(Expression* left, int lowestPrecedence);
   Expression* ParseOperand(int lowestPrecedence);
   Expression* ParseUnary(UnaryOperator op, int precedence);
-  Expression* ParseLiteral();
   Expression* ParseNew();
   Expression* ParseParentheses();
   Expression* ParseTail(Expression* head);
@@ -101,6 +104,7 @@ class ExpressionParser {
   NameCache m_names;
   Lexer m_lexer;
   Token m_token;
+  TokenKind m_previous = TokenKind::EndOfLine;
   int m_nesting = 0;
 };
 

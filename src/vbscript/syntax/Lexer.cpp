@@ -16,13 +16,13 @@ namespace {
 using automation::VariantType;
 
 constexpr std::string_view kKeywords[] = {
-    "and",     "byref",   "byval",    "call",   "case",  "class",    "const",  "default",  "dim",  "do",
-    "each",    "else",    "elseif",   "empty",  "end",   "eqv",      "erase",  "error",    "exit", "explicit",
-    "false",   "for",     "function", "get",    "goto",  "if",       "imp",    "in",       "is",   "let",
-    "loop",    "me",      "mod",      "new",    "next",  "not",      "nothing", "null",    "on",   "option",
-    "or",      "preserve", "private", "property", "public", "redim", "rem",    "resume",   "select", "set",
-    "step",    "stop",    "sub",      "then",   "to",    "true",     "until",  "wend",     "while", "with",
-    "xor",
+    "and",     "byref",    "byval",  "call",   "case",     "class",    "const",   "default",  "dim",
+    "do",      "each",     "else",   "elseif", "empty",    "end",      "eqv",     "erase",    "error",
+    "exit",    "explicit", "false",  "for",    "function", "get",      "goto",    "if",       "imp",
+    "in",      "is",       "let",    "loop",   "me",       "mod",      "new",     "next",     "not",
+    "nothing", "null",     "on",     "option", "or",       "preserve", "private", "property", "public",
+    "redim",   "rem",      "resume", "select", "set",      "step",     "stop",    "sub",      "then",
+    "to",      "true",     "until",  "wend",   "while",    "with",     "xor",
 };
 constexpr std::size_t kKeywordCount = std::size(kKeywords);
 static_assert(kKeywordCount ==
@@ -213,9 +213,7 @@ Token Lexer::Scan() {
   }
 }
 
-Token Lexer::LineEnd() {
-  return Make(TokenKind::EndOfLine, At(0) == u'\r' && At(1) == u'\n' ? 2 : 1);
-}
+Token Lexer::LineEnd() { return Make(TokenKind::EndOfLine, At(0) == u'\r' && At(1) == u'\n' ? 2 : 1); }
 
 Token Lexer::Word() {
   std::size_t length = 1;
