@@ -119,6 +119,7 @@ class Variant {
     result.m_type = VariantType::String;
     return result;
   }
+  static Variant FromUtf16(std::u16string_view first, std::u16string_view second);  // joined
   static Variant FromObject(Ref<Object> object);  // null is Nothing
   static Variant FromErrorCode(std::int32_t code);
   static Variant FromArray(Ref<ArrayBuffer> array);
