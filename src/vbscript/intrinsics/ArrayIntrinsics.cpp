@@ -20,7 +20,7 @@ Variant Array(Context& context, Arguments arguments) {
 ArrayBuffer::Bound BoundOf(Arguments arguments) {
   if (Resolve(arguments[0]).Type() != VariantType::Array) RaiseRuntime(number::kTypeMismatch);
   const std::int32_t dimension = LongOr(arguments, 1, 1);
-  const auto& bounds = arguments[0].AsArray()->Bounds();
+  const std::span<const ArrayBuffer::Bound> bounds = arguments[0].AsArray()->Bounds();
   if (dimension < 1 || static_cast<std::size_t>(dimension) > bounds.size())
     RaiseRuntime(number::kSubscriptOutOfRange);
   return bounds[static_cast<std::size_t>(dimension) - 1];

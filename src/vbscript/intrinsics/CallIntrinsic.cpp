@@ -9,11 +9,15 @@ namespace hearthmake::vbscript {
 
 namespace {
 
-// An error that this engine raised, with nothing behind its text yet: automation's own conversions raise
-// theirs without a source.
+// An error that this engine raised, with nothing behind its text yet, or with the text that could not be
+// converted, which the function's name takes the place of. Automation's own conversions raise theirs without
+// a source.
 bool WantsName(const automation::Error& error) {
-  return (error.Source() == kRuntimeErrorSource || error.Source().empty()) &&
-         error.Description() == ErrorText(error.Number());
+  if (error.Source() != kRuntimeErrorSource && !error.Source().empty()) return false;
+  const std::string_view text = ErrorText(error.Number());
+  const std::string_view description = error.Description();
+  return description.starts_with(text) &&
+         (description.size() == text.size() || description.substr(text.size()).starts_with(": '[string: "));
 }
 
 }  // namespace

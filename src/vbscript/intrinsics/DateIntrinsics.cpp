@@ -9,6 +9,7 @@
 #include "vbscript/intrinsics/EnglishNames.hpp"
 #include "vbscript/intrinsics/Intrinsics.hpp"
 #include "vbscript/values/Conversions.hpp"
+#include "vbscript/values/Dates.hpp"
 
 namespace hearthmake::vbscript {
 
@@ -141,17 +142,14 @@ Variant DateDiff(Context&, Arguments arguments) {
 
 // --- from parts and texts
 
-// Years of one or two digits are of 1930 to 2029; negative ones count back from 2000.
-std::int32_t FullYear(std::int32_t year) {
-  if (year < 30) return year + 2000;
-  return year < 100 ? year + 1900 : year;
-}
+// Negative years count back from 2000.
+std::int32_t YearOf(std::int32_t year) { return year < 0 ? year + 2000 : FullYear(year); }
 
 Variant DateSerial(Context&, Arguments arguments) {
   const std::int32_t year = ToInteger16(arguments[0]);
   const std::int32_t month = ToInteger16(arguments[1]);
   const std::int32_t day = ToInteger16(arguments[2]);
-  return CheckedDate(DateOfParts(FullYear(year), month, day));
+  return CheckedDate(DateOfParts(YearOf(year), month, day));
 }
 
 Variant TimeSerial(Context&, Arguments arguments) {

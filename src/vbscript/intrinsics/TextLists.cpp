@@ -17,10 +17,8 @@ using automation::VariantType;
 
 namespace {
 
-constexpr std::size_t kLongestArray = std::size_t{1} << 28;
-
 Ref<ArrayBuffer> NewList(std::size_t count) {
-  if (count > kLongestArray) RaiseRuntime(number::kOutOfMemory);
+  if (count > ArrayBuffer::kMostElements) RaiseRuntime(number::kOutOfMemory);
   return Ref<ArrayBuffer>(new ArrayBuffer({{0, static_cast<std::int32_t>(count)}}));
 }
 
@@ -37,7 +35,7 @@ Places FindDelimiters(Context& context, const TextSearch& search, std::u16string
   for (std::size_t start = 0; places.Count() + 1 < limit;) {
     const std::size_t place = search.Find(text, start);
     if (place == TextSearch::kNotFound) break;
-    if (places.Count() == kLongestArray) RaiseRuntime(number::kOutOfMemory);
+    if (places.Count() == ArrayBuffer::kMostElements) RaiseRuntime(number::kOutOfMemory);
     context.budget.Charge(1);
     places.Add(place);
     start = place + delimiterLength;
@@ -46,7 +44,7 @@ Places FindDelimiters(Context& context, const TextSearch& search, std::u16string
 }
 
 // The elements of an array of one dimension.
-std::vector<Variant>& ListOf(Variant& argument, std::int32_t errorOfManyDimensions) {
+std::span<Variant> ListOf(Variant& argument, std::int32_t errorOfManyDimensions) {
   if (Resolve(argument).Type() != VariantType::Array) RaiseRuntime(number::kTypeMismatch);
   ArrayBuffer& array = *argument.AsArray();
   if (array.Bounds().size() > 1) RaiseRuntime(errorOfManyDimensions);
@@ -66,7 +64,7 @@ char16_t* PutText(char16_t* out, std::u16string_view text) {
 }
 
 // The elements as texts; those that are texts already are only shared.
-std::vector<Variant> TextsOf(Context& context, const std::vector<Variant>& elements) {
+std::vector<Variant> TextsOf(Context& context, std::span<const Variant> elements) {
   std::vector<Variant> texts;
   texts.reserve(elements.size());
   for (const Variant& element : elements) {
@@ -76,14 +74,14 @@ std::vector<Variant> TextsOf(Context& context, const std::vector<Variant>& eleme
   return texts;
 }
 
-bool AreAllTexts(const std::vector<Variant>& elements) {
+bool AreAllTexts(std::span<const Variant> elements) {
   for (const Variant& element : elements) {
     if (element.Type() != VariantType::String) return false;
   }
   return true;
 }
 
-Variant JoinStrings(Context& context, const std::vector<Variant>& texts, std::u16string_view delimiter) {
+Variant JoinStrings(Context& context, std::span<const Variant> texts, std::u16string_view delimiter) {
   if (texts.empty()) return context.texts.Empty();
   if (texts.size() == 1) return texts[0];
   std::size_t length = delimiter.size() * (texts.size() - 1);
@@ -131,7 +129,7 @@ Variant SplitText(Context& context, Arguments arguments) {
 }
 
 Variant JoinTexts(Context& context, Arguments arguments) {
-  const std::vector<Variant>& elements = ListOf(arguments[0], number::kInvalidProcedureCall);
+  std::span<const Variant> elements = ListOf(arguments[0], number::kInvalidProcedureCall);
   const Variant blank = context.texts.Unit(u' ');
   const Variant& delimiter = IsGiven(arguments, 1) ? AsText(arguments[1]) : blank;
   if (AreAllTexts(elements)) return JoinStrings(context, elements, delimiter.AsUtf16());
@@ -140,7 +138,7 @@ Variant JoinTexts(Context& context, Arguments arguments) {
 
 // Filter(strings, value, include, compare)
 Variant FilterTexts(Context& context, Arguments arguments) {
-  const std::vector<Variant>& elements = ListOf(arguments[0], number::kTypeMismatch);
+  std::span<const Variant> elements = ListOf(arguments[0], number::kTypeMismatch);
   const Variant& value = AsText(arguments[1]);
   const bool include = BooleanOr(arguments, 2, true);
   const TextSearch search(context, value.AsUtf16(), IsTextCompare(arguments, 3));
