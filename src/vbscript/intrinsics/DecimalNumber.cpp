@@ -17,7 +17,10 @@ constexpr int kSignificantDigits = 15;
 }  // namespace
 
 DecimalNumber::DecimalNumber(const automation::Variant& value) {
-  if (value.Type() == automation::VariantType::Currency) return SetCurrency(value.AsCurrency());
+  if (value.Type() == automation::VariantType::Currency) {
+    SetCurrency(value.AsCurrency());
+    return;
+  }
   const double number = ToDouble64(value);
   m_isNegative = number < 0;
   SetDouble(std::fabs(number));
