@@ -56,8 +56,8 @@ class AskedHost : public Host {
 class IntrinsicBench {
  public:
   automation::Variant Call(std::string_view name, std::vector<automation::Variant> arguments) {
-    for (const auto& list : {TextIntrinsics(), ArrayIntrinsics(), DateIntrinsics(), FormatIntrinsics(),
-                             HostIntrinsics()}) {
+    for (const auto& list :
+         {TextIntrinsics(), ArrayIntrinsics(), DateIntrinsics(), FormatIntrinsics(), HostIntrinsics()}) {
       if (const Intrinsic* intrinsic = FindIntrinsic(list, name))
         return CallIntrinsic(*intrinsic, name, m_context, arguments);
     }
@@ -140,7 +140,8 @@ struct IntrinsicCase {
 
 inline std::string Describe(const IntrinsicCase& line) {
   std::string text(line.name);
-  for (const automation::Variant& argument : line.arguments) text += " <" + IntrinsicBench::Show(argument) + ">";
+  for (const automation::Variant& argument : line.arguments)
+    text += " <" + IntrinsicBench::Show(argument) + ">";
   return text;
 }
 

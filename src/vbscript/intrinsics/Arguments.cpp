@@ -14,18 +14,12 @@ Variant& Resolve(Variant& argument) {
   return argument;
 }
 
-bool IsNullArgument(Variant& argument) { return Resolve(argument).IsNull(); }
-
-Variant& AsText(Variant& argument) {
+Variant& ConvertToText(Variant& argument) {
   if (Resolve(argument).Type() != VariantType::String) argument = ToTextVariant(argument);
   return argument;
 }
 
-std::int32_t AsLong(Variant& argument) {
-  if (argument.Type() == VariantType::Long) return argument.AsLong();
-  if (argument.Type() == VariantType::Integer) return argument.AsInteger();
-  return ToLong32(argument);
-}
+std::int32_t ConvertToLong(const Variant& argument) { return ToLong32(argument); }
 
 std::int32_t LongOr(Arguments arguments, std::size_t place, std::int32_t otherwise) {
   return IsGiven(arguments, place) ? AsLong(arguments[place]) : otherwise;

@@ -22,10 +22,23 @@ inline bool IsGiven(Arguments arguments, std::size_t place) {
 // Puts the default member of an object in its place, and what a reference refers to.
 automation::Variant& Resolve(automation::Variant& argument);
 
-bool IsNullArgument(automation::Variant& argument);
+inline bool IsNullArgument(automation::Variant& argument) {
+  if (argument.Type() == automation::VariantType::String) return false;
+  return Resolve(argument).IsNull();
+}
+
+automation::Variant& ConvertToText(automation::Variant& argument);
 // The argument as a text: a value of subtype String; Null is error 94.
-automation::Variant& AsText(automation::Variant& argument);
-std::int32_t AsLong(automation::Variant& argument);
+inline automation::Variant& AsText(automation::Variant& argument) {
+  return argument.Type() == automation::VariantType::String ? argument : ConvertToText(argument);
+}
+
+std::int32_t ConvertToLong(const automation::Variant& argument);
+inline std::int32_t AsLong(const automation::Variant& argument) {
+  const bool isWhole =
+      argument.Type() == automation::VariantType::Long || argument.Type() == automation::VariantType::Integer;
+  return isWhole ? argument.AsLong() : ConvertToLong(argument);
+}
 
 // Arguments that may be left out, with what counts then.
 std::int32_t LongOr(Arguments arguments, std::size_t place, std::int32_t otherwise);

@@ -21,9 +21,9 @@ constexpr double kEndOfDates = 2958466;
 const std::chrono::sys_days kDayZero = std::chrono::year{1899} / 12 / 30;
 
 constexpr std::pair<std::u16string_view, DateInterval> kIntervals[] = {
-    {u"yyyy", DateInterval::Year}, {u"q", DateInterval::Quarter}, {u"m", DateInterval::Month},
-    {u"y", DateInterval::DayOfYear}, {u"d", DateInterval::Day}, {u"w", DateInterval::Weekday},
-    {u"ww", DateInterval::Week}, {u"h", DateInterval::Hour}, {u"n", DateInterval::Minute},
+    {u"yyyy", DateInterval::Year},   {u"q", DateInterval::Quarter}, {u"m", DateInterval::Month},
+    {u"y", DateInterval::DayOfYear}, {u"d", DateInterval::Day},     {u"w", DateInterval::Weekday},
+    {u"ww", DateInterval::Week},     {u"h", DateInterval::Hour},    {u"n", DateInterval::Minute},
     {u"s", DateInterval::Second},
 };
 
@@ -57,8 +57,8 @@ double FromSeconds(std::int64_t seconds) {
 std::int64_t DayOf(double date) { return FloorDivide(ToSeconds(date), kSecondsADay); }
 
 std::int64_t DayNumber(std::int64_t year, std::int64_t month, std::int64_t day) {
-  const std::chrono::sys_days date = std::chrono::year{static_cast<int>(year)} /
-                                     static_cast<int>(month) / static_cast<int>(day);
+  const std::chrono::sys_days date =
+      std::chrono::year{static_cast<int>(year)} / static_cast<int>(month) / static_cast<int>(day);
   return (date - kDayZero).count();
 }
 
@@ -104,8 +104,7 @@ std::int64_t StartOfFirstWeek(std::int32_t year, const WeekRule& rule) {
 // of a year before a leap year is in week 53 where it should be in week 1 (12/29/2003, 12/31/2007 …).
 bool IsMondayOfWeek53(std::int64_t day, std::int32_t year, const WeekRule& rule) {
   constexpr std::int32_t kMonday = 2;
-  return rule.firstDay == kMonday && WeekdayOfDay(day, kMonday) == 1 &&
-         std::chrono::year{year + 1}.is_leap();
+  return rule.firstDay == kMonday && WeekdayOfDay(day, kMonday) == 1 && std::chrono::year{year + 1}.is_leap();
 }
 
 std::int32_t WeekOf(std::int64_t day, std::int32_t year, const WeekRule& rule) {
@@ -124,9 +123,7 @@ std::optional<DateInterval> ParseInterval(std::u16string_view text) {
   return std::nullopt;
 }
 
-bool IsScriptDate(double date) {
-  return std::trunc(date) >= kFirstDate && date < kEndOfDates;
-}
+bool IsScriptDate(double date) { return std::trunc(date) >= kFirstDate && date < kEndOfDates; }
 
 std::int32_t WeekdayOf(double date, std::int32_t firstDay) { return WeekdayOfDay(DayOf(date), firstDay); }
 

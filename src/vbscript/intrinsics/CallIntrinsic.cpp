@@ -36,10 +36,9 @@ automation::Variant CallIntrinsic(const Intrinsic& intrinsic, std::string_view s
 }
 
 const Intrinsic* FindIntrinsic(std::span<const Intrinsic> intrinsics, std::string_view name) {
-  const auto found =
-      std::find_if(intrinsics.begin(), intrinsics.end(), [&](const Intrinsic& intrinsic) {
-        return automation::EqualsIgnoreCaseAscii(intrinsic.name, name);
-      });
+  const auto found = std::find_if(intrinsics.begin(), intrinsics.end(), [&](const Intrinsic& intrinsic) {
+    return automation::EqualsIgnoreCaseAscii(intrinsic.name, name);
+  });
   return found == intrinsics.end() ? nullptr : &*found;
 }
 

@@ -9,9 +9,9 @@ namespace hearthmake::vbscript {
 
 // 1 to 12.
 constexpr std::u16string_view EnglishMonth(std::int32_t month) {
-  constexpr std::u16string_view kMonths[] = {u"January", u"February", u"March",     u"April",
-                                             u"May",     u"June",     u"July",      u"August",
-                                             u"September", u"October", u"November", u"December"};
+  constexpr std::u16string_view kMonths[] = {u"January",   u"February", u"March",    u"April",
+                                             u"May",       u"June",     u"July",     u"August",
+                                             u"September", u"October",  u"November", u"December"};
   return kMonths[month - 1];
 }
 

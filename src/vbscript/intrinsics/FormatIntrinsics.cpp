@@ -81,7 +81,13 @@ Variant FormatAmount(Context&, Arguments arguments) {
   return Variant::FromText(text);
 }
 
-enum class DateFormat : std::int32_t { General = 0, LongDate = 1, ShortDate = 2, LongTime = 3, ShortTime = 4 };
+enum class DateFormat : std::int32_t {
+  General = 0,
+  LongDate = 1,
+  ShortDate = 2,
+  LongTime = 3,
+  ShortTime = 4
+};
 
 template <class... Values>
 std::u16string Print(const char* format, Values... values) {

@@ -46,8 +46,7 @@ Variant MsgBox(Context& context, Arguments arguments) {
   const std::int32_t buttons = LongOr(arguments, 1, 0);
   const std::string title = Utf8Or(arguments, 2, kDefaultTitle);
   CheckHelp(arguments, 3);
-  return Variant::FromInteger(
-      static_cast<std::int16_t>(context.host.ShowMessage(prompt, buttons, title)));
+  return Variant::FromInteger(static_cast<std::int16_t>(context.host.ShowMessage(prompt, buttons, title)));
 }
 
 // InputBox(prompt, title, default, xpos, ypos, helpfile, context). Giving up is Empty, which is also what

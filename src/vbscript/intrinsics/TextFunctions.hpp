@@ -7,11 +7,11 @@ namespace hearthmake::vbscript {
 
 // Intrinsics that compare texts, look for one in another, and replace. By documentation a Null text gives
 // Null, except in Replace (error 94).
-automation::Variant CompareTexts(Context& context, Arguments arguments);   // StrComp
-automation::Variant FindText(Context& context, Arguments arguments);       // InStr
-automation::Variant FindBytes(Context& context, Arguments arguments);      // InStrB
-automation::Variant FindLastText(Context& context, Arguments arguments);   // InStrRev
-automation::Variant ReplaceText(Context& context, Arguments arguments);    // Replace
+automation::Variant CompareTexts(Context& context, Arguments arguments);  // StrComp
+automation::Variant FindText(Context& context, Arguments arguments);      // InStr
+automation::Variant FindBytes(Context& context, Arguments arguments);     // InStrB
+automation::Variant FindLastText(Context& context, Arguments arguments);  // InStrRev
+automation::Variant ReplaceText(Context& context, Arguments arguments);   // Replace
 
 // Escape and Unescape.
 automation::Variant EscapeText(Context& context, Arguments arguments);

@@ -7,8 +7,7 @@
 #include "vbscript/intrinsics/Intrinsics.hpp"
 #include "vbscript/intrinsics/TextFunctions.hpp"
 #include "vbscript/intrinsics/TextLists.hpp"
-#include "vbscript/intrinsics/TextSearch.hpp"
-#include "vbscript/values/Text16.hpp"
+#include "vbscript/intrinsics/UnitCase.hpp"
 
 namespace hearthmake::vbscript {
 
@@ -125,17 +124,33 @@ Variant Trim(Context& context, Arguments arguments) { return TrimSides(context, 
 
 // --- case and order
 
-char16_t RaiseUnit(char16_t unit) {
-  if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
-  return UpperUnit(unit);
+using ChangeUnit = char16_t (*)(char16_t);
+
+// Whole blocks of ASCII are changed without a look at each unit, which the compiler makes vectors of.
+template <ChangeUnit kChangeAscii, ChangeUnit kChange>
+void ChangeBlocks(std::u16string_view text, char16_t* out) {
+  constexpr std::size_t kBlock = 32;
+  while (!text.empty()) {
+    const std::size_t length = std::min(text.size(), kBlock);
+    unsigned allBits = 0;
+    for (std::size_t i = 0; i < length; ++i) allBits |= text[i];
+    if (allBits < 0x80) {
+      for (std::size_t i = 0; i < length; ++i) out[i] = kChangeAscii(text[i]);
+    } else {
+      for (std::size_t i = 0; i < length; ++i) out[i] = kChange(text[i]);
+    }
+    text.remove_prefix(length);
+    out += length;
+  }
 }
 
-template <char16_t (*Change)(char16_t)>
+template <ChangeUnit kChangeAscii, ChangeUnit kChange>
 Variant ChangeCase(Context& context, Arguments arguments) {
   if (IsNullArgument(arguments[0])) return Variant::Null();
   const std::u16string_view text = AsText(arguments[0]).AsUtf16();
+  if (text.size() == 1) return context.texts.Unit(kChange(text[0]));
   Variant result = NewText(context, text.size());
-  std::transform(text.begin(), text.end(), Characters(result), Change);
+  ChangeBlocks<kChangeAscii, kChange>(text, Characters(result));
   return result;
 }
 
@@ -155,9 +170,7 @@ Variant Repeat(Context& context, std::size_t count, char16_t unit) {
   return result;
 }
 
-Variant Space(Context& context, Arguments arguments) {
-  return Repeat(context, AsCount(arguments[0]), u' ');
-}
+Variant Space(Context& context, Arguments arguments) { return Repeat(context, AsCount(arguments[0]), u' '); }
 
 // String(number, character): the first character of a text, or the character of a code modulo 256.
 Variant String(Context& context, Arguments arguments) {
@@ -179,7 +192,7 @@ constexpr Intrinsic kIntrinsics[] = {
     {"InStrB", 2, 4, FindBytes},
     {"InStrRev", 2, 4, FindLastText},
     {"Join", 1, 2, JoinTexts},
-    {"LCase", 1, 1, ChangeCase<FoldUnit>},
+    {"LCase", 1, 1, ChangeCase<LowerAscii, FoldUnit>},
     {"LTrim", 1, 1, LTrim},
     {"Left", 2, 2, Left},
     {"LeftB", 2, 2, LeftB},
@@ -197,7 +210,7 @@ constexpr Intrinsic kIntrinsics[] = {
     {"StrReverse", 1, 1, StrReverse},
     {"String", 2, 2, String},
     {"Trim", 1, 1, Trim},
-    {"UCase", 1, 1, ChangeCase<RaiseUnit>},
+    {"UCase", 1, 1, ChangeCase<UpperAscii, RaiseUnit>},
     {"Unescape", 1, 1, UnescapeText},
 };
 

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "vbscript/intrinsics/Arguments.hpp"
-#include "vbscript/values/Text16.hpp"
+#include "vbscript/intrinsics/UnitCase.hpp"
 
 namespace hearthmake::vbscript {
 
@@ -35,11 +35,6 @@ std::size_t FindUnit(std::u16string_view text, std::size_t start, std::size_t en
 }
 
 }  // namespace
-
-char16_t FoldUnit(char16_t unit) {
-  if (unit < 0x80) return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
-  return LowerUnit(unit);
-}
 
 TextSearch::TextSearch(Context& context, std::u16string_view sought, bool ignoreCase)
     : m_context(context), m_sought(sought), m_ignoreCase(ignoreCase) {
@@ -81,6 +76,7 @@ std::size_t TextSearch::Find(std::u16string_view text, std::size_t start) const 
       continue;
     }
     if (m_sought.size() == 1) return place;
+    m_context.budget.Charge(1);
     ChargeUnits(m_context, m_sought.size());
     if (StandsAt(text, place)) return place;
     start = place + 1;

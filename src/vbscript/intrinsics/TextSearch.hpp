@@ -31,7 +31,4 @@ class TextSearch {
   bool m_ignoreCase;
 };
 
-// LowerUnit without the table for ASCII.
-char16_t FoldUnit(char16_t unit);
-
 }  // namespace hearthmake::vbscript

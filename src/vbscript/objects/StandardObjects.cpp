@@ -17,8 +17,10 @@ struct StandardClass {
 };
 
 constexpr StandardClass kClasses[] = {
-    {"Scripting.Dictionary", CreateDictionary}, {"Scripting.FileSystemObject", CreateFileSystemObject},
-    {"VBScript.RegExp", CreateRegExp},          {"WScript.Network", CreateNetwork},
+    {"Scripting.Dictionary", CreateDictionary},
+    {"Scripting.FileSystemObject", CreateFileSystemObject},
+    {"VBScript.RegExp", CreateRegExp},
+    {"WScript.Network", CreateNetwork},
     {"WScript.Shell", CreateShell},
 };
 
