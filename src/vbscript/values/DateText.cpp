@@ -149,7 +149,6 @@ bool DateText::TakeTimeAt(std::size_t first, std::size_t count) {
   m_date.second = value(2);
   if (HasHalfDayAt(first + count)) {
     const bool isPm = m_parts[first + count].kind == Kind::Pm;
-    if (!isPm && m_date.hour > 12) return false;
     if (isPm && m_date.hour < 12) m_date.hour += 12;
     if (!isPm && m_date.hour == 12) m_date.hour = 0;
     ++count;

@@ -167,14 +167,17 @@ std::optional<double> NumberText::ToDouble() const {
 }
 
 std::optional<std::int16_t> NumberText::ToInteger() const {
-  if (m_hasBits && !m_hasTooManyBits && !m_isNegative && m_bits <= 0xFFFF)
-    return static_cast<std::int16_t>(m_bits);
+  if (m_hasBits) {
+    if (m_hasTooManyBits || m_bits > 0xFFFF) return std::nullopt;
+    if (!m_isNegative) return static_cast<std::int16_t>(m_bits);
+  }
   const auto wide = ToLong();
   if (!wide || *wide < -32768 || *wide > 32767) return std::nullopt;
   return static_cast<std::int16_t>(*wide);
 }
 
 std::optional<std::int32_t> NumberText::ToLong() const {
+  if (m_hasBits && m_bits > 0xFFFFFFFF) return std::nullopt;
   const auto value = ToDouble();
   if (!value) return std::nullopt;
   const double rounded = std::nearbyint(*value);
