@@ -19,7 +19,8 @@ class MatchTable {
   static constexpr std::size_t kMaximumPlaces = std::size_t{1} << 28;
 
   // The subject is a text variant, whose text is shared.
-  MatchTable(automation::Variant subject, std::uint32_t groups) : m_subject(std::move(subject)), m_groups(groups) {}
+  MatchTable(automation::Variant subject, std::uint32_t groups)
+      : m_subject(std::move(subject)), m_groups(groups) {}
 
   std::u16string_view Subject() const { return m_subject.AsUtf16(); }
   const automation::Variant& SubjectVariant() const { return m_subject; }
@@ -31,7 +32,9 @@ class MatchTable {
 
   std::size_t Begin(std::size_t match) const { return m_places[match * Stride()]; }
   std::size_t End(std::size_t match) const { return m_places[match * Stride() + 1]; }
-  std::u16string_view Text(std::size_t match) const { return Subject().substr(Begin(match), End(match) - Begin(match)); }
+  std::u16string_view Text(std::size_t match) const {
+    return Subject().substr(Begin(match), End(match) - Begin(match));
+  }
   // A group (from 0) of a match. One that took no part has an empty text, and Empty for its value.
   std::u16string_view GroupText(std::size_t match, std::size_t group) const;
   automation::Variant GroupValue(std::size_t match, std::size_t group) const;

@@ -36,7 +36,8 @@ class RegExp final : public automation::Object {
   // The text with each match replaced: by a text (see RegExpReplacement), or by what the default member of
   // an object (a procedure from GetRef) returns when it is called with the match, its groups, the place of
   // the match and the whole text. Error 7 when the text gets too long.
-  automation::Variant Replace(const automation::Variant& sourceString, const automation::Variant& replacement);
+  automation::Variant Replace(const automation::Variant& sourceString,
+                              const automation::Variant& replacement);
 
  private:
   using Replacer = std::function<void(std::u16string& result, std::size_t match)>;

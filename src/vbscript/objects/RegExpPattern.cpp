@@ -16,9 +16,7 @@ constexpr std::uint64_t kShortRepeat = 8;
 
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 bool IsOctalDigit(char16_t unit) { return unit >= u'0' && unit <= u'7'; }
-bool IsAsciiLetter(char16_t unit) {
-  return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
-}
+bool IsAsciiLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
 bool IsSetLetter(char16_t unit) { return std::u16string_view(u"dDsSwW").find(unit) != std::u16string::npos; }
 
 int HexadecimalDigit(char16_t unit) {

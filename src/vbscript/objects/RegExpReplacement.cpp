@@ -56,7 +56,8 @@ RegExpReplacement::RegExpReplacement(std::u16string_view text, std::uint32_t gro
   if (literalStart < text.size()) m_parts.push_back({Kind::Literal, text.substr(literalStart)});
 }
 
-std::u16string_view RegExpReplacement::TextOf(const Part& part, const MatchTable& matches, std::size_t match) {
+std::u16string_view RegExpReplacement::TextOf(const Part& part, const MatchTable& matches,
+                                              std::size_t match) {
   switch (part.kind) {
     case Kind::Literal: return part.literal;
     case Kind::Match: return matches.Text(match);
