@@ -197,6 +197,15 @@ Variant Variant::FromUnit(char16_t unit) {
   return unit < 128 ? units.text[unit] : FromUtf16({&unit, 1});
 }
 
+Variant Variant::FromUtf16(std::u16string_view first, std::u16string_view second) {
+  Variant result;
+  result.m_value.text = StringBuffer::New(first, first.size() + second.size());
+  result.m_value.text->AddRef();
+  result.m_type = VariantType::String;
+  result.m_value.text->Append(second);
+  return result;
+}
+
 Variant Variant::FromObject(Ref<Object> object) {
   Variant result(VariantType::Object);
   result.m_value.object = object.Detach();
