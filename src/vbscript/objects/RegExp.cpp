@@ -37,6 +37,17 @@ class Folded {
   std::u16string_view m_view;
 };
 
+// Known before anything is written: what would get too long takes neither time nor memory.
+std::size_t LengthOfReplaced(const MatchTable& matches, const RegExpReplacement& replacement) {
+  std::size_t length = matches.Subject().size();
+  for (std::size_t match = 0; match < matches.Count(); ++match) {
+    length += replacement.LengthFor(matches, match) - matches.Text(match).size();
+    if (length > 2 * kLongestText) break;
+  }
+  if (length > kLongestText) RaiseRuntime(number::kOutOfMemory);
+  return length;
+}
+
 }  // namespace
 
 const automation::Interface& RegExp::Describe() {
@@ -118,25 +129,26 @@ Variant RegExp::Replace(const Variant& sourceString, const Variant& replacement)
     const Ref<automation::Object> function(replacer.AsObject());
     // All matches are found first: the function may use this very object.
     const auto matches = Search(sourceString);
-    return ReplaceMatches(*matches, [&](std::u16string& result, std::size_t match) {
-      const Variant text = CallReplacement(*function, *matches, match);
-      result.append(text.AsUtf16());
-    });
+    return ReplaceMatches(*matches, matches->Subject().size(),
+                          [&](std::u16string& result, std::size_t match) {
+                            const Variant text = CallReplacement(*function, *matches, match);
+                            result.append(text.AsUtf16());
+                          });
   }
   const Variant text = ToTextVariant(replacement);
   const auto matches = Search(sourceString);
   const RegExpReplacement parts(text.AsUtf16(), matches->GroupCount());
-  return ReplaceMatches(*matches, [&](std::u16string& result, std::size_t match) {
-    if (result.size() + parts.LengthFor(*matches, match) > kLongestText) RaiseRuntime(number::kOutOfMemory);
-    parts.AppendTo(result, *matches, match);
-  });
+  return ReplaceMatches(
+      *matches, LengthOfReplaced(*matches, parts),
+      [&](std::u16string& result, std::size_t match) { parts.AppendTo(result, *matches, match); });
 }
 
-Variant RegExp::ReplaceMatches(const MatchTable& matches, const Replacer& replacer) {
+Variant RegExp::ReplaceMatches(const MatchTable& matches, std::size_t expectedLength,
+                               const Replacer& replacer) {
   if (matches.Count() == 0) return matches.SubjectVariant();
   const std::u16string_view subject = matches.Subject();
   std::u16string result;
-  result.reserve(subject.size());
+  result.reserve(expectedLength);
   std::size_t copied = 0;
   const auto copyTo = [&](std::size_t end) {
     result.append(subject.substr(copied, end - copied));

@@ -45,7 +45,8 @@ class RegExp final : public automation::Object {
   // Kept by its user while it works: a replacement function may change the pattern.
   std::shared_ptr<RegExpProgram> Program();
   std::shared_ptr<MatchTable> Search(const automation::Variant& sourceString);
-  automation::Variant ReplaceMatches(const MatchTable& matches, const Replacer& replacer);
+  automation::Variant ReplaceMatches(const MatchTable& matches, std::size_t expectedLength,
+                                     const Replacer& replacer);
   automation::Variant CallReplacement(automation::Object& function, const MatchTable& matches,
                                       std::size_t match);
 

@@ -25,7 +25,7 @@ struct RegExpFlags {
 class RegExpPattern {
  public:
   // Groups may stand this deep in one another; deeper is error 7 "Out of memory".
-  static constexpr std::size_t kMaximumDepth = 1000;
+  static constexpr std::size_t kMaximumDepth = 500;
   // Units of a pattern; more are error 7 before any work.
   static constexpr std::size_t kMaximumLength = std::size_t{1} << 20;
   // The largest number in a quantifier. An upper bound beyond it is as good as none; a lower one is error 7.
