@@ -6,8 +6,6 @@ namespace hearthmake::vbscript {
 using automation::Object;
 using automation::Ref;
 
-__attribute__((weak)) Ref<Object> CreateRegExp(Context&) { return nullptr; }
-__attribute__((weak)) Ref<Object> CreateDictionary(Context&) { return nullptr; }
 __attribute__((weak)) Ref<Object> CreateFileSystemObject(Context&) { return nullptr; }
 __attribute__((weak)) Ref<Object> CreateShell(Context&) { return nullptr; }
 __attribute__((weak)) Ref<Object> CreateNetwork(Context&) { return nullptr; }
