@@ -120,6 +120,16 @@ TEST(TextIntrinsics, ChangesCaseAndOrder) {
   });
 }
 
+TEST(TextIntrinsics, ChangesCaseInEveryBlockOfALongText) {
+  std::u16string lower(100, u'x');
+  lower.replace(40, 2, u"äß");
+  std::u16string upper(100, u'X');
+  upper.replace(40, 2, u"Äß");
+  IntrinsicBench bench;
+  EXPECT_EQ(bench.Call("UCase", {T(lower)}).AsUtf16(), upper);
+  EXPECT_EQ(bench.Call("LCase", {T(upper)}).AsUtf16(), lower);
+}
+
 TEST(TextIntrinsics, RepeatsOneCharacter) {
   Check({
       {"Space", {N(3)}, "String    "},
