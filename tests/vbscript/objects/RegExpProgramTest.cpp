@@ -71,6 +71,11 @@ TEST(RegExpProgram, ReadsTheDialect) {
       {u"(\\w)\\1", u"abccd", u"cc"},
       {u"(?:ab)+(?=c)", u"ababac ababc", u"abab"},
       {u"a(?!b)", u"abac", u"a"},
+      {u"(?=a)*b", u"b", u"b"},
+      {u"(?:a|b){0}c", u"abc", u"c"},
+      {u"(?:)*()+a", u"a", u"a"},
+      {u"(a*)*b", u"aab", u"aab"},
+      {u"x|", u"ax", u""},
       {u"", u"abc", u""},
       {u"\u00C4\u0416", u"\u00E4\u0436", u"\u00E4\u0436", {.ignoreCase = true}},
       {u"[\u0410-\u042F]+", u"\u0436\u0416", u"\u0436\u0416", {.ignoreCase = true}},
@@ -173,6 +178,23 @@ TEST(RegExpProgram, EndsEndlessBacktrackingInTime) {
         Interrupted);
     // The allowance is wide for machines that are busy and for sanitizers.
     EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(1'000)) << automation::Utf16ToUtf8(one.pattern);
+  }
+}
+
+// Each of them is quick, so that no single one comes to its limit.
+TEST(RegExpProgram, EndsManyMatchesOfShortTextsInTime) {
+  const std::u16string run = std::u16string(60, u'x') + u"-";
+  for (const std::u16string& subject : {run, run + run + run + run + run + run + run + run}) {
+    Budget budget;
+    RegExpProgram program(u"x*x*[yz]", {});
+    budget.StartTimeout(50);
+    const auto start = Clock::now();
+    EXPECT_THROW(
+        {
+          while (true) program.Match(subject, 0, budget);
+        },
+        Interrupted);
+    EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(1'000));
   }
 }
 
