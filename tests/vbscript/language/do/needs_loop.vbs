@@ -1,0 +1,3 @@
+Do
+  x = 1
+' compile error line 3: 1019

@@ -1,0 +1,2 @@
+If Then  ' compile error: 1023
+End If

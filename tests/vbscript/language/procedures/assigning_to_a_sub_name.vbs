@@ -1,0 +1,3 @@
+Sub P
+End Sub
+P = 1  ' error: 501

@@ -1,0 +1,2 @@
+Sub A(Optional x)  ' compile error: 1010
+End Sub

@@ -1,0 +1,2 @@
+With x
+' compile error line 2: 1014
