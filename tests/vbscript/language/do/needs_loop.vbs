@@ -1,3 +1,3 @@
 Do
   x = 1
-' compile error line 3: 1019
+' compile error at end: 1019

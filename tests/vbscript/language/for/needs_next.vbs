@@ -1,3 +1,3 @@
 For i = 1 To 2
   x = 1
-' compile error line 3: 1020
+' compile error at end: 1020

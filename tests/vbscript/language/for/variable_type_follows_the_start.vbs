@@ -1,9 +1,6 @@
 For i = 1 To 2
 Next
 WScript.Echo TypeName(i)  ' expect: Integer
-For i = CByte(1) To CByte(2)
-Next
-WScript.Echo TypeName(i)  ' expect: Integer
 For i = 1.0 To 2
 Next
 WScript.Echo TypeName(i)  ' expect: Double

@@ -1,3 +1,3 @@
 If True Then
   x = 1
-' compile error line 4: 1014
+' compile error at end: 1014

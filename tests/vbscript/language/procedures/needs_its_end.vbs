@@ -1,3 +1,3 @@
 Sub A
   x = 1
-' compile error line 3: 1014
+' compile error at end: 1014

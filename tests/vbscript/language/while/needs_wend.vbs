@@ -1,3 +1,3 @@
 While True
   x = 1
-' compile error line 3: 1018
+' compile error at end: 1018

@@ -1,2 +1,2 @@
 With x
-' compile error line 2: 1014
+' compile error at end: 1014

@@ -1,3 +1,0 @@
-Sub P
-End Sub
-P = 1  ' error: 501

@@ -1,3 +1,0 @@
-With 5  ' error: 424
-  .X = 1
-End With
