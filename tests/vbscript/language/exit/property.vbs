@@ -5,4 +5,5 @@ Class C
     P = 2
   End Property
 End Class
-WScript.Echo (New C).P  ' expect: 1
+Set o = New C
+WScript.Echo o.P  ' expect: 1

@@ -1,2 +1,0 @@
-If Then  ' compile error: 1023
-End If

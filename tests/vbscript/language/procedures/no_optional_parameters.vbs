@@ -1,2 +1,0 @@
-Sub A(Optional x)  ' compile error: 1010
-End Sub
