@@ -1,2 +1,2 @@
 Dim a(3)
-a(4) = 1  ' error: 9 Subscript out of range
+a(4) = 1  ' error: 9
