@@ -26,10 +26,9 @@ VariantType WholeType(SubtypeSet kinds) {
   return VariantType::Integer;
 }
 
-// A Single beside a Long would lose digits.
+// Of a Single and a whole number: beside a Long a Single would lose digits.
 VariantType RealType(SubtypeSet kinds) {
-  return kinds.Has(VariantType::Single) && !kinds.Has(VariantType::Long) ? VariantType::Single
-                                                                         : VariantType::Double;
+  return kinds.Has(VariantType::Long) ? VariantType::Double : VariantType::Single;
 }
 
 VariantType SumType(SubtypeSet kinds) {
