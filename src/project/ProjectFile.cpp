@@ -59,8 +59,7 @@ void CollectRows(std::string_view content, std::string_view key, std::vector<Tex
 // empty when there is none.
 std::string_view FindReferenceRow(const std::string& content, const std::array<std::string, 3>& names) {
   std::vector<std::string_view> rows;
-  CollectRows(content, kReferenceKey, rows);
-  CollectRows(content, kObjectKey, rows);
+  for (const std::string_view key : kReferenceKeys) CollectRows(content, key, rows);
   std::sort(rows.begin(), rows.end(),
             [](std::string_view a, std::string_view b) { return a.data() < b.data(); });
   for (const std::string& name : names) {
