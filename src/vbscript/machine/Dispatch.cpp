@@ -366,6 +366,7 @@ bool GoesOn(const Variant& counter, const Variant& end, const Variant& step) {
 }
 
 void MakeNumber(Variant& value) {
+  if (value.IsNull()) RaiseRuntime(number::kInvalidUseOfNull);
   if (value.Type() == VariantType::String) StoreResult(value, Variant::FromDouble(ToDouble64(value)));
 }
 
@@ -387,12 +388,13 @@ VBS_NOINLINE void BeginForEach(Variant* state, const Variant& group) {
   const Variant& source = group.Target();
   Variant items;
   if (source.Type() == VariantType::Array) {
+    if (source.AsArray()->Bounds().empty()) RaiseRuntime(number::kForLoopNotInitialized);
     items = CopyOf(source);
   } else if (source.IsObject()) {
     if (source.AsObject() == nullptr) RaiseRuntime(number::kObjectNotSet);
     const Variant keep(source);
     const Ref<automation::Enumerator> enumerator = keep.AsObject()->Enumerate();
-    if (!enumerator) RaiseRuntime(number::kNotACollection);
+    if (!enumerator) RaiseRuntime(number::kMemberNotFound);
     items = Variant::FromObject(enumerator);
   } else {
     RaiseRuntime(number::kNotACollection);
@@ -1079,10 +1081,18 @@ void Machine::Execute() {
       default: RaiseRuntime(number::kInternalError);
       }
 #endif
-    } catch (const automation::Error& error) {
+    } catch (const automation::Error& raised) {
       Top().pc = pc;
       const Instruction* next = nullptr;
-      if (!Unwind(error, entry, next)) throw;
+      // A compile error keeps its own type.
+      if (dynamic_cast<const CompileError*>(&raised) != nullptr) {
+        if (!Unwind(raised, entry, next)) throw;
+        pc = next;
+        LOAD_FRAME();
+        continue;
+      }
+      const automation::Error error = Worded(raised, *pc);
+      if (!Unwind(error, entry, next)) throw error;
       pc = next;
     } catch (const std::bad_alloc&) {
       Top().pc = pc;

@@ -73,7 +73,10 @@ Object& Machine::ObjectOf(const Variant& value, const MemberSite& site) {
 const ClassMember* Machine::FindClassMember(ScriptObject& object, MemberSite& site) {
   const ClassMember* member = object.Class().Find(site.member);
   const Function* function = m_depth == 0 ? nullptr : Top().code->function;
-  const bool isInside = function != nullptr && function->owner == &object.Class();
+  // Private members can be reached through Me, but not those of another object of the class.
+  const bool isInside = function != nullptr && function->owner == &object.Class() && site.node != nullptr &&
+                        site.node->kind == ExpressionKind::Member &&
+                        static_cast<const Member&>(*site.node).object->kind == ExpressionKind::Me;
   if (member == nullptr || object.m_machine != this ||
       (member->visibility == Visibility::Private && !isInside))
     RaiseRuntime(number::kMemberNotFound, Describe(site.node));
@@ -207,7 +210,6 @@ Function* Machine::PutMember(Variant* window, std::size_t count, MemberSite& sit
 // value(arguments), where the value stands in the window: an element or the default member.
 void Machine::CallValue(Variant* window, std::size_t count, MemberSite& site, bool isWanted) {
   Variant& callee = window[0].Target();
-  Dereference(window + 1, count);
   Variant result;
   if (callee.Type() == VariantType::Array) {
     result = CopyOf(Element(*callee.AsArray(), {window + 1, count}));
