@@ -142,8 +142,7 @@ Variant Engine::Run(std::string_view procedure, std::span<Variant> arguments) {
 
 bool Engine::HasProcedure(std::string_view name) const {
   const Symbol symbol = m_implementation->symbols->Find(automation::Utf8ToUtf16(name));
-  return symbol != Symbol::None &&
-         m_implementation->globals->At(symbol).kind == Binding::Kind::Function;
+  return symbol != Symbol::None && m_implementation->globals->At(symbol).kind == Binding::Kind::Function;
 }
 
 const ErrorRecord& Engine::LastError() const { return m_implementation->lastError; }

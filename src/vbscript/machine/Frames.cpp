@@ -53,8 +53,8 @@ void Machine::PassArguments(Function& function, Variant* base, std::size_t count
     if (argument.Type() != VariantType::ByReference) continue;
     Variant* target = argument.AsReference();
     const FunctionParameter& parameter = function.parameters[i];
-    const bool isValueEnough = parameter.isByValue ||
-                               (parameter.isOnlyRead && (flags & kVariablePassedTwice) == 0 &&
+    const bool isValueEnough =
+        parameter.isByValue || (parameter.isOnlyRead && (flags & kVariablePassedTwice) == 0 &&
                                 target >= callerBase && target < base && callerBase != nullptr);
     if (!isValueEnough) continue;
     if (target->Type() == VariantType::Array && target->AsArray()->IsLocked()) {
@@ -155,7 +155,8 @@ Error Machine::Worded(const Error& error, const Instruction& instruction) const 
     case Op::CallIntrinsic: {
       const Binding& binding = *code.bindings[instruction.c];
       const bool isMismatch = error.Number() == number::kTypeMismatch;
-      if (binding.kind == Binding::Kind::Intrinsic && (isPlain || isMismatch)) about = binding.intrinsic->name;
+      if (binding.kind == Binding::Kind::Intrinsic && (isPlain || isMismatch))
+        about = binding.intrinsic->name;
       break;
     }
     case Op::GetElement:
