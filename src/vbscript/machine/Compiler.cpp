@@ -334,7 +334,8 @@ std::unique_ptr<Code> Compiler::Text(bool isExpression, const Code& around,
     for (std::size_t slot = 0; slot < around.localNames.size(); ++slot) {
       if (around.localNames[slot] != symbol) continue;
       captured.push_back(static_cast<std::uint16_t>(slot));
-      AddLocal(symbol, {.isReference = true});
+      const bool isResult = around.hasResult && slot == around.resultSlot;
+      AddLocal(symbol, {.isResult = isResult, .isReference = true});
       break;
     }
   }
