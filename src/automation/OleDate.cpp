@@ -9,6 +9,9 @@ namespace hearthmake::automation {
 namespace {
 
 constexpr double kSecondsADay = 86400;
+// The calendar of automation ends on both sides; what lies beyond is taken for its last day there.
+constexpr double kFirstDay = -657434;  // 100-01-01
+constexpr double kLastDay = 2958465;   // 9999-12-31
 const std::chrono::sys_days kDayZero = std::chrono::year{1899} / 12 / 30;
 
 std::string FormatTime(const DateParts& parts) {
@@ -22,6 +25,8 @@ std::string FormatTime(const DateParts& parts) {
 }  // namespace
 
 DateParts SplitDate(double oleDate) {
+  if (!(std::fabs(oleDate) < kLastDay + 1)) oleDate = oleDate > 0 ? kLastDay : kFirstDay;
+  if (oleDate <= kFirstDay - 1) oleDate = kFirstDay;
   double day = std::trunc(oleDate);
   auto seconds = static_cast<std::int32_t>(std::lround(std::fabs(oleDate - day) * kSecondsADay));
   if (seconds == 86400) {
@@ -47,7 +52,8 @@ double JoinDate(const DateParts& parts) {
 std::string FormatDate(double oleDate) {
   const DateParts parts = SplitDate(oleDate);
   const bool isMidnight = parts.hour == 0 && parts.minute == 0 && parts.second == 0;
-  if (std::trunc(oleDate) == 0 && !isMidnight) return FormatTime(parts);
+  const bool isDayZero = parts.year == 1899 && parts.month == 12 && parts.day == 30;
+  if (isDayZero) return FormatTime(parts);
   char buffer[48];
   std::snprintf(buffer, sizeof buffer, "%d/%d/%d", parts.month, parts.day, parts.year);
   return isMidnight ? buffer : std::string(buffer) + " " + FormatTime(parts);

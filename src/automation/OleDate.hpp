@@ -22,11 +22,12 @@ struct DateParts {
   std::int32_t second = 0;
 };
 
+// To the nearest second. A date outside the calendar (100-01-01 to 9999-12-31) is taken for its end.
 DateParts SplitDate(double oleDate);
 double JoinDate(const DateParts& parts);
 
 // As Visual Basic prints it in English: "3/24/2001 1:05:00 PM", the date alone at midnight, the time
-// alone on day 0.
+// alone on day 0 (also at its midnight, "12:00:00 AM").
 std::string FormatDate(double oleDate);
 // "2001-03-24 13:05:00"
 std::string FormatIsoDate(double oleDate);

@@ -204,6 +204,15 @@ Variant Variant::FromUtf16(std::u16string_view text) {
   return result;
 }
 
+Variant Variant::FromUtf16(std::u16string_view first, std::u16string_view second) {
+  Variant result;
+  result.m_value.text = StringBuffer::New(first, first.size() + second.size());
+  result.m_value.text->AddRef();
+  result.m_type = VariantType::String;
+  result.m_value.text->Append(second);
+  return result;
+}
+
 Variant Variant::FromObject(Ref<Object> object) {
   Variant result;
   result.m_type = VariantType::Object;

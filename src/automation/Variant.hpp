@@ -108,6 +108,7 @@ class Variant {
   static Variant FromBoolean(bool value);
   static Variant FromText(std::string_view utf8);
   static Variant FromUtf16(std::u16string_view text);
+  static Variant FromUtf16(std::u16string_view first, std::u16string_view second);  // joined
   static Variant FromObject(Ref<Object> object);  // null is Nothing
   static Variant FromErrorCode(std::int32_t code);
   static Variant FromArray(Ref<ArrayBuffer> array);

@@ -33,6 +33,12 @@ TEST(OleDate, AFractionThatRoundsToMidnightIsTheNextDay) {
   ExpectParts(-1.9999999, {1899, 12, 30, 0, 0, 0});
 }
 
+TEST(OleDate, ADateOutsideTheCalendarIsTakenForItsEnd) {
+  ExpectParts(1e300, {9999, 12, 31, 0, 0, 0});
+  ExpectParts(-1e300, {100, 1, 1, 0, 0, 0});
+  ExpectParts(-700000, {100, 1, 1, 0, 0, 0});
+}
+
 TEST(OleDate, JoinUndoesSplit) {
   for (const double date : {0.0, 36974.25, -1.25, -657434.0, 2958465.75, 0.5}) {
     EXPECT_DOUBLE_EQ(JoinDate(SplitDate(date)), date);
@@ -45,7 +51,8 @@ TEST(OleDate, PrintsAsVisualBasicDoes) {
   EXPECT_EQ(FormatDate(0.5), "12:00:00 PM");
   EXPECT_EQ(FormatDate(36974.00000001), "3/24/2001");
   EXPECT_EQ(FormatDate(36974.0 + 1.0 / 1440), "3/24/2001 12:01:00 AM");
-  EXPECT_EQ(FormatDate(0), "12/30/1899");
+  EXPECT_EQ(FormatDate(0), "12:00:00 AM");
+  EXPECT_EQ(FormatDate(-1.5), "12/29/1899 12:00:00 PM");
 }
 
 TEST(OleDate, PrintsIsoDates) {

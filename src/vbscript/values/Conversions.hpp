@@ -33,7 +33,11 @@ automation::Variant ToTextVariant(const automation::Variant& value);
 // for what is no number.
 std::optional<double> ParseNumber16(std::u16string_view text);
 
-// A Double as CStr prints it: fifteen significant digits, no trailing zeros, exponents as in 1E+15.
+// The truth that a text names: True and False in any case, #TRUE# and #FALSE#. Nothing for other texts.
+std::optional<bool> ParseBooleanWord(std::u16string_view text);
+
+// A Double as CStr prints it: fifteen significant digits (seven of a Single), no trailing zeros, exponents
+// as in 1E+15 and 1.5E-05.
 std::u16string FormatDouble(double value);
 std::u16string FormatSingle(float value);
 

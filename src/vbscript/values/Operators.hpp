@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "automation/Variant.hpp"
 
 namespace hearthmake::vbscript {
@@ -35,14 +37,23 @@ Variant Xor(const Variant& left, const Variant& right);
 Variant Eqv(const Variant& left, const Variant& right);
 Variant Imp(const Variant& left, const Variant& right);
 
-// Boolean or Null. Two texts compare by their units; a text that comes from a variable is always greater
-// than a number, as the original has it; Empty is 0 or "".
-Variant Equal(const Variant& left, const Variant& right);
-Variant NotEqual(const Variant& left, const Variant& right);
-Variant Less(const Variant& left, const Variant& right);
-Variant Greater(const Variant& left, const Variant& right);
-Variant LessOrEqual(const Variant& left, const Variant& right);
-Variant GreaterOrEqual(const Variant& left, const Variant& right);
+// Which operands of a comparison stand in the source as literals (numbers, texts, dates, True and False).
+// The original remembers that, and it decides how a text meets a number:
+//   number literal, text variable   the text is converted to a number; error 13 when it is none
+//   text literal, number variable   the number is converted to a text
+//   both literals                   the text is converted to a number
+//   no literal                      the number is less than the text, whatever they are
+// What an operator or a function gives is no literal.
+enum class Literals : std::uint8_t { None, Left, Right, Both };
+
+// Boolean or Null. Two texts compare by their units; Empty is 0 or "". A Double beside a Single is rounded
+// to a Single, a Single or Double beside a Currency to a Currency.
+Variant Equal(const Variant& left, const Variant& right, Literals literals = Literals::None);
+Variant NotEqual(const Variant& left, const Variant& right, Literals literals = Literals::None);
+Variant Less(const Variant& left, const Variant& right, Literals literals = Literals::None);
+Variant Greater(const Variant& left, const Variant& right, Literals literals = Literals::None);
+Variant LessOrEqual(const Variant& left, const Variant& right, Literals literals = Literals::None);
+Variant GreaterOrEqual(const Variant& left, const Variant& right, Literals literals = Literals::None);
 // The same object; error 424 "Object required" when a side is none.
 Variant Is(const Variant& left, const Variant& right);
 
