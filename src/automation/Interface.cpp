@@ -9,8 +9,9 @@ namespace hearthmake::automation {
 
 namespace {
 
-std::int64_t EntryKey(std::int32_t id, MemberKind kind) {
-  return static_cast<std::int64_t>(id) * 4 + static_cast<std::int64_t>(kind);
+// Ids are small: the reserved ones from kNewEnumMember, then those that were given out one by one.
+std::size_t EntryPlace(std::int32_t id, MemberKind kind) {
+  return static_cast<std::size_t>(id - kNewEnumMember) * 4 + static_cast<std::size_t>(kind);
 }
 
 bool TakesValue(MemberKind kind) { return kind == MemberKind::Let || kind == MemberKind::Set; }
@@ -40,7 +41,9 @@ void Interface::Add(Member member) {
     member.id = m_nextId++;
   }
   m_ids[key] = member.id;
-  m_entries[EntryKey(member.id, member.kind)] = m_members.size();
+  const std::size_t place = EntryPlace(member.id, member.kind);
+  if (place >= m_entries.size()) m_entries.resize(place + 1);
+  m_entries[place] = static_cast<std::uint32_t>(m_members.size() + 1);
   m_members.push_back(std::move(member));
 }
 
@@ -52,8 +55,10 @@ std::optional<std::int32_t> Interface::Find(std::string_view name) const {
 
 const Member* Interface::Find(std::int32_t id, InvokeKind kind) const {
   const auto entry = [&](MemberKind memberKind) -> const Member* {
-    const auto found = m_entries.find(EntryKey(id, memberKind));
-    return found == m_entries.end() ? nullptr : &m_members[found->second];
+    if (id < kNewEnumMember) return nullptr;
+    const std::size_t place = EntryPlace(id, memberKind);
+    if (place >= m_entries.size() || m_entries[place] == 0) return nullptr;
+    return &m_members[m_entries[place] - 1];
   };
   switch (kind) {
     case InvokeKind::Let: return entry(MemberKind::Let);

@@ -101,7 +101,9 @@ class Interface {
   std::string m_clsid;
   std::vector<Member> m_members;
   std::unordered_map<std::string, std::int32_t> m_ids;      // by lower-case name
-  std::unordered_map<std::int64_t, std::size_t> m_entries;  // by id and kind
+  // By id and kind, a place for each: 0 for none, else the index of the member and 1. Looked at in every
+  // late-bound call.
+  std::vector<std::uint32_t> m_entries;
   std::int32_t m_nextId = 1;
 };
 

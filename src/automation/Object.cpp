@@ -5,22 +5,18 @@
 
 #include "automation/Error.hpp"
 #include "automation/Interface.hpp"
+#include "automation/Teardown.hpp"
 
 namespace hearthmake::automation {
 
-void Object::AddRef() noexcept {
-  if (m_references++ == 0 && m_owner != nullptr) m_owner->AddRef();
-}
-
-void Object::Release() noexcept {
-  if (--m_references != 0) return;
+void Object::OutsideReferencesGone() noexcept {
   Object* owner = m_owner;
   if (m_holds == 0) {
     // A destructor may hand out references to this object for the time of a call; they must not end it
     // a second time.
     m_owner = nullptr;
     m_holds = 1;
-    delete this;
+    Teardown::End(this);
   }
   if (owner != nullptr) owner->Release();
 }
@@ -28,7 +24,7 @@ void Object::Release() noexcept {
 void Object::ReleaseHold() noexcept {
   if (--m_holds == 0 && m_references == 0) {
     m_holds = 1;
-    delete this;
+    Teardown::End(this);
   }
 }
 

@@ -31,8 +31,12 @@ class Object {
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;
 
-  void AddRef() noexcept;
-  void Release() noexcept;
+  void AddRef() noexcept {
+    if (m_references++ == 0 && m_owner != nullptr) m_owner->AddRef();
+  }
+  void Release() noexcept {
+    if (--m_references == 0) OutsideReferencesGone();
+  }
   void AddHold() noexcept { ++m_holds; }
   void ReleaseHold() noexcept;
 
@@ -62,7 +66,18 @@ class Object {
  protected:
   virtual ~Object() = default;
 
+  // The last reference and hold have gone. Deletes the object; a class whose objects want to do something
+  // while they are still whole does that first. The object counts as held meanwhile, so that references
+  // may come and go; one that was stored elsewhere makes IsReferenced true: such an object must not be
+  // deleted but LiveOn.
+  virtual void LastReferenceGone() noexcept { delete this; }
+  bool IsReferenced() const { return m_references != 0; }
+  void LiveOn() noexcept { m_holds = 0; }
+
  private:
+  friend class Teardown;
+  void OutsideReferencesGone() noexcept;
+
   Variant InvokeByName(std::string_view name, InvokeKind kind, std::initializer_list<Variant> arguments);
 
   Object* m_owner = nullptr;

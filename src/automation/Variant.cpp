@@ -1,16 +1,20 @@
 #include "automation/Variant.hpp"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 
 #include "automation/Error.hpp"
 #include "automation/Object.hpp"
 #include "automation/OleDate.hpp"
+#include "automation/Teardown.hpp"
 #include "automation/Text.hpp"
 #include "automation/Utf.hpp"
 
@@ -91,10 +95,6 @@ StringBuffer* StringBuffer::New(std::u16string_view text, std::size_t capacity) 
   return buffer;
 }
 
-void StringBuffer::Release() noexcept {
-  if (--m_references == 0) ::operator delete(this);
-}
-
 bool StringBuffer::Append(std::u16string_view text) {
   if (m_capacity - m_length < text.size()) return false;
   if (!text.empty()) std::memmove(Data() + m_length, text.data(), text.size() * sizeof(char16_t));
@@ -102,106 +102,99 @@ bool StringBuffer::Append(std::u16string_view text) {
   return true;
 }
 
-ArrayBuffer::ArrayBuffer(std::vector<Bound> bounds) : m_bounds(std::move(bounds)) {
-  std::size_t count = m_bounds.empty() ? 0 : 1;
-  for (const Bound& bound : m_bounds) count *= static_cast<std::size_t>(std::max(bound.count, 0));
-  m_elements.resize(count);
+ArrayBuffer::ArrayBuffer(std::span<const Bound> bounds) : m_bounds(bounds.begin(), bounds.end()) {
+  const std::size_t count = CountElements();
+  Reserve(count);
+  std::uninitialized_default_construct_n(m_elements, count);
+  m_count = count;
+  if (m_bounds.size() == 1 && m_bounds[0].lower == 0) m_vectorCount = static_cast<std::uint32_t>(count);
 }
 
-ArrayBuffer::~ArrayBuffer() = default;
+ArrayBuffer::~ArrayBuffer() {
+  std::destroy_n(m_elements, m_count);
+  std::free(m_elements);
+}
 
-void ArrayBuffer::Release() noexcept {
-  if (--m_references == 0) delete this;
+void ArrayBuffer::End() noexcept { Teardown::End(this); }
+
+std::size_t ArrayBuffer::CountElements() const {
+  std::size_t count = m_bounds.empty() ? 0 : 1;
+  for (const Bound& bound : m_bounds) {
+    count *= static_cast<std::size_t>(std::max(bound.count, 0));
+    if (count > kMostElements) Raise(RuntimeError::OutOfMemory, "");
+  }
+  return count;
+}
+
+// Variants may be moved bit by bit, so that a growing array costs no more than its copy in memory.
+void ArrayBuffer::Reserve(std::size_t capacity) {
+  if (capacity <= m_capacity) return;
+  void* memory = std::realloc(static_cast<void*>(m_elements), capacity * sizeof(Variant));
+  if (memory == nullptr) Raise(RuntimeError::OutOfMemory, "");
+  m_elements = static_cast<Variant*>(memory);
+  m_capacity = capacity;
+}
+
+Ref<ArrayBuffer> ArrayBuffer::Clone() const {
+  Ref<ArrayBuffer> copy(new ArrayBuffer(m_bounds));
+  for (std::size_t i = 0; i < m_count; ++i) {
+    const Variant& element = m_elements[i];
+    const bool isLocked = element.Type() == VariantType::Array && element.AsArray()->IsLocked();
+    copy->m_elements[i] = isLocked ? Variant::FromArray(element.AsArray()->Clone()) : element;
+  }
+  return copy;
+}
+
+void ArrayBuffer::ResizeLast(std::int32_t count) {
+  const std::int32_t before = std::exchange(m_bounds.back().count, count);
+  std::size_t wanted = 0;
+  try {
+    wanted = CountElements();
+    // Growing one by one must not copy everything each time.
+    if (wanted > m_capacity) Reserve(m_count == 0 ? wanted : std::max(wanted, m_capacity + m_capacity / 2));
+  } catch (...) {
+    m_bounds.back().count = before;
+    throw;
+  }
+  if (wanted > m_count) {
+    std::uninitialized_default_construct_n(m_elements + m_count, wanted - m_count);
+  } else {
+    std::destroy_n(m_elements + wanted, m_count - wanted);
+  }
+  m_count = wanted;
+  if (m_bounds.size() == 1 && m_bounds[0].lower == 0) m_vectorCount = static_cast<std::uint32_t>(wanted);
 }
 
 void Variant::AddRefCounted() const noexcept {
-  switch (m_type) {
-    case VariantType::String: m_value.text->AddRef(); break;
-    case VariantType::Array: m_value.array->AddRef(); break;
-    default:
-      if (m_value.object != nullptr) m_value.object->AddRef();
+  if (m_type == VariantType::Array) {
+    m_value.array->AddRef();
+  } else if (m_value.object != nullptr) {
+    m_value.object->AddRef();
   }
 }
 
 void Variant::ReleaseCounted() noexcept {
-  switch (m_type) {
-    case VariantType::String: m_value.text->Release(); break;
-    case VariantType::Array: m_value.array->Release(); break;
-    default:
-      if (m_value.object != nullptr) m_value.object->Release();
+  if (m_type == VariantType::Array) {
+    m_value.array->Release();
+  } else if (m_value.object != nullptr) {
+    m_value.object->Release();
   }
-}
-
-Variant Variant::Null() {
-  Variant result;
-  result.m_type = VariantType::Null;
-  return result;
-}
-
-Variant Variant::FromByte(std::uint8_t value) {
-  Variant result;
-  result.m_type = VariantType::Byte;
-  result.m_value.byteValue = value;
-  return result;
-}
-
-Variant Variant::FromInteger(std::int16_t value) {
-  Variant result;
-  result.m_type = VariantType::Integer;
-  result.m_value.integerValue = value;
-  return result;
-}
-
-Variant Variant::FromLong(std::int32_t value) {
-  Variant result;
-  result.m_type = VariantType::Long;
-  result.m_value.longValue = value;
-  return result;
-}
-
-Variant Variant::FromSingle(float value) {
-  Variant result;
-  result.m_type = VariantType::Single;
-  result.m_value.singleValue = value;
-  return result;
-}
-
-Variant Variant::FromDouble(double value) {
-  Variant result;
-  result.m_type = VariantType::Double;
-  result.m_value.doubleValue = value;
-  return result;
-}
-
-Variant Variant::FromCurrency(std::int64_t tenThousandths) {
-  Variant result;
-  result.m_type = VariantType::Currency;
-  result.m_value.currencyValue = tenThousandths;
-  return result;
-}
-
-Variant Variant::FromDate(double oleDate) {
-  Variant result;
-  result.m_type = VariantType::Date;
-  result.m_value.doubleValue = oleDate;
-  return result;
-}
-
-Variant Variant::FromBoolean(bool value) {
-  Variant result;
-  result.m_type = VariantType::Boolean;
-  result.m_value.integerValue = value ? -1 : 0;
-  return result;
 }
 
 Variant Variant::FromText(std::string_view utf8) { return FromUtf16(Utf8ToUtf16(utf8)); }
 
-Variant Variant::FromUtf16(std::u16string_view text) {
-  Variant result;
-  result.m_value.text = StringBuffer::New(text);
-  result.m_value.text->AddRef();
-  result.m_type = VariantType::String;
-  return result;
+Variant Variant::FromUtf16(std::u16string_view text) { return FromStringBuffer(StringBuffer::New(text)); }
+
+Variant Variant::FromUnit(char16_t unit) {
+  // Scripts take texts apart unit by unit; those of ASCII need no memory of their own.
+  struct Units {
+    Units() {
+      for (char16_t c = 0; c < 128; ++c) text[c] = FromUtf16({&c, 1});
+    }
+    std::array<Variant, 128> text;
+  };
+  thread_local Units units;
+  return unit < 128 ? units.text[unit] : FromUtf16({&unit, 1});
 }
 
 Variant Variant::FromUtf16(std::u16string_view first, std::u16string_view second) {
@@ -214,30 +207,8 @@ Variant Variant::FromUtf16(std::u16string_view first, std::u16string_view second
 }
 
 Variant Variant::FromObject(Ref<Object> object) {
-  Variant result;
-  result.m_type = VariantType::Object;
+  Variant result(VariantType::Object);
   result.m_value.object = object.Detach();
-  return result;
-}
-
-Variant Variant::FromErrorCode(std::int32_t code) {
-  Variant result;
-  result.m_type = VariantType::Error;
-  result.m_value.longValue = code;
-  return result;
-}
-
-Variant Variant::FromArray(Ref<ArrayBuffer> array) {
-  Variant result;
-  result.m_type = VariantType::Array;
-  result.m_value.array = array.Detach();
-  return result;
-}
-
-Variant Variant::ByReference(Variant* target) {
-  Variant result;
-  result.m_type = VariantType::ByReference;
-  result.m_value.reference = target;
   return result;
 }
 

@@ -1,8 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
+#include <new>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "automation/RefCounted.hpp"
@@ -37,7 +41,9 @@ class StringBuffer {
  public:
   static StringBuffer* New(std::u16string_view text, std::size_t capacity = 0);
   void AddRef() noexcept { ++m_references; }
-  void Release() noexcept;
+  void Release() noexcept {
+    if (--m_references == 0) ::operator delete(this);
+  }
 
   std::u16string_view View() const { return {Data(), m_length}; }
   bool IsShared() const { return m_references > 1; }
@@ -57,32 +63,74 @@ class StringBuffer {
   std::uint32_t m_capacity;
 };
 
-// The elements of an Array variant, in the order in which the first index runs fastest.
+// The elements of an Array variant, in the order in which the first index runs fastest. Variants share a
+// buffer by reference count; an array is a value, so whoever writes must be the sole owner (IsShared) or
+// take a copy first.
+//
+// A lock is a counted reference too, held by somebody who points to an element: it does not make the buffer
+// shared, but its elements must stay where they are, and a copy of it must be a real one.
 class ArrayBuffer {
  public:
   struct Bound {
     std::int32_t lower = 0;
     std::int32_t count = 0;
   };
-  explicit ArrayBuffer(std::vector<Bound> bounds);
+  static constexpr std::size_t kMostElements = std::size_t{1} << 28;
+
+  // Error 7 when it would have more than kMostElements.
+  explicit ArrayBuffer(std::span<const Bound> bounds);
+  ArrayBuffer(std::initializer_list<Bound> bounds)
+      : ArrayBuffer(std::span<const Bound>(bounds.begin(), bounds.size())) {}
+  ArrayBuffer(const ArrayBuffer&) = delete;
+  ArrayBuffer& operator=(const ArrayBuffer&) = delete;
 
   void AddRef() noexcept { ++m_references; }
-  void Release() noexcept;
+  void Release() noexcept {
+    if (--m_references == 0) End();
+  }
+  void Lock() noexcept {
+    ++m_references;
+    ++m_locks;
+  }
+  void Unlock() noexcept {
+    --m_locks;
+    Release();
+  }
+  bool IsLocked() const { return m_locks != 0; }
+  bool IsShared() const { return m_references - m_locks > 1; }
 
-  const std::vector<Bound>& Bounds() const { return m_bounds; }
-  std::vector<Variant>& Elements() { return m_elements; }
-  const std::vector<Variant>& Elements() const { return m_elements; }
+  std::span<const Bound> Bounds() const { return m_bounds; }
+  std::span<Variant> Elements();
+  std::span<const Variant> Elements() const;
+  // The element of an array of one dimension that counts from 0; null for any other and outside.
+  Variant* VectorElement(std::int32_t index);
+
+  // A buffer of its own with the same elements.
+  Ref<ArrayBuffer> Clone() const;
+  // Changes the number of elements in the last dimension and keeps the elements; only for a sole owner
+  // without locks.
+  void ResizeLast(std::int32_t count);
 
  private:
+  friend class Teardown;
   ~ArrayBuffer();
+  void End() noexcept;
+  std::size_t CountElements() const;
+  void Reserve(std::size_t capacity);
 
   std::uint32_t m_references = 0;
+  std::uint32_t m_locks = 0;
+  std::uint32_t m_vectorCount = 0;  // elements when VectorElement may serve them
+  std::size_t m_count = 0;
+  std::size_t m_capacity = 0;
+  Variant* m_elements = nullptr;
   std::vector<Bound> m_bounds;
-  std::vector<Variant> m_elements;
 };
 
 // A value of any type: the only variant of the tree, spoken by dispatch, the script engine and the COM
 // border. Sixteen bytes. Copies share texts, arrays and objects.
+//
+// Integer and Boolean are kept sign-extended to 32 bits, so that AsLong reads them too.
 class Variant {
  public:
   Variant() noexcept = default;
@@ -97,23 +145,60 @@ class Variant {
   }
   ~Variant() { Release(); }
 
-  static Variant Null();
-  static Variant FromByte(std::uint8_t value);
-  static Variant FromInteger(std::int16_t value);
-  static Variant FromLong(std::int32_t value);
-  static Variant FromSingle(float value);
-  static Variant FromDouble(double value);
-  static Variant FromCurrency(std::int64_t tenThousandths);
-  static Variant FromDate(double oleDate);
-  static Variant FromBoolean(bool value);
+  static Variant Null() { return Variant(VariantType::Null); }
+  static Variant FromByte(std::uint8_t value) {
+    Variant result(VariantType::Byte);
+    result.m_value.longValue = value;
+    return result;
+  }
+  static Variant FromInteger(std::int16_t value) { return FromWhole(VariantType::Integer, value); }
+  static Variant FromLong(std::int32_t value) { return FromWhole(VariantType::Long, value); }
+  static Variant FromSingle(float value) {
+    Variant result(VariantType::Single);
+    result.m_value.singleValue = value;
+    return result;
+  }
+  static Variant FromDouble(double value) {
+    Variant result(VariantType::Double);
+    result.m_value.doubleValue = value;
+    return result;
+  }
+  static Variant FromCurrency(std::int64_t tenThousandths) {
+    Variant result(VariantType::Currency);
+    result.m_value.currencyValue = tenThousandths;
+    return result;
+  }
+  static Variant FromDate(double oleDate) {
+    Variant result(VariantType::Date);
+    result.m_value.doubleValue = oleDate;
+    return result;
+  }
+  static Variant FromBoolean(bool value) { return FromWhole(VariantType::Boolean, value ? -1 : 0); }
   static Variant FromText(std::string_view utf8);
   static Variant FromUtf16(std::u16string_view text);
   static Variant FromUtf16(std::u16string_view first, std::u16string_view second);  // joined
+  // A text of one unit; those of ASCII are shared.
+  static Variant FromUnit(char16_t unit);
+  // Takes a reference of its own.
+  static Variant FromStringBuffer(StringBuffer* text) {
+    Variant result(VariantType::String);
+    result.m_value.text = text;
+    text->AddRef();
+    return result;
+  }
   static Variant FromObject(Ref<Object> object);  // null is Nothing
-  static Variant FromErrorCode(std::int32_t code);
-  static Variant FromArray(Ref<ArrayBuffer> array);
+  static Variant FromErrorCode(std::int32_t code) { return FromWhole(VariantType::Error, code); }
+  static Variant FromArray(Ref<ArrayBuffer> array) {
+    Variant result(VariantType::Array);
+    result.m_value.array = array.Detach();
+    return result;
+  }
   // Refers to a variant that outlives this one; never to a reference.
-  static Variant ByReference(Variant* target);
+  static Variant ByReference(Variant* target) {
+    Variant result(VariantType::ByReference);
+    result.m_value.reference = target;
+    return result;
+  }
   // The value of an argument that the caller left out.
   static Variant Missing();
 
@@ -124,13 +209,13 @@ class Variant {
   bool IsMissing() const;
 
   // The raw contents; the type must be the one named.
-  std::uint8_t AsByte() const { return m_value.byteValue; }
-  std::int16_t AsInteger() const { return m_value.integerValue; }
-  std::int32_t AsLong() const { return m_value.longValue; }
+  std::uint8_t AsByte() const { return static_cast<std::uint8_t>(m_value.longValue); }
+  std::int16_t AsInteger() const { return static_cast<std::int16_t>(m_value.longValue); }
+  std::int32_t AsLong() const { return m_value.longValue; }  // Integer, Boolean and Byte too
   float AsSingle() const { return m_value.singleValue; }
   double AsDouble() const { return m_value.doubleValue; }  // Date too
   std::int64_t AsCurrency() const { return m_value.currencyValue; }
-  bool AsBoolean() const { return m_value.integerValue != 0; }
+  bool AsBoolean() const { return m_value.longValue != 0; }
   std::u16string_view AsUtf16() const { return m_value.text->View(); }
   StringBuffer* AsStringBuffer() const { return m_value.text; }
   Object* AsObject() const { return m_value.object; }
@@ -142,10 +227,40 @@ class Variant {
   const Variant& Target() const { return m_type == VariantType::ByReference ? *m_value.reference : *this; }
   Variant& Target() { return m_type == VariantType::ByReference ? *m_value.reference : *this; }
 
+  // Whether it shares something counted. Every type below String holds its value itself.
+  bool IsCounted() const {
+    return m_type >= VariantType::String && (m_type <= VariantType::Object || m_type == VariantType::Array);
+  }
+
+  // For the script engine, which keeps values in raw slots: these overwrite without releasing what was
+  // there, so that must be nothing counted.
+  void OverwriteEmpty() { m_type = VariantType::Empty; }
+  void OverwriteWhole(VariantType type, std::int32_t value) {
+    m_type = type;
+    m_value.longValue = value;
+  }
+  void OverwriteDouble(double value) {
+    m_type = VariantType::Double;
+    m_value.doubleValue = value;
+  }
+  void OverwriteReference(Variant* target) {
+    m_type = VariantType::ByReference;
+    m_value.reference = target;
+  }
+  // Moves the other's value in, which is Empty then.
+  void OverwriteWith(Variant& other) {
+    m_type = other.m_type;
+    m_value = other.m_value;
+    other.m_type = VariantType::Empty;
+  }
+  void OverwriteWithCopy(const Variant& other) {
+    m_type = other.m_type;
+    m_value = other.m_value;
+    AddRef();
+  }
+
  private:
   union Value {
-    std::uint8_t byteValue;
-    std::int16_t integerValue;
     std::int32_t longValue;
     float singleValue;
     double doubleValue;
@@ -156,14 +271,21 @@ class Variant {
     Variant* reference;
   };
 
-  bool IsCounted() const {
-    return m_type == VariantType::String || m_type == VariantType::Object || m_type == VariantType::Array;
+  explicit Variant(VariantType type) noexcept : m_type(type) {}
+  static Variant FromWhole(VariantType type, std::int32_t value) {
+    Variant result(type);
+    result.m_value.longValue = value;
+    return result;
   }
   void AddRef() const noexcept {
-    if (IsCounted()) AddRefCounted();
+    if (m_type < VariantType::String) return;
+    if (m_type == VariantType::String) return m_value.text->AddRef();
+    if (m_type == VariantType::Object || m_type == VariantType::Array) AddRefCounted();
   }
   void Release() noexcept {
-    if (IsCounted()) ReleaseCounted();
+    if (m_type < VariantType::String) return;
+    if (m_type == VariantType::String) return m_value.text->Release();
+    if (m_type == VariantType::Object || m_type == VariantType::Array) ReleaseCounted();
   }
   void AddRefCounted() const noexcept;
   void ReleaseCounted() noexcept;
@@ -171,6 +293,12 @@ class Variant {
   VariantType m_type = VariantType::Empty;
   Value m_value;
 };
+
+inline std::span<Variant> ArrayBuffer::Elements() { return {m_elements, m_count}; }
+inline std::span<const Variant> ArrayBuffer::Elements() const { return {m_elements, m_count}; }
+inline Variant* ArrayBuffer::VectorElement(std::int32_t index) {
+  return static_cast<std::uint32_t>(index) < m_vectorCount ? m_elements + index : nullptr;
+}
 
 static_assert(sizeof(Variant) == 16);
 
