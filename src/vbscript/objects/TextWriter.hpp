@@ -16,7 +16,6 @@ class TextWriter {
   enum class Kind {
     File,     // lines end in CR LF; bytes go out in large pieces
     Console,  // lines end in "\n", also where the text says CR LF; everything goes out at once
-    Pipe,     // as a file, at once
   };
 
   // The budget outlives the writer.
