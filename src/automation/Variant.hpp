@@ -176,7 +176,6 @@ class Variant {
   static Variant FromBoolean(bool value) { return FromWhole(VariantType::Boolean, value ? -1 : 0); }
   static Variant FromText(std::string_view utf8);
   static Variant FromUtf16(std::u16string_view text);
-  static Variant FromUtf16(std::u16string_view first, std::u16string_view second);  // joined
   // A text of one unit; those of ASCII are shared.
   static Variant FromUnit(char16_t unit);
   // Takes a reference of its own.
@@ -186,6 +185,7 @@ class Variant {
     text->AddRef();
     return result;
   }
+  static Variant FromUtf16(std::u16string_view first, std::u16string_view second);  // joined
   static Variant FromObject(Ref<Object> object);  // null is Nothing
   static Variant FromErrorCode(std::int32_t code) { return FromWhole(VariantType::Error, code); }
   static Variant FromArray(Ref<ArrayBuffer> array) {
