@@ -72,6 +72,8 @@ class Object {
   // deleted but LiveOn.
   virtual void LastReferenceGone() noexcept { delete this; }
   bool IsReferenced() const { return m_references != 0; }
+  // Gives back a reference that was taken in LastReferenceGone, without another end.
+  void DropReference() noexcept { --m_references; }
   void LiveOn() noexcept { m_holds = 0; }
 
  private:

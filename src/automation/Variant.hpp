@@ -232,6 +232,11 @@ class Variant {
     return m_type >= VariantType::String && (m_type <= VariantType::Object || m_type == VariantType::Array);
   }
 
+  // A note of whoever keeps the variant, about the place rather than the value: copies and assignments
+  // leave it where it is.
+  std::uint16_t Mark() const { return m_mark; }
+  void SetMark(std::uint16_t mark) { m_mark = mark; }
+
   // For the script engine, which keeps values in raw slots: these overwrite without releasing what was
   // there, so that must be nothing counted.
   void OverwriteEmpty() { m_type = VariantType::Empty; }
@@ -291,6 +296,7 @@ class Variant {
   void ReleaseCounted() noexcept;
 
   VariantType m_type = VariantType::Empty;
+  std::uint16_t m_mark = 0;
   Value m_value;
 };
 
