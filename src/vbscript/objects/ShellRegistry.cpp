@@ -61,7 +61,7 @@ std::string BytesOf(std::int32_t number) {
 Variant ArrayOf(const std::vector<Variant>& elements) {
   automation::Ref<automation::ArrayBuffer> array(
       new automation::ArrayBuffer({{0, static_cast<std::int32_t>(elements.size())}}));
-  array->Elements() = elements;
+  std::copy(elements.begin(), elements.end(), array->Elements().begin());
   return Variant::FromArray(std::move(array));
 }
 
