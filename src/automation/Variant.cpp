@@ -85,12 +85,20 @@ double RoundHalfToEven(double value) { return std::nearbyint(value); }
 
 }  // namespace
 
-StringBuffer* StringBuffer::New(std::u16string_view text, std::size_t capacity) {
-  capacity = std::max(capacity, text.size());
+void* StringBuffer::Allocate(std::size_t capacity) {
   if (capacity > std::numeric_limits<std::int32_t>::max() / 2) Raise(RuntimeError::OutOfMemory, "");
   void* memory = ::operator new(sizeof(StringBuffer) + capacity * sizeof(char16_t), std::nothrow);
   if (memory == nullptr) Raise(RuntimeError::OutOfMemory, "");
-  auto* buffer = new (memory) StringBuffer(text.size(), capacity);
+  return memory;
+}
+
+StringBuffer* StringBuffer::NewUnset(std::size_t length) {
+  return new (Allocate(length)) StringBuffer(length, length);
+}
+
+StringBuffer* StringBuffer::New(std::u16string_view text, std::size_t capacity) {
+  capacity = std::max(capacity, text.size());
+  auto* buffer = new (Allocate(capacity)) StringBuffer(text.size(), capacity);
   if (!text.empty()) std::memcpy(buffer->Data(), text.data(), text.size() * sizeof(char16_t));
   return buffer;
 }

@@ -8,8 +8,9 @@
 
 namespace hearthmake::vbscript {
 
-// Numbers of compile-time errors, 1001 to 1058, as the language documents them.
+// Numbers of compile-time errors, 1001 to 1058 and one other, as the language documents them.
 enum class CompileErrorNumber : std::int32_t {
+  InvalidOrUnqualifiedReference = 505,  // a run-time number, but found when compiling: .x outside With
   OutOfMemory = 1001,
   SyntaxError = 1002,
   ExpectedColon = 1003,

@@ -153,7 +153,7 @@ void DeclareGlobals(const std::shared_ptr<const Script>& script, Globals& global
   }
   for (const Class* node : script->classes) DeclareClass(*node, script, globals);
   for (const Declarator* declarator : use.declared)
-    globals.DefineVariable(declarator->name).isArray = declarator->isArray;
+    globals.DefineVariable(declarator->name).isArray = !declarator->upperBounds.empty();
   for (const Symbol symbol : use.redimmed) {
     if (globals.Resolve(symbol).kind != Binding::Kind::Variable) globals.DefineVariable(symbol);
   }
@@ -294,7 +294,7 @@ std::unique_ptr<Code> Compiler::Body(Function& function) {
       m_localConstants[constant.name] = ConstantValue(*constant.value);
   }
   for (const Declarator* declarator : use.declared)
-    AddLocal(declarator->name, {.isArray = declarator->isArray});
+    AddLocal(declarator->name, {.isArray = !declarator->upperBounds.empty()});
   SetUpLocals(use);
   Label exit;
   m_exitProcedure = &exit;
@@ -392,7 +392,7 @@ Compiler::Place Compiler::Find(Symbol symbol) {
       if (member->isField) {
         place.kind = Place::Kind::Direct;
         place.operand = MakeOperand(Bank::Fields, member->slot);
-        place.isArray = member->isArray;
+        place.isArray = member->isArray && member->shape.isFixed;
       } else if (member->isConstant) {
         place.kind = Place::Kind::Constant;
         place.constant = &member->value;

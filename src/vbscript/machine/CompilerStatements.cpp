@@ -177,6 +177,11 @@ void Compiler::AssignName(const Name& name, const Expression* value, Operand rea
   const Place place = Find(name.symbol);
   switch (place.kind) {
     case Place::Kind::Direct: {
+      if (place.isArray) {
+        ValueOrReady(value, ready, false);
+        EmitRaise(number::kTypeMismatch, name.symbol);
+        return;
+      }
       if (isSet) {
         Emit(Op::Set, place.operand, ValueOrReady(value, ready, false));
         return;
@@ -244,6 +249,14 @@ void Compiler::AssignElement(const Call& target, const Expression* value, Operan
         return;
       }
       m_nextTemporary = window;
+    } else if (place.kind == Place::Kind::Constant ||
+               (place.kind == Place::Kind::Named && (place.binding->kind == Binding::Kind::Intrinsic ||
+                                                     place.binding->kind == Binding::Kind::Function ||
+                                                     place.binding->kind == Binding::Kind::Machine))) {
+      CompileValues(arguments);
+      ValueOrReady(value, ready, true);
+      EmitRaise(number::kIllegalAssignment, name.symbol);
+      return;
     }
     array = CompileVariable(callee, kNoOperand);
   } else if (array == kNoOperand) {
@@ -473,7 +486,8 @@ void Compiler::CompileForEach(const ForEach& statement) {
   Bind(next);
   const Operand item = AllocateTemporary();
   Emit(Op::ForEachNext, state, item);
-  EmitWordJump(0, exit);
+  Label done;
+  EmitWordJump(0, done);
   // Items are put into the variable as they are, objects too.
   const Operand variable = DirectVariable(*statement.variable);
   if (variable != kNoOperand) {
@@ -483,6 +497,14 @@ void Compiler::CompileForEach(const ForEach& statement) {
   }
   m_nextTemporary = base;
   EmitJump(Op::Loop, 0, top);
+  // A loop that comes to its end leaves its variable empty.
+  Bind(done);
+  if (variable != kNoOperand) {
+    Emit(Op::Let, variable, ConstantOperand(Variant()));
+  } else {
+    Store(*statement.variable, ConstantOperand(Variant()), false);
+  }
+  m_nextTemporary = base;
   ResumeHere(nextMark);
   Bind(exit);
   Emit(Op::Clear, state);

@@ -1,0 +1,2 @@
+x = True + 100000
+WScript.Echo TypeName(x) & " " & x  ' expect: Long 99999

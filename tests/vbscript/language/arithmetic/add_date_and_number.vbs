@@ -1,0 +1,2 @@
+x = #1/31/2003# + 1
+WScript.Echo TypeName(x) & " " & x  ' expect: Date 2/1/2003

@@ -1,0 +1,2 @@
+x = "a" + Empty
+WScript.Echo TypeName(x) & x  ' expect: Stringa

@@ -1,0 +1,3 @@
+a = "xy"
+a = a & a
+WScript.Echo a  ' expect: xyxy

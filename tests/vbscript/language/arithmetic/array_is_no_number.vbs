@@ -1,0 +1,1 @@
+x = Array(1) + 1  ' error: 13

@@ -1,0 +1,2 @@
+x = CByte(255) + CByte(1)
+WScript.Echo TypeName(x) & " " & x  ' expect: Integer 256

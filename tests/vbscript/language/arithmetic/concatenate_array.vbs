@@ -1,0 +1,1 @@
+x = "a" & Array(1)  ' error: 13

@@ -1,0 +1,1 @@
+WScript.Echo "on " & #2/3/2004#  ' expect: on 2/3/2004

@@ -1,0 +1,1 @@
+WScript.Echo "a" & Empty & "b"  ' expect: ab

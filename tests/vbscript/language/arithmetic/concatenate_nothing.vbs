@@ -1,0 +1,2 @@
+Set o = Nothing
+x = "a" & o  ' error: 91

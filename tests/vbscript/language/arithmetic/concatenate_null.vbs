@@ -1,0 +1,2 @@
+WScript.Echo "a" & Null & "b"  ' expect: ab
+WScript.Echo IsNull(Null & Null) & "."  ' expect: True.

@@ -1,0 +1,1 @@
+x = 1 / 0  ' error: 11 Division by zero

@@ -1,0 +1,2 @@
+x = Empty * 5
+WScript.Echo TypeName(x) & x  ' expect: Integer0

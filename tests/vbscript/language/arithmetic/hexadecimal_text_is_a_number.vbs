@@ -1,0 +1,1 @@
+WScript.Echo "&H10" * 1  ' expect: 16

@@ -1,0 +1,3 @@
+WScript.Echo 7 \ 2    ' expect: 3
+WScript.Echo -7 \ 2   ' expect: -3
+WScript.Echo 7 \ -2   ' expect: -3

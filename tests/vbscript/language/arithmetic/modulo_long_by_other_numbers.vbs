@@ -1,0 +1,5 @@
+WScript.Echo TypeName(CLng(7) Mod CByte(2)) & " " & (CLng(7) Mod CByte(2))  ' expect: Long 1
+WScript.Echo TypeName(CLng(7) Mod CInt(2)) & " " & (CLng(7) Mod CInt(2))  ' expect: Long 1
+WScript.Echo TypeName(CLng(7) Mod CLng(2)) & " " & (CLng(7) Mod CLng(2))  ' expect: Long 1
+WScript.Echo TypeName(CLng(7) Mod CSng(2)) & " " & (CLng(7) Mod CSng(2))  ' expect: Long 1
+WScript.Echo TypeName(CLng(7) Mod CDbl(2)) & " " & (CLng(7) Mod CDbl(2))  ' expect: Long 1

@@ -1,0 +1,1 @@
+x = 1E10 Mod 2  ' error: 6

@@ -1,0 +1,2 @@
+x = True * True
+WScript.Echo TypeName(x) & " " & x  ' expect: Integer 1

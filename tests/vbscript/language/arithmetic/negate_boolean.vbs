@@ -1,0 +1,2 @@
+x = -True
+WScript.Echo TypeName(x) & " " & x  ' expect: Integer 1

@@ -1,0 +1,2 @@
+x = -Empty
+WScript.Echo TypeName(x) & x  ' expect: Integer0

@@ -1,0 +1,1 @@
+WScript.Echo TypeName(-CInt(7)) & " " & (-CInt(7))  ' expect: Integer -7

@@ -1,0 +1,2 @@
+x = -"5"
+WScript.Echo TypeName(x) & x  ' expect: Double-5

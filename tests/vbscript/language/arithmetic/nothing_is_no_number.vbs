@@ -1,0 +1,2 @@
+Set o = Nothing
+x = o + 1  ' error: 91

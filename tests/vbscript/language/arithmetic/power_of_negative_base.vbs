@@ -1,0 +1,1 @@
+WScript.Echo (-2) ^ 3  ' expect: -8

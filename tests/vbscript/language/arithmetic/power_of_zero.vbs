@@ -1,0 +1,1 @@
+WScript.Echo 0 ^ 0  ' expect: 1

@@ -1,0 +1,1 @@
+WScript.Echo 9 ^ 0.5  ' expect: 3

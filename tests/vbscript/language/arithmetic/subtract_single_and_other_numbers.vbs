@@ -1,0 +1,5 @@
+WScript.Echo TypeName(CSng(7) - CByte(2)) & " " & (CSng(7) - CByte(2))  ' expect: Single 5
+WScript.Echo TypeName(CSng(7) - CInt(2)) & " " & (CSng(7) - CInt(2))  ' expect: Single 5
+WScript.Echo TypeName(CSng(7) - CLng(2)) & " " & (CSng(7) - CLng(2))  ' expect: Double 5
+WScript.Echo TypeName(CSng(7) - CSng(2)) & " " & (CSng(7) - CSng(2))  ' expect: Single 5
+WScript.Echo TypeName(CSng(7) - CDbl(2)) & " " & (CSng(7) - CDbl(2))  ' expect: Double 5

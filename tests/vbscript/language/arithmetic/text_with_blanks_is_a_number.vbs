@@ -1,0 +1,1 @@
+WScript.Echo " 5 " * 2  ' expect: 10

@@ -1,0 +1,1 @@
+WScript.Echo +5  ' expect: 5

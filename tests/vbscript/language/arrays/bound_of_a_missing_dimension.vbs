@@ -1,0 +1,2 @@
+Dim a(2)
+x = UBound(a, 2)  ' error: 9

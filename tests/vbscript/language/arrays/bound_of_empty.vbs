@@ -1,0 +1,1 @@
+x = UBound(Empty)  ' error: 13

@@ -1,0 +1,1 @@
+x = UBound(5)  ' error: 13

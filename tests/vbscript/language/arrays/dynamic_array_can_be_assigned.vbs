@@ -1,0 +1,3 @@
+Dim a()
+a = Array(1, 2)
+WScript.Echo UBound(a)  ' expect: 1

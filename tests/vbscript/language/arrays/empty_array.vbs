@@ -1,0 +1,1 @@
+WScript.Echo UBound(Array()) & LBound(Array())  ' expect: -10

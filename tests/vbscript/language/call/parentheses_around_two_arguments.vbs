@@ -1,0 +1,3 @@
+Sub P(a, b)
+End Sub
+P(1, 2)  ' compile error: 1044

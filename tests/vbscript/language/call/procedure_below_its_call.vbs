@@ -1,0 +1,4 @@
+P
+Sub P
+  WScript.Echo "found"  ' expect: found
+End Sub

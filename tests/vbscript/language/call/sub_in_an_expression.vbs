@@ -1,0 +1,4 @@
+Sub P
+End Sub
+x = P()
+WScript.Echo TypeName(x)  ' expect: Empty

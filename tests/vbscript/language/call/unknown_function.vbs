@@ -1,0 +1,1 @@
+x = Unknown(1)  ' error: 13 Type mismatch: 'Unknown'

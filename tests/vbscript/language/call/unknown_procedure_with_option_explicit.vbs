@@ -1,0 +1,2 @@
+Option Explicit
+Unknown 1  ' error: 500 Variable is undefined: 'Unknown'

@@ -1,0 +1,2 @@
+Class C
+End Sub  ' compile error: 1047

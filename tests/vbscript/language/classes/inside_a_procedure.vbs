@@ -1,0 +1,4 @@
+Sub P
+  Class C  ' compile error: 1002
+  End Class
+End Sub

@@ -1,0 +1,2 @@
+Class  ' compile error: 1010
+End Class

@@ -1,0 +1,6 @@
+Class C
+  Private Sub S
+  End Sub
+End Class
+Set o = New C
+o.S  ' error: 438

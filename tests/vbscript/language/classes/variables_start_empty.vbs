@@ -1,0 +1,5 @@
+Class C
+  Public N
+End Class
+Set o = New C
+WScript.Echo TypeName(o.N)  ' expect: Empty

@@ -1,0 +1,1 @@
+WScript.Echo "" & ("ab" > "a")  ' expect: True

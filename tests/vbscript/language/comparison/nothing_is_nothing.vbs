@@ -1,0 +1,1 @@
+WScript.Echo "" & (Nothing Is Nothing)  ' expect: True

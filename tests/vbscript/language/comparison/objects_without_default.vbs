@@ -1,0 +1,3 @@
+Class C
+End Class
+x = (New C = New C)  ' error: 438

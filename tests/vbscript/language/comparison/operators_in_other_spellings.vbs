@@ -1,0 +1,1 @@
+WScript.Echo (1 >< 2) & (1 =< 2) & (2 => 1)  ' expect: TrueTrueTrue

@@ -1,0 +1,1 @@
+WScript.Echo TypeName(1 < 2)  ' expect: Boolean

@@ -1,0 +1,1 @@
+WScript.Echo "" & (CSng(0.5) = 0.5)  ' expect: True

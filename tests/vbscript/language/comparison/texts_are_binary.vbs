@@ -1,0 +1,1 @@
+WScript.Echo ("a" = "A") & ("Z" < "a")  ' expect: FalseTrue

@@ -1,0 +1,1 @@
+WScript.Echo "" & ("10" < "9")  ' expect: True

@@ -1,0 +1,3 @@
+s = "100"
+n = CLng(1000)
+WScript.Echo "" & (s > n)  ' expect: True

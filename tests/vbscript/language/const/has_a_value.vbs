@@ -1,0 +1,2 @@
+Const N = 5, S = "text"
+WScript.Echo N & S  ' expect: 5text

@@ -1,0 +1,2 @@
+Const N = -5
+WScript.Echo N  ' expect: -5

@@ -1,0 +1,1 @@
+Const N  ' compile error: 1011

@@ -1,0 +1,2 @@
+x = 1
+Const N = x  ' compile error: 1045

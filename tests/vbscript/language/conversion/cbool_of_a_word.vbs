@@ -1,0 +1,1 @@
+x = CBool("yes")  ' error: 13

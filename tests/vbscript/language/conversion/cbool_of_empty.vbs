@@ -1,0 +1,1 @@
+WScript.Echo "" & CBool(Empty)  ' expect: False

@@ -1,0 +1,1 @@
+x = CBool(Null)  ' error: 94

@@ -1,0 +1,1 @@
+x = CByte(-1)  ' error: 6

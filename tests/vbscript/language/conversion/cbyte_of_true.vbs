@@ -1,0 +1,1 @@
+WScript.Echo CByte(True)  ' expect: 255

@@ -1,0 +1,1 @@
+x = CByte(256)  ' error: 6

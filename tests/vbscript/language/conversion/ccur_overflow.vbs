@@ -1,0 +1,1 @@
+x = CCur(1E15)  ' error: 6

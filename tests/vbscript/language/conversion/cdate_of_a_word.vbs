@@ -1,0 +1,1 @@
+x = CDate("abc")  ' error: 13

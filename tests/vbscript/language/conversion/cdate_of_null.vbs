@@ -1,0 +1,1 @@
+x = CDate(Null)  ' error: 94

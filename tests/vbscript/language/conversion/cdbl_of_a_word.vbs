@@ -1,0 +1,1 @@
+x = CDbl("abc")  ' error: 13

@@ -1,0 +1,1 @@
+x = CDbl(Null)  ' error: 94

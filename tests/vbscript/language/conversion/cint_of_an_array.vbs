@@ -1,0 +1,1 @@
+x = CInt(Array(1))  ' error: 13

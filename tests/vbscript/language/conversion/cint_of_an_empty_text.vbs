@@ -1,0 +1,1 @@
+x = CInt("")  ' error: 13

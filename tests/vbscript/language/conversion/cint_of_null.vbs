@@ -1,0 +1,1 @@
+x = CInt(Null)  ' error: 94

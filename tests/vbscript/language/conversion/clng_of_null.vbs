@@ -1,0 +1,1 @@
+x = CLng(Null)  ' error: 94

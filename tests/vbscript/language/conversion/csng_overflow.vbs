@@ -1,0 +1,1 @@
+x = CSng(1E39)  ' error: 6

@@ -1,0 +1,1 @@
+x = CStr(Array())  ' error: 13

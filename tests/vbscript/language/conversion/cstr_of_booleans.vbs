@@ -1,0 +1,1 @@
+WScript.Echo CStr(True) & CStr(False)  ' expect: TrueFalse

@@ -1,0 +1,1 @@
+WScript.Echo Hex(Empty)  ' expect: 0

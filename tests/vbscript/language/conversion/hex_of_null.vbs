@@ -1,0 +1,1 @@
+WScript.Echo "" & IsNull(Hex(Null))  ' expect: True

@@ -1,0 +1,1 @@
+Dim a(-1)  ' compile error: 1026

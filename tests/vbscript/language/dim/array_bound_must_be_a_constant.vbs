@@ -1,0 +1,2 @@
+n = 3
+Dim a(n)  ' compile error: 1026

@@ -1,0 +1,3 @@
+Dim a(4)
+a("3") = "x"
+WScript.Echo a(3)  ' expect: x

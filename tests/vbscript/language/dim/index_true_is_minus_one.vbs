@@ -1,0 +1,2 @@
+Dim a(4)
+a(True) = 1  ' error: 9

@@ -1,0 +1,1 @@
+Dim  ' compile error: 1010

@@ -1,0 +1,1 @@
+Dim a,  ' compile error: 1010

@@ -1,0 +1,3 @@
+Sub P(a)
+  Dim a  ' compile error: 1041
+End Sub

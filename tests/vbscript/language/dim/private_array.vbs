@@ -1,0 +1,2 @@
+Private a(2)
+WScript.Echo UBound(a)  ' expect: 2

@@ -1,0 +1,5 @@
+Public a
+Private b
+a = 1
+b = 2
+WScript.Echo a + b  ' expect: 3

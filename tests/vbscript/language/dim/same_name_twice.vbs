@@ -1,0 +1,2 @@
+Dim a
+Dim A  ' compile error: 1041

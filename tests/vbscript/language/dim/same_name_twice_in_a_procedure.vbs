@@ -1,0 +1,3 @@
+Sub P
+  Dim a, a  ' compile error: 1041
+End Sub

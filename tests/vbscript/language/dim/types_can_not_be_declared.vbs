@@ -1,0 +1,1 @@
+Dim a As Integer  ' compile error: 1025

@@ -1,0 +1,2 @@
+Dim a, b
+WScript.Echo TypeName(a) & TypeName(b)  ' expect: EmptyEmpty

@@ -1,0 +1,3 @@
+x = 3
+Dim x
+WScript.Echo x  ' expect: 3

@@ -1,0 +1,2 @@
+Do While True
+Loop While True  ' compile error: 1025

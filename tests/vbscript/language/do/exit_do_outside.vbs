@@ -1,0 +1,1 @@
+Exit Do  ' compile error: 1039

@@ -1,0 +1,3 @@
+Do
+  Exit For  ' compile error: 1039
+Loop

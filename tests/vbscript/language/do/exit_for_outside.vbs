@@ -1,0 +1,1 @@
+Exit For  ' compile error: 1039

@@ -1,0 +1,2 @@
+x = 1
+Loop  ' compile error: 1038

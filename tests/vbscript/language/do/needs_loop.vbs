@@ -1,0 +1,3 @@
+Do
+  x = 1
+' compile error at end: 1019

@@ -1,0 +1,2 @@
+Do If x  ' compile error: 1028
+Loop

@@ -1,0 +1,2 @@
+x = 5
+Erase x  ' error: 13

@@ -1,0 +1,1 @@
+Set o = CreateObject("No.Such.Thing")  ' error: 429

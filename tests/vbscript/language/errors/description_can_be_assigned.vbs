@@ -1,0 +1,2 @@
+Err.Description = "own"
+WScript.Echo Err.Description  ' expect: own

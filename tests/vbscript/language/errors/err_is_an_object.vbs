@@ -1,0 +1,1 @@
+WScript.Echo TypeName(Err) & IsObject(Err)  ' expect: ObjectTrue

@@ -1,0 +1,1 @@
+WScript.Echo Err.Number & TypeName(Err.Number)  ' expect: 0Long

@@ -1,0 +1,1 @@
+x = CStr(Null)  ' error: 94 Invalid use of Null: 'CStr'

@@ -1,0 +1,3 @@
+On Error Resume Next
+Err.Number = 9
+WScript.Echo Err.Number  ' expect: 9

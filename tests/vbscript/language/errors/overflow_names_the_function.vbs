@@ -1,0 +1,1 @@
+x = CInt(40000)  ' error: 6 Overflow: 'CInt'

@@ -1,0 +1,3 @@
+On Error Resume Next
+Err.Raise 4321
+WScript.Echo Err.Description  ' expect: Unknown runtime error

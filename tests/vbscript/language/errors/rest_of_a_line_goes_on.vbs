@@ -1,0 +1,2 @@
+On Error Resume Next
+x = 1 / 0 : WScript.Echo "next"  ' expect: next

@@ -1,0 +1,1 @@
+x = CInt("abc")  ' error: 13 Type mismatch: 'CInt'

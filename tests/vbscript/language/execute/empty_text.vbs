@@ -1,0 +1,2 @@
+Execute ""
+WScript.Echo "ok"  ' expect: ok

@@ -1,0 +1,2 @@
+Execute "x = 1 : y = 2"
+WScript.Echo x & y  ' expect: 12

@@ -1,0 +1,2 @@
+Execute "x = 1" & vbCrLf & "x = x + 1"
+WScript.Echo x  ' expect: 2

@@ -1,0 +1,3 @@
+Sub P
+  Exit Function  ' compile error: 1039
+End Sub

@@ -1,0 +1,3 @@
+Function F
+  Exit Property  ' compile error: 1039
+End Function

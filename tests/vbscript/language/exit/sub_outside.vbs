@@ -1,0 +1,1 @@
+Exit Sub  ' compile error: 1039

@@ -1,0 +1,4 @@
+' a comment
+
+Option Explicit
+WScript.Echo "ok"  ' expect: ok

@@ -1,0 +1,4 @@
+Option Explicit
+Dim x
+x = 1
+WScript.Echo x  ' expect: 1

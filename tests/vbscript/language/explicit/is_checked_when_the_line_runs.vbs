@@ -1,0 +1,3 @@
+Option Explicit
+If False Then x = 1
+WScript.Echo "fine"  ' expect: fine

@@ -1,0 +1,3 @@
+Option Explicit
+Dim y
+y = x  ' error: 500 Variable is undefined: 'x'

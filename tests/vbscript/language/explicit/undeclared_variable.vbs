@@ -1,0 +1,2 @@
+Option Explicit
+x = 1  ' error: 500 Variable is undefined: 'x'

@@ -1,0 +1,2 @@
+For i  ' compile error: 1011
+Next

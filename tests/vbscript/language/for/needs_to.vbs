@@ -1,0 +1,2 @@
+For i = 1  ' compile error: 1013
+Next

@@ -1,0 +1,2 @@
+x = 1
+Next  ' compile error: 1055

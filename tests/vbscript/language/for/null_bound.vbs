@@ -1,0 +1,2 @@
+For i = 1 To Null  ' error: 94
+Next

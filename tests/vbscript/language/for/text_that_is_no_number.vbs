@@ -1,0 +1,2 @@
+For i = "a" To 3  ' error: 13
+Next

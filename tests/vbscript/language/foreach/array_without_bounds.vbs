@@ -1,0 +1,3 @@
+Dim a()
+For Each x In a  ' error: 92
+Next

@@ -1,0 +1,3 @@
+For Each x In Array(1, 2)
+Next
+WScript.Echo TypeName(x)  ' expect: Empty

@@ -1,0 +1,4 @@
+Sub P
+End Sub
+Set f = GetRef("P")
+WScript.Echo "" & IsObject(f)  ' expect: True

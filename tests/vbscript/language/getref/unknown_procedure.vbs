@@ -1,0 +1,1 @@
+Set f = GetRef("Missing")  ' error: 5

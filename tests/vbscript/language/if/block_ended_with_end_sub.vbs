@@ -1,0 +1,2 @@
+If True Then
+End Sub  ' compile error: 1012

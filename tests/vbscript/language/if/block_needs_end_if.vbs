@@ -1,0 +1,3 @@
+If True Then
+  x = 1
+' compile error at end: 1014

@@ -1,0 +1,1 @@
+If Array(1) Then WScript.Echo "yes"  ' error: 13

@@ -1,0 +1,1 @@
+If Empty Then WScript.Echo "true" Else WScript.Echo "false"  ' expect: false

@@ -1,0 +1,2 @@
+Set o = Nothing
+If o Then WScript.Echo "yes"  ' error: 91

@@ -1,0 +1,1 @@
+If "abc" Then WScript.Echo "yes"  ' error: 13

@@ -1,0 +1,2 @@
+If "True" Then WScript.Echo "yes"   ' expect: yes
+If "fALSE" Then WScript.Echo "yes" Else WScript.Echo "no"  ' expect: no

@@ -1,0 +1,1 @@
+End If  ' compile error: 1024

@@ -1,0 +1,1 @@
+If True WScript.Echo 1  ' compile error: 1017

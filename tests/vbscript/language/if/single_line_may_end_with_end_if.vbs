@@ -1,0 +1,1 @@
+If True Then WScript.Echo "closed" End If  ' expect: closed

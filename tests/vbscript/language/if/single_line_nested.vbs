@@ -1,0 +1,1 @@
+If True Then If False Then WScript.Echo "a" Else WScript.Echo "b"  ' expect: b

@@ -1,0 +1,2 @@
+If True Then a = 1 : b = 2
+WScript.Echo a & b  ' expect: 12

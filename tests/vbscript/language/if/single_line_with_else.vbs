@@ -1,0 +1,1 @@
+If False Then WScript.Echo "yes" Else WScript.Echo "no"  ' expect: no

@@ -1,0 +1,2 @@
+If False Then a = 1 : a = 2
+WScript.Echo TypeName(a)  ' expect: Empty

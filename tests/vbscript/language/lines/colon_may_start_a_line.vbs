@@ -1,0 +1,2 @@
+: x = 2
+WScript.Echo x  ' expect: 2

@@ -1,0 +1,2 @@
+x = 4 ' x = 5
+WScript.Echo x  ' expect: 4

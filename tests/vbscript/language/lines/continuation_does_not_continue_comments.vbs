@@ -1,0 +1,2 @@
+' a comment _
+WScript.Echo "runs"  ' expect: runs

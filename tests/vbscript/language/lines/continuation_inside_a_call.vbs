@@ -1,0 +1,5 @@
+WScript.Echo Replace( _
+  "abc", _
+  "b", _
+  "x")
+' expect line 1: axc

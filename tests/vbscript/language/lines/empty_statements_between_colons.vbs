@@ -1,0 +1,1 @@
+a = 1 :: b = 2 : : WScript.Echo a + b  ' expect: 3

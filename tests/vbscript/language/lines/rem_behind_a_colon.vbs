@@ -1,0 +1,2 @@
+x = 4 : Rem x = 5
+WScript.Echo x  ' expect: 4

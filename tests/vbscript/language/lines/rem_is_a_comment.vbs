@@ -1,0 +1,3 @@
+Rem x = 1 / 0
+REM
+WScript.Echo "after"  ' expect: after

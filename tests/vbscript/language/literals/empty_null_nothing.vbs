@@ -1,0 +1,3 @@
+WScript.Echo TypeName(Empty)    ' expect: Empty
+WScript.Echo TypeName(Null)     ' expect: Null
+WScript.Echo TypeName(Nothing)  ' expect: Nothing

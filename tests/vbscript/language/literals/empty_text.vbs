@@ -1,0 +1,2 @@
+WScript.Echo Len("")        ' expect: 0
+WScript.Echo TypeName("")   ' expect: String

@@ -1,0 +1,1 @@
+WScript.Echo .5 + .25  ' expect: 0.75

@@ -1,0 +1,1 @@
+WScript.Echo "a\n" & Len("\t")  ' expect: a\n2

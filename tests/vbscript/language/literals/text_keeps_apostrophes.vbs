@@ -1,0 +1,1 @@
+WScript.Echo "it's"  ' expect: it's

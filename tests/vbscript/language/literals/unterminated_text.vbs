@@ -1,0 +1,1 @@
+WScript.Echo "abc  ' compile error: 1033

@@ -1,0 +1,5 @@
+WScript.Echo TypeName(CSng(6) And CByte(5)) & " " & (CSng(6) And CByte(5))  ' expect: Long 4
+WScript.Echo TypeName(CSng(6) And CInt(5)) & " " & (CSng(6) And CInt(5))  ' expect: Long 4
+WScript.Echo TypeName(CSng(6) And CLng(5)) & " " & (CSng(6) And CLng(5))  ' expect: Long 4
+WScript.Echo TypeName(CSng(6) And CSng(5)) & " " & (CSng(6) And CSng(5))  ' expect: Long 4
+WScript.Echo TypeName(CSng(6) And CDbl(5)) & " " & (CSng(6) And CDbl(5))  ' expect: Long 4

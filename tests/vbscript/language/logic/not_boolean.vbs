@@ -1,0 +1,1 @@
+WScript.Echo TypeName(Not True) & (Not True)  ' expect: BooleanFalse

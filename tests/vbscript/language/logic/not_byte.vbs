@@ -1,0 +1,2 @@
+x = Not CByte(6)
+WScript.Echo TypeName(x) & " " & x  ' expect: Byte 249

@@ -1,0 +1,2 @@
+x = Not Empty
+WScript.Echo TypeName(x) & " " & x  ' expect: Integer -1

@@ -1,0 +1,1 @@
+WScript.Echo "" & IsNull(Not Null)  ' expect: True

@@ -1,0 +1,2 @@
+x = Not "5"
+WScript.Echo TypeName(x) & " " & x  ' expect: Long -6

@@ -1,0 +1,5 @@
+WScript.Echo TypeName(CByte(6) Or CByte(5)) & " " & (CByte(6) Or CByte(5))  ' expect: Byte 7
+WScript.Echo TypeName(CByte(6) Or CInt(5)) & " " & (CByte(6) Or CInt(5))  ' expect: Integer 7
+WScript.Echo TypeName(CByte(6) Or CLng(5)) & " " & (CByte(6) Or CLng(5))  ' expect: Long 7
+WScript.Echo TypeName(CByte(6) Or CSng(5)) & " " & (CByte(6) Or CSng(5))  ' expect: Long 7
+WScript.Echo TypeName(CByte(6) Or CDbl(5)) & " " & (CByte(6) Or CDbl(5))  ' expect: Long 7

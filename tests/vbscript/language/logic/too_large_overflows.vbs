@@ -1,0 +1,1 @@
+x = 1E10 And 1  ' error: 6

@@ -1,0 +1,1 @@
+x = "abc" And True  ' error: 13

@@ -1,0 +1,1 @@
+x = Abs("abc")  ' error: 13

@@ -1,0 +1,1 @@
+x = Sin(Null)  ' error: 94

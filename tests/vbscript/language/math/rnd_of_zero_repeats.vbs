@@ -1,0 +1,2 @@
+a = Rnd
+WScript.Echo "" & (Rnd(0) = a)  ' expect: True

@@ -1,0 +1,1 @@
+x = Sqr(Null)  ' error: 94

@@ -1,0 +1,3 @@
+Dim Value
+VALUE = 3
+WScript.Echo value  ' expect: 3

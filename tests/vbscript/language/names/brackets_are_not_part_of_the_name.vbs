@@ -1,0 +1,3 @@
+Dim plain
+[plain] = 6
+WScript.Echo plain  ' expect: 6

@@ -1,0 +1,2 @@
+[A b] = 1
+WScript.Echo [a B]  ' expect: 1

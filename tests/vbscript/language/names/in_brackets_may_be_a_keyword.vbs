@@ -1,0 +1,3 @@
+Dim [if]
+[if] = "then"
+WScript.Echo [if]  ' expect: then

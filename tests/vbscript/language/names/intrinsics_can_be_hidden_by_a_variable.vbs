@@ -1,0 +1,3 @@
+Dim Left
+Left = 3
+WScript.Echo Left  ' expect: 3

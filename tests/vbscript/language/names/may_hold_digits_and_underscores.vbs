@@ -1,0 +1,2 @@
+a_1 = 5
+WScript.Echo A_1  ' expect: 5

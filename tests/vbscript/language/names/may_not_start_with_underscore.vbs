@@ -1,0 +1,1 @@
+_a = 1  ' compile error: 1032

@@ -1,0 +1,1 @@
+x = [abc  ' compile error: 1007

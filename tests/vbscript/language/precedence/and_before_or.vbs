@@ -1,0 +1,1 @@
+WScript.Echo "" & (True Or False And False)  ' expect: True

@@ -1,0 +1,1 @@
+x = (1 + 2  ' compile error: 1006

@@ -1,0 +1,1 @@
+WScript.Echo "" & (Not 1 = 2)  ' expect: True

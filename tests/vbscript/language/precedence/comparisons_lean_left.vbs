@@ -1,0 +1,1 @@
+WScript.Echo "" & (3 > 2 > 1)  ' expect: False

@@ -1,0 +1,1 @@
+WScript.Echo "" & (Not Not True)  ' expect: True

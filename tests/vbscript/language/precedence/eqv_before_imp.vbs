@@ -1,0 +1,1 @@
+WScript.Echo "" & (False Imp True Eqv False)  ' expect: True

@@ -1,0 +1,2 @@
+Set o = Nothing
+WScript.Echo "" & (Not o Is Nothing)  ' expect: False

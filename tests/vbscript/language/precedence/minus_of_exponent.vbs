@@ -1,0 +1,1 @@
+WScript.Echo 2 ^ -1  ' expect: 0.5

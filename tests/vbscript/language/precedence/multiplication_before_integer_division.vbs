@@ -1,0 +1,1 @@
+WScript.Echo 12 \ 2 * 3  ' expect: 2

@@ -1,0 +1,1 @@
+WScript.Echo "" & (Not False And False)  ' expect: False

@@ -1,0 +1,1 @@
+WScript.Echo "" & (True Xor True Or True)  ' expect: False

@@ -1,0 +1,1 @@
+WScript.Echo (1 + 2) * 3  ' expect: 9

@@ -1,0 +1,1 @@
+WScript.Echo -2 ^ 2  ' expect: -4

@@ -1,0 +1,1 @@
+WScript.Echo 10 - 3 - 2  ' expect: 5

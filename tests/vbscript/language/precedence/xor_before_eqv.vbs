@@ -1,0 +1,1 @@
+WScript.Echo "" & (False Eqv True Xor True)  ' expect: True

@@ -1,0 +1,2 @@
+Sub A
+End Function  ' compile error: 1016

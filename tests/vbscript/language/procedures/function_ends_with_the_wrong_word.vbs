@@ -1,0 +1,2 @@
+Function A
+End Sub  ' compile error: 1015

@@ -1,0 +1,3 @@
+Function F
+End Function
+WScript.Echo TypeName(F)  ' expect: Empty

@@ -1,0 +1,6 @@
+Class C
+End Class
+Function F
+  Set F = New C
+End Function
+WScript.Echo TypeName(F)  ' expect: C

@@ -1,0 +1,7 @@
+Sub P
+  Dim x
+  x = x + 1
+  WScript.Echo x  ' expect: 1 | 1
+End Sub
+P
+P

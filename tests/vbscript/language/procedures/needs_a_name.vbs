@@ -1,0 +1,2 @@
+Sub  ' compile error: 1010
+End Sub

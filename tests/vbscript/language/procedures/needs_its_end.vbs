@@ -1,0 +1,3 @@
+Sub A
+  x = 1
+' compile error at end: 1014

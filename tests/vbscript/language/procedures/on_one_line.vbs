@@ -1,0 +1,2 @@
+Sub P : WScript.Echo "one" : End Sub  ' expect: one
+P

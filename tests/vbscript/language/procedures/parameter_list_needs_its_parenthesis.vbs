@@ -1,0 +1,2 @@
+Sub A(x  ' compile error: 1006
+End Sub

@@ -1,0 +1,2 @@
+Sub A(x, x)  ' compile error: 1041
+End Sub

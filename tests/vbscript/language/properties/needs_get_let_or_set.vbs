@@ -1,0 +1,4 @@
+Class C
+  Property P  ' compile error: 1049
+  End Property
+End Class

@@ -1,0 +1,2 @@
+Property Get P  ' compile error: 1048
+End Property

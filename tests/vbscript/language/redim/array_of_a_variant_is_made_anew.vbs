@@ -1,0 +1,3 @@
+x = 5
+ReDim x(1)
+WScript.Echo IsArray(x) & UBound(x)  ' expect: True1

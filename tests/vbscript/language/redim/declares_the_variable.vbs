@@ -1,0 +1,3 @@
+Option Explicit
+ReDim a(2)
+WScript.Echo UBound(a)  ' expect: 2

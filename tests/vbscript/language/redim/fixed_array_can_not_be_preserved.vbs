@@ -1,0 +1,2 @@
+Dim a(2)
+ReDim Preserve a(3)  ' error: 10

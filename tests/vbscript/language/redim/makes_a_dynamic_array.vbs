@@ -1,0 +1,3 @@
+Dim a()
+ReDim a(2)
+WScript.Echo UBound(a)  ' expect: 2

@@ -1,0 +1,1 @@
+ReDim  ' compile error: 1010

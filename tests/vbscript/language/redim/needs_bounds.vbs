@@ -1,0 +1,2 @@
+Dim a()
+ReDim a  ' compile error: 1005

@@ -1,0 +1,4 @@
+Select Case 9
+  Case 1 WScript.Echo "one"
+  Case Else WScript.Echo "other"  ' expect: other
+End Select

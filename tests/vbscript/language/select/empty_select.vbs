@@ -1,0 +1,3 @@
+Select Case 1
+End Select
+WScript.Echo "ok"  ' expect: ok

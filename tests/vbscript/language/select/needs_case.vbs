@@ -1,0 +1,2 @@
+Select 5  ' compile error: 1021
+End Select

@@ -1,0 +1,2 @@
+Set d = New RegExp
+x = d  ' error: 438

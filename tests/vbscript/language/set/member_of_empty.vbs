@@ -1,0 +1,2 @@
+Dim a
+a.X = 1  ' error: 424 Object required: 'a'

@@ -1,0 +1,2 @@
+Set a = Nothing
+a.X = 1  ' error: 91

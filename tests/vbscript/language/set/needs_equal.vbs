@@ -1,0 +1,1 @@
+Set a New C  ' compile error: 1011

@@ -1,0 +1,1 @@
+Set a = New  ' compile error: 1010

@@ -1,0 +1,2 @@
+Set a = Nothing
+WScript.Echo TypeName(a) & (a Is Nothing) & IsObject(a)  ' expect: NothingTrueTrue

@@ -1,0 +1,1 @@
+Set a = New Missing  ' error: 506 Class not defined: 'Missing'

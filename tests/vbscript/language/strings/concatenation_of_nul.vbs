@@ -1,0 +1,1 @@
+WScript.Echo Len("a" & Chr(0) & "b")  ' expect: 3

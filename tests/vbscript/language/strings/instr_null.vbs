@@ -1,0 +1,1 @@
+WScript.Echo IsNull(InStr(Null, "a")) & IsNull(InStr("a", Null))  ' expect: TrueTrue

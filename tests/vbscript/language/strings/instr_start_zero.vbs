@@ -1,0 +1,1 @@
+x = InStr(0, "abc", "a")  ' error: 5

@@ -1,0 +1,1 @@
+x = InStrRev("abc", "a", 0)  ' error: 5

@@ -1,0 +1,1 @@
+x = Join("a")  ' error: 13

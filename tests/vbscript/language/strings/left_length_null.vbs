@@ -1,0 +1,1 @@
+x = Left("abc", Null)  ' error: 94

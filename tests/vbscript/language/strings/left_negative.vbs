@@ -1,0 +1,1 @@
+x = Left("abc", -1)  ' error: 5

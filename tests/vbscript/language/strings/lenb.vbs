@@ -1,0 +1,1 @@
+WScript.Echo LenB("abc")  ' expect: 6

@@ -1,0 +1,1 @@
+x = Mid("abc", 1, -1)  ' error: 5

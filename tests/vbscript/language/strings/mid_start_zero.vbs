@@ -1,0 +1,1 @@
+x = Mid("abc", 0)  ' error: 5

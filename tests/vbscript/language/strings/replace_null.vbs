@@ -1,0 +1,1 @@
+x = Replace(Null, "a", "b")  ' error: 94

@@ -1,0 +1,1 @@
+WScript.Echo "[" & Replace("abc", "a", "b", 10) & "]"  ' expect: []

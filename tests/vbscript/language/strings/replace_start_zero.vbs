@@ -1,0 +1,1 @@
+x = Replace("abc", "a", "b", 0)  ' error: 5

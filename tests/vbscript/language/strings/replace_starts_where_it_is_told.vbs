@@ -1,0 +1,1 @@
+WScript.Echo Replace("banana", "a", "o", 3)  ' expect: nono

@@ -1,0 +1,1 @@
+x = Right("abc", -1)  ' error: 5

@@ -1,0 +1,2 @@
+WScript.Echo UBound(Split(""))  ' expect: -1
+WScript.Echo UBound(Split("", ","))  ' expect: -1

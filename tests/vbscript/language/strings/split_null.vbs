@@ -1,0 +1,1 @@
+x = Split(Null)  ' error: 94

@@ -1,0 +1,1 @@
+x = String(-1, "x")  ' error: 5

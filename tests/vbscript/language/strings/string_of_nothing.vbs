@@ -1,0 +1,1 @@
+x = String(3, "")  ' error: 5

@@ -1,0 +1,1 @@
+x = StrReverse(Null)  ' error: 94

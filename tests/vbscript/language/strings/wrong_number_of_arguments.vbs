@@ -1,0 +1,1 @@
+x = Left("abc")  ' error: 450

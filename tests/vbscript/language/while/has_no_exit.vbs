@@ -1,0 +1,3 @@
+While True
+  Exit While  ' compile error: 1039
+Wend

@@ -1,0 +1,4 @@
+While False
+  WScript.Echo "never"
+Wend
+WScript.Echo "done"  ' expect: done

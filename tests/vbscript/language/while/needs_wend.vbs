@@ -1,0 +1,3 @@
+While True
+  x = 1
+' compile error at end: 1018

@@ -1,0 +1,4 @@
+While Null
+  WScript.Echo "never"
+Wend
+WScript.Echo "done"  ' expect: done

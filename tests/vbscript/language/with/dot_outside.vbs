@@ -1,0 +1,1 @@
+.X = 1  ' error: 505 Invalid or unqualified reference

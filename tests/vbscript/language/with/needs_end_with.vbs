@@ -1,0 +1,2 @@
+With x
+' compile error at end: 1014
