@@ -246,6 +246,11 @@ VBS_NOINLINE void SlowBinary(Op op, Variant& to, Variant& left, Variant& right, 
   StoreResult(to, std::move(result));
 }
 
+VBS_NOINLINE void SlowAddNumber(Variant& to, Variant& left, std::int16_t number, bool isLeftTemporary) {
+  Variant right = Variant::FromInteger(number);
+  SlowBinary(Op::Add, to, left, right, Literals::Right, isLeftTemporary, false);
+}
+
 VBS_NOINLINE bool SlowCompare(Op op, Variant& left, Variant& right, Literals literals, bool isLeftTemporary,
                               bool isRightTemporary) {
   const bool holds = IsTrue(Apply(op, left, right, literals));
@@ -474,6 +479,8 @@ VBS_NOINLINE bool NextForEach(Variant* state, Variant& item) {
     DISPATCH();                                \
   } while (false)
 
+// Objects with destructors must be in blocks of their own that end before the jump to the next instruction:
+// such a jump runs no destructor.
 void Machine::Execute() {
 #if defined(VBS_COMPUTED_GOTO)
   static const void* const labels[] = {
@@ -539,8 +546,7 @@ void Machine::Execute() {
           NEXT();
         }
         if (left.Type() == VariantType::Double && StoreDouble(to, left.AsDouble() + number)) NEXT();
-        Variant right = Variant::FromInteger(number);
-        SlowBinary(Op::Add, to, *X(pc->b), right, Literals::Right, IS_TEMPORARY(pc->b), false);
+        SlowAddNumber(to, *X(pc->b), number, IS_TEMPORARY(pc->b));
         NEXT();
       }
       CASE(Negate) {
@@ -788,9 +794,11 @@ void Machine::Execute() {
             }
           }
         }
-        Variant indices[] = {CopyOf(index)};
-        if (IS_TEMPORARY(pc->c)) MakePlain(index);
-        GetElementSlowly(base[pc->a], array, indices);
+        {
+          Variant indices[] = {CopyOf(index)};
+          if (IS_TEMPORARY(pc->c)) MakePlain(index);
+          GetElementSlowly(base[pc->a], array, indices);
+        }
         NEXT();
       }
       CASE(GetElement2) {
@@ -804,10 +812,12 @@ void Machine::Execute() {
             NEXT2();
           }
         }
-        Variant indices[] = {CopyOf(first), CopyOf(second)};
-        if (IS_TEMPORARY(pc->c)) MakePlain(first);
-        if (IS_TEMPORARY(pc[1].a)) MakePlain(second);
-        GetElementSlowly(base[pc->a], array, indices);
+        {
+          Variant indices[] = {CopyOf(first), CopyOf(second)};
+          if (IS_TEMPORARY(pc->c)) MakePlain(first);
+          if (IS_TEMPORARY(pc[1].a)) MakePlain(second);
+          GetElementSlowly(base[pc->a], array, indices);
+        }
         NEXT2();
       }
       CASE(GetElements) {
@@ -847,8 +857,10 @@ void Machine::Execute() {
             NEXT2();
           }
         }
-        Variant indices[] = {CopyOf(first), CopyOf(second)};
-        SetElementSlowly(array, indices, value, false);
+        {
+          Variant indices[] = {CopyOf(first), CopyOf(second)};
+          SetElementSlowly(array, indices, value, false);
+        }
         if (IS_TEMPORARY(pc[1].a)) MakePlain(value);
         if (IS_TEMPORARY(pc->c)) MakePlain(second);
         if (IS_TEMPORARY(pc->b)) MakePlain(first);
@@ -899,9 +911,11 @@ void Machine::Execute() {
           ENTER(*function, window, count, window, nullptr, static_cast<std::uint16_t>(pc->b));
           DISPATCH();
         }
-        Variant result = binding.intrinsic->call(m_context, {window, count});
-        for (std::size_t i = 0; i < count; ++i) MakePlain(window[i]);
-        if ((pc->b & kNoResultWanted) == 0) window[0].OverwriteWith(result);
+        {
+          Variant result = binding.intrinsic->call(m_context, {window, count});
+          for (std::size_t i = 0; i < count; ++i) MakePlain(window[i]);
+          if ((pc->b & kNoResultWanted) == 0) window[0].OverwriteWith(result);
+        }
         NEXT();
       }
       CASE(CallMember) {
@@ -947,10 +961,12 @@ void Machine::Execute() {
             &target.AsObject()->Declaration() == site.knownInterface) {
           const auto& member = *static_cast<const ClassMember*>(site.classMember);
           if (member.isField) {
-            Variant value;
-            CopyTo(value, static_cast<ScriptObject*>(target.AsObject())->Fields()[member.slot]);
-            if (IS_TEMPORARY(pc->b)) MakePlain(from);
-            window->OverwriteWith(value);
+            {
+              Variant value;
+              CopyTo(value, static_cast<ScriptObject*>(target.AsObject())->Fields()[member.slot]);
+              if (IS_TEMPORARY(pc->b)) MakePlain(from);
+              window->OverwriteWith(value);
+            }
             NEXT();
           }
           function = member.get;
@@ -976,9 +992,11 @@ void Machine::Execute() {
             &target.AsObject()->Declaration() == site.knownInterface) {
           const auto& member = *static_cast<const ClassMember*>(site.classMember);
           if (member.isField) {
-            Variant& field = static_cast<ScriptObject*>(target.AsObject())->Fields()[member.slot];
-            const Ref<Object> keep(target.AsObject());
-            LetVariable(field, value, IS_TEMPORARY(pc->b));
+            {
+              Variant& field = static_cast<ScriptObject*>(target.AsObject())->Fields()[member.slot];
+              const Ref<Object> keep(target.AsObject());
+              LetVariable(field, value, IS_TEMPORARY(pc->b));
+            }
             if (IS_TEMPORARY(pc->b)) MakePlain(value);
             if (IS_TEMPORARY(pc->a)) MakePlain(from);
             NEXT2();
@@ -1018,14 +1036,18 @@ void Machine::Execute() {
         DISPATCH();
       }
       CASE(LoadMe) {
-        Variant me = Variant::FromObject(Ref<Object>(Top().me));
-        base[pc->a].OverwriteWith(me);
+        {
+          Variant me = Variant::FromObject(Ref<Object>(Top().me));
+          base[pc->a].OverwriteWith(me);
+        }
         NEXT();
       }
       CASE(New) {
         Top().pc = pc;
-        Variant made = New(*code->bindings[pc->c]);
-        base[pc->a].OverwriteWith(made);
+        {
+          Variant made = New(*code->bindings[pc->c]);
+          base[pc->a].OverwriteWith(made);
+        }
         NEXT();
       }
       CASE(WithObject) {
@@ -1055,26 +1077,28 @@ void Machine::Execute() {
         JUMP(0);
       }
       CASE(Return) {
-        Frame& frame = Top();
-        frame.pc = pc;
-        Variant result;
-        if (code->hasResult) result.OverwriteWith(base[code->resultSlot]);
-        const Variant* const end = base + code->localCount;
-        bool isPlain = !code->hasMarks && !frame.ownsDynamicNames;
-        for (const Variant* slot = base; slot < end; ++slot) isPlain = isPlain && !slot->IsCounted();
-        if (!isPlain) ReleaseFrame(frame);
-        Variant* const to = frame.result;
-        const bool isDiscarded = frame.discardsResult;
-        --m_depth;
-        if (frame.isEntry) {
-          *to = std::move(result);
-          return;
+        {
+          Frame& frame = Top();
+          frame.pc = pc;
+          Variant result;
+          if (code->hasResult) result.OverwriteWith(base[code->resultSlot]);
+          const Variant* const end = base + code->localCount;
+          bool isPlain = !code->hasMarks && !frame.ownsDynamicNames;
+          for (const Variant* slot = base; slot < end; ++slot) isPlain = isPlain && !slot->IsCounted();
+          if (!isPlain) ReleaseFrame(frame);
+          Variant* const to = frame.result;
+          const bool isDiscarded = frame.discardsResult;
+          --m_depth;
+          if (frame.isEntry) {
+            *to = std::move(result);
+            return;
+          }
+          LOAD_FRAME();
+          pc = Top().pc + 1;
+          // The object of a method stands where the result goes.
+          MakePlain(*to);
+          if (!isDiscarded) to->OverwriteWith(result);
         }
-        LOAD_FRAME();
-        pc = Top().pc + 1;
-        // The object of a method stands where the result goes.
-        MakePlain(*to);
-        if (!isDiscarded) to->OverwriteWith(result);
         DISPATCH();
       }
 #if !defined(VBS_COMPUTED_GOTO)
