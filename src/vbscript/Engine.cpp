@@ -33,7 +33,8 @@ class Engine::Implementation {
 
   void End() {
     if (!machine) return;
-    // Class_Terminate of what is alive may still work with everything else.
+    // Class_Terminate of what is alive has a time of its own, and may still work with everything else.
+    context.budget.StartTimeout(timeout);
     globals->Clear();
     machine->ReleaseObjects();
     machine.reset();

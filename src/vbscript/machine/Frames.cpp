@@ -278,10 +278,12 @@ Variant Machine::CallFunction(Function& function, ScriptObject* me, std::span<Va
 }
 
 void Machine::ReleaseObjects() {
-  // Each takes itself out of the list, and may take others with it.
+  // What is still alive refers to itself in a circle, or a host holds it. It ends as if its last reference
+  // had gone; each takes itself out of the list, and may take others with it.
   while (m_objects != nullptr) {
     const automation::Ref<ScriptObject> keep(m_objects);
-    keep->Detach();
+    keep->Terminate();
+    if (keep->m_machine != nullptr) keep->Detach();
   }
 }
 
