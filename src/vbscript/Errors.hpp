@@ -110,6 +110,7 @@ inline constexpr std::int32_t kFileNotFound = 53;
 inline constexpr std::int32_t kBadFileMode = 54;
 inline constexpr std::int32_t kFileAlreadyExists = 58;
 inline constexpr std::int32_t kInputPastEnd = 62;
+inline constexpr std::int32_t kDeviceUnavailable = 68;
 inline constexpr std::int32_t kPermissionDenied = 70;
 inline constexpr std::int32_t kPathNotFound = 76;
 inline constexpr std::int32_t kObjectNotSet = 91;

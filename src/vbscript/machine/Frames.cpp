@@ -18,14 +18,15 @@ Machine::Machine(Globals& globals, Context& context)
       m_context(context),
       // Zeroed memory is Empty, and costs nothing until it is used.
       m_stack(static_cast<Variant*>(std::calloc(kStackSlots, sizeof(Variant)))),
-      m_frames(new Frame[kDeepestCalls]) {
-  if (m_stack == nullptr) throw std::bad_alloc();
+      m_frames(static_cast<Frame*>(std::calloc(kDeepestCalls, sizeof(Frame)))) {
+  if (m_stack == nullptr || m_frames == nullptr) throw std::bad_alloc();
   m_stackEnd = m_stack + kStackSlots;
 }
 
 Machine::~Machine() {
   ReleaseObjects();
   std::free(m_stack);
+  std::free(m_frames);
 }
 
 Variant* Machine::StackTop() const {
@@ -52,8 +53,8 @@ void Machine::PassArguments(Function& function, Variant* base, std::size_t count
     if (argument.Type() != VariantType::ByReference) continue;
     Variant* target = argument.AsReference();
     const FunctionParameter& parameter = function.parameters[i];
-    const bool isValueEnough = parameter.isByValue ||
-                               (parameter.isOnlyRead && (flags & kVariablePassedTwice) == 0 &&
+    const bool isValueEnough =
+        parameter.isByValue || (parameter.isOnlyRead && (flags & kVariablePassedTwice) == 0 &&
                                 target >= callerBase && target < base && callerBase != nullptr);
     if (!isValueEnough) continue;
     if (target->Type() == VariantType::Array && target->AsArray()->IsLocked()) {
@@ -122,6 +123,59 @@ void Machine::ClearTemporaries(Frame& frame, std::size_t first) {
       const Variant old(std::move(*slot));
     }
   }
+}
+
+// The name of the variable that an operand is; empty for a temporary.
+std::string Machine::NameOf(const Code& code, Operand operand) const {
+  const std::size_t place = operand & (kBankSize - 1);
+  switch (static_cast<Bank>(operand >> 14)) {
+    case Bank::Frame:
+      return place < code.localNames.size() ? m_globals.Names().Utf8(code.localNames[place]) : std::string();
+    case Bank::Fields:
+      if (code.function == nullptr || code.function->owner == nullptr) return {};
+      for (const ClassMember& member : code.function->owner->Members()) {
+        if (member.isField && member.slot == place) return m_globals.Names().Utf8(member.name);
+      }
+      return {};
+    case Bank::Globals: return m_globals.NameOfVariable(place);
+    case Bank::Constants: break;
+  }
+  return {};
+}
+
+// The error as the original words it: with the name of what it is about, which only the instruction knows.
+Error Machine::Worded(const Error& error, const Instruction& instruction) const {
+  const bool isPlaced = m_isPlaced && m_placedNumber == error.Number();
+  const bool isOurs = error.Source().empty() || error.Source() == kRuntimeErrorSource;
+  if (isPlaced || !isOurs) return error;
+  const bool isPlain = error.Description().empty() || error.Description() == ErrorText(error.Number());
+  std::string about;
+  const Code& code = *m_frames[m_depth - 1].code;
+  switch (instruction.op) {
+    case Op::CallIntrinsic: {
+      const Binding& binding = *code.bindings[instruction.c];
+      const bool isMismatch = error.Number() == number::kTypeMismatch;
+      if (binding.kind == Binding::Kind::Intrinsic && (isPlain || isMismatch))
+        about = binding.intrinsic->name;
+      break;
+    }
+    case Op::GetElement:
+    case Op::GetElement2:
+    case Op::GetElements:
+      if (isPlain && error.Number() == number::kTypeMismatch) about = NameOf(code, instruction.b);
+      break;
+    case Op::SetElement:
+    case Op::SetElement2:
+    case Op::SetElements:
+    case Op::ReDim:
+    case Op::Erase:
+      if (isPlain && error.Number() == number::kTypeMismatch) about = NameOf(code, instruction.a);
+      break;
+    default: break;
+  }
+  if (about.empty()) return error;
+  return {error.Number(), kRuntimeErrorSource,
+          std::string(ErrorText(error.Number())).append(": '").append(about).append("'")};
 }
 
 void Machine::KeepError(const Error& error) {
@@ -224,10 +278,12 @@ Variant Machine::CallFunction(Function& function, ScriptObject* me, std::span<Va
 }
 
 void Machine::ReleaseObjects() {
-  // Each takes itself out of the list, and may take others with it.
+  // What is still alive refers to itself in a circle, or a host holds it. It ends as if its last reference
+  // had gone; each takes itself out of the list, and may take others with it.
   while (m_objects != nullptr) {
     const automation::Ref<ScriptObject> keep(m_objects);
-    keep->Detach();
+    keep->Terminate();
+    if (keep->m_machine != nullptr) keep->Detach();
   }
 }
 

@@ -38,18 +38,18 @@ struct ErrorPlace {
 // Variables that a text run by Execute has made in a procedure.
 using DynamicNames = std::map<Symbol, automation::Variant>;
 
-// One activation of a procedure.
+// One activation of a procedure. Plain data, so that the many that are never entered cost nothing.
 struct Frame {
-  const Code* code = nullptr;
-  const Instruction* pc = nullptr;  // the last word of the instruction that calls, while it waits
-  automation::Variant* base = nullptr;
-  automation::Variant* result = nullptr;  // where the caller wants the result
-  ScriptObject* me = nullptr;
-  DynamicNames* dynamicNames = nullptr;
-  bool ownsDynamicNames = false;
-  bool isEntry = false;     // entered from C++
-  bool resumesNext = false;
-  bool discardsResult = false;
+  const Code* code;
+  const Instruction* pc;  // the last word of the instruction that calls, while it waits
+  automation::Variant* base;
+  automation::Variant* result;  // where the caller wants the result
+  ScriptObject* me;
+  DynamicNames* dynamicNames;
+  bool ownsDynamicNames;
+  bool isEntry;  // entered from C++
+  bool resumesNext;
+  bool discardsResult;
 };
 
 // Runs code. Every activation has a window of variants in one stack that never moves, so that references
@@ -118,6 +118,8 @@ class Machine {
   void UnwindAll(std::size_t entry);
   void ClearTemporaries(Frame& frame, std::size_t first);
   void KeepError(const automation::Error& error);
+  automation::Error Worded(const automation::Error& error, const Instruction& instruction) const;
+  std::string NameOf(const Code& code, Operand operand) const;
   Frame& Top() { return m_frames[m_depth - 1]; }
 
   // Members.cpp. Those that may end in a procedure of a script give it, to be entered; null when done.
@@ -146,7 +148,7 @@ class Machine {
   Context& m_context;
   automation::Variant* m_stack;
   automation::Variant* m_stackEnd;
-  std::unique_ptr<Frame[]> m_frames;
+  Frame* m_frames;
   std::size_t m_depth = 0;
   const char* m_nativeBase = nullptr;
   int m_textDepth = 0;

@@ -135,7 +135,8 @@ void AppendText(Variant& variable, const Variant& text) {
       if (buffer->Append(added)) return;
       const std::size_t length = buffer->View().size() + added.size();
       if (length > kLongestText) RaiseRuntime(number::kOutOfMemory);
-      StringBuffer* grown = StringBuffer::New(buffer->View(), std::min(length + length / 2 + 16, kLongestText));
+      StringBuffer* grown =
+          StringBuffer::New(buffer->View(), std::min(length + length / 2 + 16, kLongestText));
       Variant result = Variant::FromStringBuffer(grown);
       grown->Append(added);
       Replace(variable, std::move(result));
