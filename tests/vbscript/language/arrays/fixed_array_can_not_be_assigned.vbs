@@ -1,2 +1,0 @@
-Dim a(2)
-a = Array(1)  ' error: 13

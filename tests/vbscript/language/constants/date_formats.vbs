@@ -1,0 +1,1 @@
+WScript.Echo vbGeneralDate & vbLongDate & vbShortDate & vbLongTime & vbShortTime  ' expect: 01234

@@ -1,0 +1,1 @@
+WScript.Echo vbObjectError  ' expect: -2147221504

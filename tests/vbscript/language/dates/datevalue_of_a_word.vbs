@@ -1,0 +1,1 @@
+x = DateValue("abc")  ' error: 13

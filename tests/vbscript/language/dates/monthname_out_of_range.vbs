@@ -1,0 +1,1 @@
+x = MonthName(13)  ' error: 5

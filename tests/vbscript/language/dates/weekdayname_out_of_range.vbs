@@ -1,0 +1,1 @@
+x = WeekdayName(8)  ' error: 5

@@ -1,0 +1,1 @@
+x = Year("abc")  ' error: 13

@@ -1,0 +1,1 @@
+WScript.Echo InputBox("name?", "title", "Bob")  ' expect: Bob

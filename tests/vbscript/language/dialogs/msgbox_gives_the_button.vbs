@@ -1,0 +1,1 @@
+WScript.Echo MsgBox("hello")  ' expect: 1

@@ -1,0 +1,3 @@
+Set d = CreateObject("Scripting.Dictionary")
+d.Add "a", 1
+d.Add "a", 2  ' error: 457

@@ -1,0 +1,2 @@
+Set d = CreateObject("Scripting.Dictionary")
+WScript.Echo TypeName(d("x")) & d.Count  ' expect: Empty1

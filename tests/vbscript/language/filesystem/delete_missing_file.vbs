@@ -1,0 +1,2 @@
+Set f = CreateObject("Scripting.FileSystemObject")
+f.DeleteFile "C:\temp\a.txt"  ' error: 53

@@ -1,0 +1,2 @@
+Set f = CreateObject("Scripting.FileSystemObject")
+Set t = f.GetFolder("C:\temp\none")  ' error: 76

@@ -1,0 +1,2 @@
+Set f = CreateObject("Scripting.FileSystemObject")
+Set t = f.OpenTextFile("C:\temp\none.txt")  ' error: 53

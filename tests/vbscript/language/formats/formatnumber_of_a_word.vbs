@@ -1,0 +1,1 @@
+x = FormatNumber("abc")  ' error: 13

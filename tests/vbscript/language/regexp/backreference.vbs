@@ -1,0 +1,3 @@
+Set r = New RegExp
+r.Pattern = "(.)\1"
+WScript.Echo r.Execute("abccd")(0).Value  ' expect: cc

@@ -1,0 +1,3 @@
+Set r = New RegExp
+r.Pattern = "a.b"
+WScript.Echo "" & r.Test("a" & vbLf & "b")  ' expect: False

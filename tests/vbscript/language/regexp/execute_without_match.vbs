@@ -1,0 +1,3 @@
+Set r = New RegExp
+r.Pattern = "x"
+WScript.Echo r.Execute("abc").Count  ' expect: 0

@@ -1,0 +1,4 @@
+Set r = New RegExp
+r.Pattern = "ABC"
+r.IgnoreCase = True
+WScript.Echo "" & r.Test("xabcx")  ' expect: True

@@ -1,0 +1,3 @@
+Set r = New RegExp
+r.Pattern = "<.+?>"
+WScript.Echo r.Execute("<a><b>")(0).Value  ' expect: <a>

@@ -1,2 +1,0 @@
-s = "abc"
-Mid(s, 1, 1) = "x"  ' error: 501
