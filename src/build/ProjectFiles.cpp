@@ -9,18 +9,16 @@
 
 namespace hearthmake {
 
-namespace {
-
-using Index = std::unordered_map<std::string, ProjectFiles::Candidates>;
-
-void EraseFrom(Index& index, const std::string& key, Project* project) {
+void ProjectFiles::EraseFrom(Index& index, std::string_view key, Project* project) {
   const auto found = index.find(key);
   if (found == index.end()) return;
   std::erase(found->second, project);
   if (found->second.empty()) index.erase(found);
 }
 
-}  // namespace
+void ProjectFiles::EnterUnder(Index& index, std::string_view key, Project& project) {
+  index[std::pmr::string(key, &m_pool)].push_back(&project);
+}
 
 void ProjectFiles::Add(Project& project) { Enter(project); }
 
@@ -33,10 +31,10 @@ void ProjectFiles::Enter(Project& project) {
   } catch (const automation::Error&) {
     keys.binaryPath.clear();  // a project of no known type has no binary that a reference could name
   }
-  m_byProjectPath[keys.projectPath].push_back(&project);
+  EnterUnder(m_byProjectPath, keys.projectPath, project);
   if (!keys.binaryPath.empty()) {
-    m_byBinaryPath[keys.binaryPath].push_back(&project);
-    m_byBinaryName[keys.binaryName].push_back(&project);
+    EnterUnder(m_byBinaryPath, keys.binaryPath, project);
+    EnterUnder(m_byBinaryName, keys.binaryName, project);
   }
   m_keys[&project] = std::move(keys);
 }
@@ -62,7 +60,7 @@ void ProjectFiles::Refresh() {
 const ProjectFiles::Candidates& ProjectFiles::Find(Index& index, std::string_view name) {
   static const Candidates kNone;
   Refresh();
-  const auto found = index.find(automation::Lower(name));
+  const auto found = index.find(std::string_view(automation::Lower(name)));
   return found == index.end() ? kNone : found->second;
 }
 

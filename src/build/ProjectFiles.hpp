@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,7 +19,7 @@ class Project;
 // any size.
 class ProjectFiles {
  public:
-  using Candidates = std::vector<Project*>;
+  using Candidates = std::pmr::vector<Project*>;
 
   void Add(Project& project);
   void Remove(Project& project);
@@ -34,17 +36,27 @@ class ProjectFiles {
     std::string binaryName;
     std::string projectPath;
   };
-  using Index = std::unordered_map<std::string, Candidates>;
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+  };
+  using Index = std::pmr::unordered_map<std::pmr::string, Candidates, Hash, std::equal_to<>>;
 
   const Candidates& Find(Index& index, std::string_view name);
   void Refresh();
   void Enter(Project& project);
 
+  void EnterUnder(Index& index, std::string_view key, Project& project);
+  static void EraseFrom(Index& index, std::string_view key, Project* project);
+
+  // The indexes lie close together: among the projects of a large suite each look-up would miss the
+  // processor's caches several times.
+  std::pmr::unsynchronized_pool_resource m_pool;
   std::unordered_map<Project*, Keys> m_keys;
   std::unordered_set<Project*> m_changed;
-  Index m_byBinaryPath;
-  Index m_byBinaryName;
-  Index m_byProjectPath;
+  Index m_byBinaryPath{&m_pool};
+  Index m_byBinaryName{&m_pool};
+  Index m_byProjectPath{&m_pool};
 };
 
 }  // namespace hearthmake

@@ -166,6 +166,8 @@ ProjectFiles& Projects::Files() {
 }
 
 Project* Projects::FirstOf(const ProjectFiles::Candidates& candidates, const Project& owner) const {
+  // One candidate as a rule, and no need to ask for its place in a list of many.
+  if (candidates.size() == 1) return candidates.front() == &owner ? nullptr : candidates.front();
   Project* first = nullptr;
   std::size_t firstOrdinal = 0;
   for (Project* candidate : candidates) {

@@ -15,8 +15,9 @@ std::shared_ptr<platform::Database> Open() {
   return ports.workspace->OpenDatabase(path);
 }
 
-// A few dozen milliseconds' worth of changes.
-constexpr int kStepsATransaction = 250;
+// Some dozen milliseconds' worth of changes. The fewer transactions, the less often the index pages are
+// written that references to any project of a large suite touch.
+constexpr int kStepsATransaction = 1000;
 
 }  // namespace
 

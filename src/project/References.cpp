@@ -1,5 +1,6 @@
 #include "project/References.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -95,7 +96,7 @@ References::~References() { ReleaseMembers(); }
 void References::ReleaseMembers() {
   m_project = nullptr;
   for (const auto& reference : m_items.Snapshot()) reference->SetOwner(nullptr);
-  m_items.Clear();
+  ClearItems();
   m_snapshot.clear();
   m_editing = false;
   m_dirty = false;
@@ -126,10 +127,7 @@ bool References::IsProjectReferencingExternal(const std::string& GUID) const {
 }
 
 bool References::IsProjectReferencing(std::int32_t idProject) const {
-  for (std::size_t i = 0; i < m_items.Count(); ++i) {
-    if (!m_items.At(i).IsExternal() && m_items.At(i).ReferencedProject() == idProject) return true;
-  }
-  return false;
+  return std::find(m_referenced.begin(), m_referenced.end(), idProject) != m_referenced.end();
 }
 
 void References::AddInternalReference(Project& objProject) {
@@ -163,7 +161,7 @@ void References::RemoveExternalTwin(Project& objProject) {
     const Reference& reference = m_items.At(i);
     // A row held raw names no library that the project could replace.
     if (!reference.IsExternal() || reference.GUID().empty() || StemKey(reference.Path()) != stem) continue;
-    m_items.RemoveKey(reference.Id());
+    m_items.RemoveKey(reference.Id());  // an external one
     return;
   }
 }
@@ -220,12 +218,26 @@ void References::Insert(Reference& reference) {
   }
   reference.SetId(++m_counter);
   reference.SetOwner(this);
+  AddItem(reference);
+}
+
+void References::AddItem(Reference& reference) {
   m_items.Add(reference, reference.Id());
+  if (!reference.IsExternal()) m_referenced.push_back(reference.ReferencedProject());
+}
+
+void References::ClearItems() {
+  m_items.Clear();
+  m_referenced.clear();
 }
 
 void References::Remove(const automation::Variant& index) {
   if (!m_editing) Raise(automation::kEditCycle, "Project.CancelEdit", "Not in edit mode");
+  const automation::Ref<Reference> removed = Item(index);
   m_items.Remove(index);
+  if (!removed->IsExternal()) {
+    m_referenced.erase(std::find(m_referenced.begin(), m_referenced.end(), removed->ReferencedProject()));
+  }
   m_dirty = true;
 }
 
@@ -276,8 +288,8 @@ void References::EndEdit() {
 void References::CancelEdit() {
   if (!m_editing) Raise(automation::kEditCycle, "Project.CancelEdit", "Not in edit mode");
   m_editing = false;
-  m_items.Clear();
-  for (const auto& reference : m_snapshot) m_items.Add(*reference, reference->Id());
+  ClearItems();
+  for (const auto& reference : m_snapshot) AddItem(*reference);
   m_snapshot.clear();
   m_dirty = false;
 }
@@ -315,13 +327,13 @@ void References::Detect(const std::vector<std::string>& rows) {
   std::vector<automation::Held<Reference>> previous;
   for (std::size_t i = 0; i < m_items.Count(); ++i) previous.emplace_back(&m_items.At(i));
   const bool wasDirty = m_dirty;
-  m_items.Clear();
+  ClearItems();
   try {
     for (const std::string& row : rows) DetectRow(row);
   } catch (const automation::Error&) {
     m_dirty = wasDirty;
-    m_items.Clear();
-    for (const auto& reference : previous) m_items.Add(*reference, reference->Id());
+    ClearItems();
+    for (const auto& reference : previous) AddItem(*reference);
     throw;
   }
   m_dirty = true;
