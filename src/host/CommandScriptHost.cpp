@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "automation/Text.hpp"
+#include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::host {
 
@@ -81,8 +82,15 @@ std::string CommandScriptHost::AskForText(std::string_view prompt, std::string_v
   return answer.empty() ? std::string(defaultText) : answer;
 }
 
-automation::Ref<automation::Object> CommandScriptHost::CreateObject(std::string_view /*progId*/) {
-  return nullptr;
+automation::Ref<automation::Object> CommandScriptHost::CreateObject(std::string_view progId) {
+  const PublicClass* found = FindPublicClass(progId);
+  if (found == nullptr || found->create == nullptr) return nullptr;
+  m_prepareLibrary();
+  return found->create();
+}
+
+std::int32_t CommandScriptHost::DefaultAnswer(std::int32_t style) {
+  return DefaultOf(ButtonsOf(style), style).number;
 }
 
 automation::Ref<automation::Object> CommandScriptHost::GetObject(std::string_view /*path*/,

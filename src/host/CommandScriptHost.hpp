@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "host/ScriptConsole.hpp"
@@ -12,8 +13,12 @@ namespace hearthmake::host {
 class CommandScriptHost final : public vbscript::Host {
  public:
   // The ports outlive the host.
-  CommandScriptHost(const platform::Platform& ports, bool isInteractive)
-      : m_ports(ports), m_isInteractive(isInteractive) {}
+  // prepareLibrary is called before the first object of the library is made.
+  CommandScriptHost(const platform::Platform& ports, bool isInteractive, std::function<void()> prepareLibrary)
+      : m_ports(ports), m_isInteractive(isInteractive), m_prepareLibrary(std::move(prepareLibrary)) {}
+
+  // The button that a message of a style has ready, by its number.
+  static std::int32_t DefaultAnswer(std::int32_t style);
 
   const platform::Platform& Platform() override { return m_ports; }
   std::int32_t ShowMessage(std::string_view prompt, std::int32_t style, std::string_view title) override;
@@ -31,6 +36,7 @@ class CommandScriptHost final : public vbscript::Host {
 
   const platform::Platform& m_ports;
   bool m_isInteractive;
+  std::function<void()> m_prepareLibrary;
   ScriptConsole m_console;
 };
 

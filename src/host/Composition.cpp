@@ -10,8 +10,12 @@
 #include "adapters/sqlite/SqliteWorkspace.hpp"
 #include "adapters/typelib/ComponentRegistration.hpp"
 #include "adapters/typelib/TypeLibFileReader.hpp"
+#include "adapters/vbs/VbsScriptEngines.hpp"
+#include "host/CommandScriptHost.hpp"
+#include "host/Console.hpp"
 #include "host/HostEventPump.hpp"
 #include "host/HostSystemInfo.hpp"
+#include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::host {
 
@@ -33,6 +37,21 @@ posix::PosixShell::Registrar MakeRegistrar(const platform::Platform& ports) {
       registration.Register(request.path);
     }
   };
+}
+
+// What the scripts of a build are answered. A run waits for nobody: a message is shown and gets the answer
+// that it has ready.
+vbs::Services MakeServices() {
+  vbs::Services services;
+  services.createObject = [](std::string_view progId) -> automation::Ref<automation::Object> {
+    const PublicClass* found = FindPublicClass(progId);
+    return found == nullptr || found->create == nullptr ? nullptr : found->create();
+  };
+  services.showMessage = [](std::string_view prompt, std::int32_t style, std::string_view /*title*/) {
+    Console(true).Note(Printable(prompt));
+    return CommandScriptHost::DefaultAnswer(style);
+  };
+  return services;
 }
 
 }  // namespace
@@ -68,6 +87,7 @@ platform::Platform Composition::FillPlatform(const HostSettings& settings) {
       [drives = m_drives](std::string_view path) { return drives->ToPosix(path).value_or(""); });
   ports.settings = std::make_shared<posix::IniSettingsStore>(posix::IniSettingsStore::DefaultPath());
   ports.clock = std::make_shared<posix::PosixClock>();
+  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeServices());
   return ports;
 }
 

@@ -126,6 +126,17 @@ void Engine::ExecuteStatement(std::u16string_view code) {
   m_implementation->Run(code, [&] { m_implementation->machine->ExecuteGlobal(code); });
 }
 
+void Engine::Check(std::u16string_view code) {
+  m_implementation->Run(code, [&] {
+    // Names of its own, so that nothing of the engine's is declared or replaced.
+    Symbols symbols;
+    Globals globals(symbols);
+    const std::shared_ptr<const Script> script = ParseScript(code, symbols);
+    DeclareGlobals(script, globals);
+    CompileSource(script, false, globals);
+  });
+}
+
 Variant Engine::Eval(std::u16string_view expression) {
   return m_implementation->Run(expression, [&] { return m_implementation->machine->EvalGlobal(expression); });
 }

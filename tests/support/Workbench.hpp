@@ -17,6 +17,7 @@
 #include "adapters/sqlite/SqliteWorkspace.hpp"
 #include "adapters/typelib/ComponentRegistration.hpp"
 #include "adapters/typelib/TypeLibFileReader.hpp"
+#include "adapters/vbs/VbsScriptEngines.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Settings.hpp"
 #include "foundation/mTypes.hpp"
@@ -161,6 +162,7 @@ class Workbench {
     ports.clock = clock;
     ports.system = std::make_shared<posix::PosixSystemInfo>(
         posix::SystemFacts{"C:\\temp\\", "C:\\windows\\system32", "C:\\data", majorVersion});
+    ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, vbs::Services{});
     return ports;
   }
 };

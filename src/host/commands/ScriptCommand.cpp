@@ -94,7 +94,7 @@ ExitStatus ScriptCommand(Session& session, const ScriptArguments& arguments) {
       vbscript::dospath::Absolute(session.DosPath(usage.file), ports.files->CurrentFolder());
   const std::u16string code = DecodeScript(ReadScript(usage.file, path));
 
-  CommandScriptHost host(ports, usage.isInteractive);
+  CommandScriptHost host(ports, usage.isInteractive, [&session] { session.Database().RequireOrMake(); });
   Engine engine(host);
   const InterruptedScript interruptible(engine);
   const bool hasTimeout = usage.timeoutSeconds > 0;

@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <iostream>
+#include <iterator>
 
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
-#include "host/ScriptSource.hpp"
+#include "automation/Utf.hpp"
+#include "foundation/Apartment.hpp"
+#include "host/ScriptText.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {
@@ -41,6 +45,13 @@ const Event& FindEvent(const std::string& typed) {
   std::string known;
   for (const Event& event : kEvents) known += fmt::format("{}{}", known.empty() ? "" : ", ", event.name);
   throw HostError(fmt::format("There is no event {}.", Printable(typed)), "There are: " + known);
+}
+
+std::string ReadScriptText(Session& session, const std::string& typed) {
+  const bool isStandardInput = typed == "-";
+  const std::string bytes = isStandardInput ? std::string(std::istreambuf_iterator<char>(std::cin), {})
+                                            : Ports().files->Read(session.DosPath(typed));
+  return automation::Utf16ToUtf8(DecodeScript(bytes));
 }
 
 std::size_t CountLines(const std::string& text) {
@@ -101,7 +112,7 @@ ExitStatus ScriptsCommand(Session& session, const ScriptsArguments& arguments) {
     throw HostError("Which of the seven scripts?", "hearthmake scripts BUILD lists them.");
   if (changes)
     Store(session, scripts, FindEvent(arguments.event),
-          arguments.clear ? "" : ReadScriptText(arguments.setFrom));
+          arguments.clear ? "" : ReadScriptText(session, arguments.setFrom));
   if (arguments.check) {
     const ExitStatus status = Check(session, scripts, arguments.event);
     build->Kill();
