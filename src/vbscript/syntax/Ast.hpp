@@ -174,7 +174,7 @@ struct Erase : Statement {
   std::span<Expression*> arrays;
 };
 
-// The value is a constant expression: literals, signs, names of constants, parentheses.
+// The value is a literal with signs and parentheses; the language takes no names here.
 struct Const : Statement {
   struct Constant {
     Offset offset;

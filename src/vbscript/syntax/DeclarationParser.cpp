@@ -1,6 +1,5 @@
 // The part of StatementParser that reads what declares names: variables, constants, procedures, classes.
 
-#include <algorithm>
 #include <utility>
 
 #include "vbscript/syntax/StatementParser.hpp"
@@ -46,9 +45,9 @@ std::span<const std::int32_t> StatementParser::ParseFixedBounds() {
   std::vector<std::int32_t> bounds;
   do {
     const Token& bound = Current();
-    if (bound.kind != TokenKind::Number || bound.type == automation::VariantType::Double) {
-      Fail(CompileErrorNumber::ExpectedIntegerConstant);
-    }
+    const bool isWhole = bound.kind == TokenKind::Number && bound.type != automation::VariantType::Double;
+    // Hexadecimal numbers can be negative.
+    if (!isWhole || bound.whole < 0) Fail(CompileErrorNumber::ExpectedIntegerConstant);
     bounds.push_back(bound.whole);
     Advance();
   } while (Accept(TokenKind::Comma));

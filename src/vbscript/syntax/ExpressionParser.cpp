@@ -320,14 +320,13 @@ std::span<Expression*> ExpressionParser::ParseArguments() {
   return m_script.Keep(arguments);
 }
 
-// Without the height: nothing is built upon a call statement.
+// Leaves no height: nothing is built upon a call statement.
 std::span<Expression*> ExpressionParser::ParseBareArguments(std::vector<Expression*> arguments) {
-  const bool goesOn = !arguments.empty();
-  if (goesOn && !Accept(TokenKind::Comma)) return m_script.Keep(arguments);
-  do {
-    const bool isOmitted = IsAt(TokenKind::Comma) || !CanStartExpression();
-    arguments.push_back(isOmitted ? MakeOmitted() : ParseExpression());
-  } while (Accept(TokenKind::Comma));
+  bool goesOn = arguments.empty() || Accept(TokenKind::Comma);
+  while (goesOn) {
+    arguments.push_back(CanStartExpression() ? ParseExpression() : MakeOmitted());
+    goesOn = Accept(TokenKind::Comma);
+  }
   return m_script.Keep(arguments);
 }
 

@@ -9,7 +9,8 @@ namespace hearthmake::vbscript {
 
 // Parses a source: statements, procedures, classes. Lines end with CR, LF or CR LF.
 // Errors: CompileError with the number, text and place of the first fault. Nesting deeper than
-// kDeepestNesting (of parentheses, operators to the right, blocks) is error 1001 "Out of memory".
+// kDeepestNesting (of parentheses, operators to the right, blocks) is error 1001 "Out of memory"; so is a
+// tree that is higher, chains of members included. Only the left side of Binary has no such limit.
 std::unique_ptr<Script> ParseScript(std::u16string_view source, Symbols& symbols);
 
 // Parses one expression, as Eval takes it; the result's body is a single CallStatement whose call is the

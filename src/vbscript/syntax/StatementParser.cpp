@@ -57,12 +57,16 @@ void StatementParser::SkipSeparators() {
   while (IsAt(TokenKind::EndOfLine) || IsAt(TokenKind::Colon)) Advance();
 }
 
-void StatementParser::RequireEndOfStatement() {
+// Whether nothing more belongs to a statement that could end here.
+bool StatementParser::EndsStatement() const {
   // An If on a single line reads the colon before an End that turns out not to be its own.
-  if (IsAtEndOfStatement() || IsBehindSeparator()) return;
-  const bool isClosed = IsAt(TokenKind::End) || IsAt(TokenKind::Else) || IsAt(TokenKind::ElseIf);
-  if (m_around.singleLines > 0 && isClosed) return;
-  Fail(CompileErrorNumber::ExpectedEndOfStatement);
+  if (IsAtEndOfStatement() || IsBehindSeparator()) return true;
+  return m_around.singleLines > 0 &&
+         (IsAt(TokenKind::End) || IsAt(TokenKind::Else) || IsAt(TokenKind::ElseIf));
+}
+
+void StatementParser::RequireEndOfStatement() {
+  if (!EndsStatement()) Fail(CompileErrorNumber::ExpectedEndOfStatement);
 }
 
 // Whether the current token ends a block, be it the one that is read or one around it. Two that can't be
@@ -316,7 +320,7 @@ Loop::Test StatementParser::ParseLoopTest(Expression*& condition) {
     test = Loop::Test::While;
   } else if (Accept(TokenKind::Until)) {
     test = Loop::Test::Until;
-  } else if (IsAtEndOfStatement() || m_around.singleLines > 0) {
+  } else if (EndsStatement()) {
     return test;
   } else {
     Fail(CompileErrorNumber::ExpectedWhileUntilOrEndOfStatement);
@@ -415,7 +419,8 @@ Statement* StatementParser::ParseAssignmentOrCall() {
   const Offset offset = Current().offset;
   Expression* reference = ParseReferenceHead();
   for (;;) {
-    if (IsAt(TokenKind::Dot) && !IsAtWithDot()) {
+    const bool isIndexed = reference->kind == ExpressionKind::Call;
+    if (IsAt(TokenKind::Dot) && (isIndexed || !IsAtWithDot())) {
       reference = ParseMember(reference);
     } else if (IsAt(TokenKind::LeftParenthesis)) {
       const Offset opening = Current().offset;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "vbscript/syntax/ExpressionParser.hpp"
@@ -36,6 +35,7 @@ class StatementParser : private ExpressionParser {
 
   // ---- Blocks (StatementParser.cpp)
   void SkipSeparators();
+  bool EndsStatement() const;
   void RequireEndOfStatement();
   bool EndsBlock();
   std::vector<Statement*> ParseStatements();

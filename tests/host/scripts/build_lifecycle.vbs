@@ -6,7 +6,7 @@ b.BeginEdit
 b.Name = "A name of more than thirty characters"
 b.StartDllBaseAddress = -65536
 b.ApplyEdit
-WScript.Echo b.Id & " [" & b.Name & "]" ' expect: 1 [A name of more than thirty char]
+WScript.Echo b.Id & " [" & b.Name & "]" ' expect: 1 [A name of more than thirty cha]
 b.BeginEdit
 b.Name = "Shop"
 b.StartDllBaseAddress = 0

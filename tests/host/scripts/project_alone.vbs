@@ -12,7 +12,7 @@ WScript.Echo p.Name & " " & p.Title & " " & p.MajorVer & "." & p.MinorVer ' expe
 WScript.Echo p.ProjectType & " " & p.ISActiveX & " " & p.IsInprocess & " " & p.ExeName32 ' expect: 1 True True Lib.dll
 p.MajorVer = 3
 p.UpdateVBP
-WScript.Echo InStr(fso.OpenTextFile(file).ReadAll, "MajorVer=3") > 0 ' expect: True
+WScript.Echo InStr(fso.OpenTextFile(file).ReadAll, "MajorVer=3") > 0 ' expect: -1
 
 ' The names of the settings are a collection.
 WScript.Echo TypeName(p.Properties) & " " & p.Properties.Count & " " & p.Properties(1) & " " & p.Properties.item(2) ' expect: Properties 43 Name Startup
@@ -20,7 +20,7 @@ n = 0
 For Each key In p.Properties
   n = n + Len(key)
 Next
-WScript.Echo n > 43 ' expect: True
+WScript.Echo n > 43 ' expect: -1
 
 On Error Resume Next
 p.MajorVer = 10000
@@ -32,4 +32,4 @@ p.ApplyEdit
 WScript.Echo Err.Number ' expect: 91
 Err.Clear
 p.Compile
-WScript.Echo Err.Number <> 0 ' expect: True
+WScript.Echo Err.Number <> 0 ' expect: -1

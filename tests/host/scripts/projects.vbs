@@ -29,7 +29,7 @@ For n = 1 To b.Projects.Count
 Next
 WScript.Echo text ' expect: Lib;App;Tool;
 WScript.Echo b.Projects.GetByName("App").References.Count ' expect: 1
-WScript.Echo b.Projects.GetByName("App").References(1).IsExternal ' expect: False
+WScript.Echo b.Projects.GetByName("App").References(1).IsExternal ' expect: 0
 WScript.Echo b.Projects.GetByName("App").References(1).ReferencedProject ' expect: 2
 
 On Error Resume Next

@@ -11,7 +11,7 @@ b.BeginEdit
 b.Name = "Shop"
 b.ApplyEdit
 Set s = b.Scripts
-WScript.Echo s.Execute("") ' expect: True
+WScript.Echo s.Execute("") ' expect: -1
 ' What one script defines, later ones see; so does Session.
 s.Execute "'Include<" & file & ">"
 s.Execute "Session(""answer"") = Twice(21)"
@@ -32,7 +32,7 @@ WScript.Echo Hex(Err.Number) & "|" & Err.Source & "|" & Err.Description ' expect
 WScript.Echo s.ErrorLine & " " & s.ErrorText ' expect: 2 y = x / 0
 Err.Clear
 s.Execute "If"
-WScript.Echo Hex(Err.Number) & "|" & Err.Source & "|" & Split(Err.Description, vbCrLf)(0) ' expect: 8004000E|Scripts.Execute|Script Error: Syntax error
+WScript.Echo Hex(Err.Number) & "|" & Err.Source & "|" & Split(Err.Description, vbCrLf)(0) ' expect: 8004000E|Scripts.Execute|Script Error: Expected expression
 Err.Clear
 s.Execute "Err.Raise 1234, ""me"", ""my own words"""
 WScript.Echo Hex(Err.Number) & "|" & Split(Err.Description, vbCrLf)(0) ' expect: 8004000E|Script Error: my own words

@@ -31,7 +31,7 @@ WScript.Echo b.Projects.Build(False)
 ' expect: 0 after Two
 ' expect: 50 done 2
 ' expect: 0 answer True
-' expect: True
+' expect: -1
 
 ' An error in a script fails the run, unless such errors are to be ignored.
 b.Scripts.AfterProjectCompile = "Nosuch.Thing"
@@ -40,7 +40,7 @@ WScript.Echo b.Projects.Build(False)
 ' expect: 100 1 before One
 ' expect: failed One Script Error: Object required: 'Nosuch'
 ' expect: 0 failed
-' expect: False
+' expect: 0
 settings.IgnoreScriptError = True
 settings.ApplyEdit
 b.Scripts.BeforeProjectComplie = ""
@@ -50,7 +50,7 @@ WScript.Echo b.Projects.Build(False)
 ' expect: 0 before Run
 ' expect: error Script error in event After Project Compile. Object required: 'Nosuch'
 ' expect: error Script error in event After Project Compile. Object required: 'Nosuch'
-' expect: True
+' expect: -1
 
 Sub Build_ScriptNotify(message, cancel, progress)
   WScript.Echo progress & " " & message

@@ -17,7 +17,7 @@ Set c = CreateObject("Hearthmake.Build")
 c.Load b.Id
 With c.Scripts
   WScript.Echo .BeforeSourceSafe & .BeforeComplie & .BeforeProjectComplie & .AfterProjectCompile & .BuildFailed & .AfterMTSpackage ' expect: abcdeg
-  WScript.Echo .CompileComplete = b.Scripts.CompileComplete ' expect: True
+  WScript.Echo .CompileComplete = b.Scripts.CompileComplete ' expect: -1
 End With
 ' Three texts share a column: one that holds the separator is cut apart at the next load.
 b.Scripts.BeforeComplie = "x[||]y"

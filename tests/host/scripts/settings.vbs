@@ -11,7 +11,7 @@ Set other = CreateObject("Hearthmake.Settings")
 WScript.Echo other.RunScripts & " " & other.ScriptTimeOut & " " & (other.VBExe = WScript.Arguments(0)) ' expect: True -1 True
 s.ScriptTimeOut = 500
 s.CancelEdit
-WScript.Echo s.ScriptTimeOut ' expect: -1
+WScript.Echo s.ScriptTimeOut ' expect: 0
 On Error Resume Next
 s.CancelEdit
 WScript.Echo Err.Number & "|" & Err.Description ' expect: 1004|Not in edit mode

@@ -35,6 +35,7 @@ TEST(DeclarationParser, ReportsVariablesThatAreNone) {
   EXPECT_EQ(Parse("Dim a As Integer"), "1025 (1, 7)");
   EXPECT_EQ(Parse("Dim a(n)"), "1026 (1, 7)");
   EXPECT_EQ(Parse("Dim a(-1)"), "1026 (1, 7)");
+  EXPECT_EQ(Parse("Dim a(&HFFFF)"), "1026 (1, 7)");
   EXPECT_EQ(Parse("Dim a(1.5)"), "1026 (1, 7)");
   EXPECT_EQ(Parse("Dim a(1"), "1006 (1, 8)");
   EXPECT_EQ(Parse("Dim a(1 To 3)"), "1006 (1, 9)");

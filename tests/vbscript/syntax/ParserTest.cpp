@@ -304,6 +304,7 @@ TEST(Parser, ReadsDoLoopsInAllForms) {
 TEST(Parser, ReportsLoopsThatAreNotWhole) {
   EXPECT_EQ(Parse("Do a"), "1028 (1, 4)");
   EXPECT_EQ(Parse("Do\nLoop a"), "1028 (2, 6)");
+  EXPECT_EQ(Parse("If a Then Do b"), "1028 (1, 14)");
   EXPECT_EQ(Parse("Do While a\nLoop While b"), "1025 (2, 6)");
   EXPECT_EQ(Parse("Do\n"), "1019 (2, 1)");
   EXPECT_EQ(Parse("While a\n"), "1018 (2, 1)");
@@ -326,6 +327,7 @@ TEST(Parser, ReadsWith) {
             "with a.b {.c := .d(1).e; call .f; call .g(1)}");
   EXPECT_EQ(Parse("With a : f .b, .c : With .d : .e : End With : End With"),
             "with a {call f(.b, .c); with .d {call .e}}");
+  EXPECT_EQ(Parse("With a : f(1) .b = .c : End With"), "with a {f(1).b := .c}");
   EXPECT_EQ(Parse("With New Thing : End With"), "with new Thing {}");
   EXPECT_EQ(Parse("With a"), "1014 (1, 7)");
   EXPECT_EQ(Parse("With a : End If"), "1029 (1, 14)");
