@@ -1083,7 +1083,7 @@ void Machine::Execute() {
           Variant result;
           if (code->hasResult) result.OverwriteWith(base[code->resultSlot]);
           const Variant* const end = base + code->localCount;
-          bool isPlain = !code->hasMarks && !frame.ownsDynamicNames;
+          bool isPlain = !code->hasMarks && !code->hasDynamicNames;
           for (const Variant* slot = base; slot < end; ++slot) isPlain = isPlain && !slot->IsCounted();
           if (!isPlain) ReleaseFrame(frame);
           Variant* const to = frame.result;
