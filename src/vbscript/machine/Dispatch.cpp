@@ -345,9 +345,13 @@ VBS_INLINE void CopyTo(Variant& to, const Variant& value) {
   }
 }
 
-VBS_NOINLINE void ReferToElement(Variant& to, Variant& array, std::span<Variant> indices, Variant* lock) {
-  if (array.Type() != VariantType::Array) {
+// Refers to an element of the array in from; of what is no variable, the element itself is taken.
+VBS_NOINLINE void ReferToElement(Variant& to, Variant& from, bool isTemporary, std::span<Variant> indices,
+                                 Variant* lock) {
+  Variant& array = from.Target();
+  if (array.Type() != VariantType::Array || (isTemporary && &array == &from)) {
     GetElementSlowly(to, array, indices);
+    if (isTemporary) MakePlain(from);
     return;
   }
   ArrayBuffer& own = OwnArray(array);
@@ -752,7 +756,7 @@ void Machine::Execute() {
       }
       CASE(ElementReference) {
         Variant* const lock = pc[1].b == kNoOperand ? nullptr : base + pc[1].b;
-        ReferToElement(base[pc->a], X(pc->b)->Target(), {base + pc->c, pc[1].a}, lock);
+        ReferToElement(base[pc->a], *X(pc->b), IS_TEMPORARY(pc->b), {base + pc->c, pc[1].a}, lock);
         NEXT2();
       }
       CASE(Unlock) {
@@ -834,15 +838,18 @@ void Machine::Execute() {
             if (element != nullptr && IsPlain(value)) [[likely]] {
               if (IsPlain(*element)) [[likely]] {
                 element->OverwriteWithCopy(value);
+                if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
                 NEXT();
               }
             } else if (element != nullptr && value.Type() == VariantType::String) {
               LetVariable(*element, value, IS_TEMPORARY(pc->c));
+              if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
               NEXT();
             }
           }
         }
         SetElementOne(array, *X(pc->b), value, IS_TEMPORARY(pc->b), IS_TEMPORARY(pc->c));
+        if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
         NEXT();
       }
       CASE(SetElement2) {
@@ -854,6 +861,7 @@ void Machine::Execute() {
           Variant* element = Element2(*array.AsArray(), first.Target(), second.Target());
           if (element != nullptr && IsPlain(*element) && IsPlain(value)) [[likely]] {
             element->OverwriteWithCopy(value);
+            if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
             NEXT2();
           }
         }
@@ -864,6 +872,7 @@ void Machine::Execute() {
         if (IS_TEMPORARY(pc[1].a)) MakePlain(value);
         if (IS_TEMPORARY(pc->c)) MakePlain(second);
         if (IS_TEMPORARY(pc->b)) MakePlain(first);
+        if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
         NEXT2();
       }
       CASE(SetElements) {
@@ -1083,7 +1092,7 @@ void Machine::Execute() {
           Variant result;
           if (code->hasResult) result.OverwriteWith(base[code->resultSlot]);
           const Variant* const end = base + code->localCount;
-          bool isPlain = !code->hasMarks && !frame.ownsDynamicNames;
+          bool isPlain = !code->hasMarks && !code->hasDynamicNames;
           for (const Variant* slot = base; slot < end; ++slot) isPlain = isPlain && !slot->IsCounted();
           if (!isPlain) ReleaseFrame(frame);
           Variant* const to = frame.result;

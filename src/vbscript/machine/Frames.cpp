@@ -103,7 +103,7 @@ void Machine::ReleaseFrame(Frame& frame) {
       const Variant old(std::move(*slot));
     }
   }
-  if (frame.code->hasMarks) {
+  if (frame.code->hasMarks || frame.code->hasDynamicNames) {
     for (Variant* slot = frame.base; slot < end; ++slot) slot->SetMark(0);
   }
   if (frame.ownsDynamicNames) {
