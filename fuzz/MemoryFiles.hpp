@@ -50,6 +50,23 @@ class MemoryFiles final : public platform::FileSystem {
   void CreateFolders(std::string_view) override {}
   void RemoveFolder(std::string_view) override {}
   std::vector<platform::FolderEntry> List(std::string_view) override { return {}; }
+  platform::FileDetails Details(std::string_view path) override {
+    platform::FileDetails details;
+    details.size = Find(path).size();
+    return details;
+  }
+  std::unique_ptr<platform::OutputStream> OpenForWriting(std::string_view path,
+                                                         const platform::WriteMode& mode) override {
+    if (!mode.mayCreate) Find(path);
+    std::string& bytes = m_files[Key(path)];
+    if (!mode.isAppended) bytes.clear();
+    return std::make_unique<Growing>(bytes);
+  }
+  void CreateFolder(std::string_view) override {}
+  std::string CurrentFolder() override { return "C:\\"; }
+  void SetCurrentFolder(std::string_view) override {}
+  std::string DriveLetters() override { return "C"; }
+  platform::VolumeDetails Volume(char) override { return {}; }
 
  private:
   class File final : public platform::RandomAccessFile {
@@ -65,6 +82,15 @@ class MemoryFiles final : public platform::FileSystem {
 
    private:
     std::string m_bytes;
+  };
+
+  class Growing final : public platform::OutputStream {
+   public:
+    explicit Growing(std::string& bytes) : m_bytes(bytes) {}
+    void Write(std::string_view bytes) override { m_bytes += bytes; }
+
+   private:
+    std::string& m_bytes;
   };
 
   static std::string Key(std::string_view path) {

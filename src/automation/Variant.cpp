@@ -85,12 +85,20 @@ double RoundHalfToEven(double value) { return std::nearbyint(value); }
 
 }  // namespace
 
-StringBuffer* StringBuffer::New(std::u16string_view text, std::size_t capacity) {
-  capacity = std::max(capacity, text.size());
+void* StringBuffer::Allocate(std::size_t capacity) {
   if (capacity > std::numeric_limits<std::int32_t>::max() / 2) Raise(RuntimeError::OutOfMemory, "");
   void* memory = ::operator new(sizeof(StringBuffer) + capacity * sizeof(char16_t), std::nothrow);
   if (memory == nullptr) Raise(RuntimeError::OutOfMemory, "");
-  auto* buffer = new (memory) StringBuffer(text.size(), capacity);
+  return memory;
+}
+
+StringBuffer* StringBuffer::NewUnset(std::size_t length) {
+  return new (Allocate(length)) StringBuffer(length, length);
+}
+
+StringBuffer* StringBuffer::New(std::u16string_view text, std::size_t capacity) {
+  capacity = std::max(capacity, text.size());
+  auto* buffer = new (Allocate(capacity)) StringBuffer(text.size(), capacity);
   if (!text.empty()) std::memcpy(buffer->Data(), text.data(), text.size() * sizeof(char16_t));
   return buffer;
 }
@@ -104,8 +112,12 @@ bool StringBuffer::Append(std::u16string_view text) {
 
 ArrayBuffer::ArrayBuffer(std::span<const Bound> bounds) : m_bounds(bounds.begin(), bounds.end()) {
   const std::size_t count = CountElements();
-  Reserve(count);
-  std::uninitialized_default_construct_n(m_elements, count);
+  if (count != 0) {
+    // Zeroed memory is Empty, and costs nothing until it is used.
+    m_elements = static_cast<Variant*>(std::calloc(count, sizeof(Variant)));
+    if (m_elements == nullptr) Raise(RuntimeError::OutOfMemory, "");
+    m_capacity = count;
+  }
   m_count = count;
   if (m_bounds.size() == 1 && m_bounds[0].lower == 0) m_vectorCount = static_cast<std::uint32_t>(count);
 }

@@ -40,6 +40,9 @@ enum class VariantType : std::uint16_t {
 class StringBuffer {
  public:
   static StringBuffer* New(std::u16string_view text, std::size_t capacity = 0);
+  // A text of this length whose characters the caller sets at once, through Writable.
+  static StringBuffer* NewUnset(std::size_t length);
+  char16_t* Writable() { return Data(); }  // only for a sole owner
   void AddRef() noexcept { ++m_references; }
   void Release() noexcept {
     if (--m_references == 0) ::operator delete(this);
@@ -54,6 +57,7 @@ class StringBuffer {
  private:
   StringBuffer(std::size_t length, std::size_t capacity)
       : m_length(static_cast<std::uint32_t>(length)), m_capacity(static_cast<std::uint32_t>(capacity)) {}
+  static void* Allocate(std::size_t capacity);
   // The characters stand right behind the header, in the same allocation.
   char16_t* Data() { return reinterpret_cast<char16_t*>(this + 1); }
   const char16_t* Data() const { return reinterpret_cast<const char16_t*>(this + 1); }
@@ -186,7 +190,7 @@ class Variant {
     return result;
   }
   static Variant FromUtf16(std::u16string_view first, std::u16string_view second);  // joined
-  static Variant FromObject(Ref<Object> object);  // null is Nothing
+  static Variant FromObject(Ref<Object> object);                                    // null is Nothing
   static Variant FromErrorCode(std::int32_t code) { return FromWhole(VariantType::Error, code); }
   static Variant FromArray(Ref<ArrayBuffer> array) {
     Variant result(VariantType::Array);

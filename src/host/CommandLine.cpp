@@ -40,6 +40,7 @@ class Words {
     AddBuildWords();
     AddProjectWords();
     AddRunWords();
+    AddScriptWord();
     AddSettingWords();
   }
 
@@ -169,6 +170,20 @@ class Words {
         "first address (&H..., 0x... or decimal), kept for the next time; without it the one kept");
   }
 
+  void AddScriptWord() {
+    CLI::App* word =
+        Add("script",
+            "Run a VBScript file: hearthmake script [//OPTION...] FILE.vbs [ARG...]\n"
+            "Everything behind FILE belongs to the script. Options of the script host: //T:SECONDS ends the\n"
+            "script after that time, //B shows no messages, //I does; //nologo and //E:VBScript are\n"
+            "accepted. The options of hearthmake itself stand before the word script. Exit status: that of\n"
+            "WScript.Quit, 1 on an error or a time-out, 2 wrong usage, 3 cancelled.",
+            "hearthmake script deploy.vbs /target:test Shop", m_script, &ScriptCommand);
+    word->fallthrough(false);
+    word->prefix_command();
+    word->parse_complete_callback([this, word] { m_script.words = word->remaining(); });
+  }
+
   void AddSettingWords() {
     CLI::App* word = Add("settings", "Show or change the settings of the library, or of this command.",
                          "hearthmake settings VBExe '/opt/vb6/vb6.exe'", m_settings, &SettingsCommand);
@@ -194,6 +209,7 @@ class Words {
   OrderArguments m_order;
   BuildArguments m_build;
   BasesArguments m_bases;
+  ScriptArguments m_script;
   SetArguments m_set;
   SettingsArguments m_settings;
 };

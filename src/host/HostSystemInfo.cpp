@@ -44,6 +44,24 @@ std::int32_t HostSystemInfo::MajorVersion() {
   return *m_majorVersion;
 }
 
+std::optional<std::string> HostSystemInfo::EnvironmentVariable(std::string_view name) {
+  if (auto value = PosixSystemInfo::EnvironmentVariable(name)) return value;
+  const auto is = [name](const char* known) { return automation::EqualsIgnoreCaseAscii(name, known); };
+  if (is("TEMP") || is("TMP")) return FolderOf("TMPDIR", "/tmp");
+  if (is("USERPROFILE")) return FolderOf("HOME", "/");
+  if (is("USERNAME")) return UserName();
+  if (is("COMPUTERNAME")) return ComputerName();
+  if (is("SystemDrive")) return "C:";
+  if (is("SystemRoot") || is("windir")) return "C:\\windows";
+  if (is("OS")) return "Windows_NT";
+  return std::nullopt;
+}
+
+std::string HostSystemInfo::FolderOf(const char* variable, const char* otherwise) {
+  const std::string folder = PosixSystemInfo::EnvironmentVariable(variable).value_or("");
+  return m_drives->FromPosix(folder.starts_with('/') ? folder : otherwise);
+}
+
 // The library is waiting for the answer: it knows errors of its own kind only.
 std::optional<std::int32_t> HostSystemInfo::OverriddenVersion() const {
   try {

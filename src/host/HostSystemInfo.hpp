@@ -22,10 +22,14 @@ class HostSystemInfo final : public posix::PosixSystemInfo {
   std::string TemporaryFolder() override;
   // The host's override (error 45 when that is no number), else what the prefix's registry says, else 10.
   std::int32_t MajorVersion() override;
+  // Names that every Windows program finds set (TEMP, USERPROFILE, SystemRoot ...) have a value here even
+  // where the process has none.
+  std::optional<std::string> EnvironmentVariable(std::string_view name) override;
 
  private:
   std::optional<std::int32_t> OverriddenVersion() const;
   std::int32_t VersionOfPrefix();
+  std::string FolderOf(const char* variable, const char* otherwise);
 
   const HostSettings& m_settings;
   std::shared_ptr<const posix::DriveMap> m_drives;

@@ -20,6 +20,8 @@ namespace {
 volatile sig_atomic_t s_isRunning = 0;
 volatile sig_atomic_t s_isRequested = 0;
 std::array<char, 4096> s_folder{};
+void (*volatile s_onRequest)(void*) = nullptr;
+void* volatile s_requestContext = nullptr;
 
 // Everything from here to the handler runs inside a signal: system calls and memory of its own only.
 
@@ -76,6 +78,7 @@ void OnSignal(int /*signal*/) {
   const int savedError = errno;
   if (s_isRunning != 0 && s_isRequested == 0) {
     s_isRequested = 1;
+    if (s_onRequest != nullptr) s_onRequest(s_requestContext);
     errno = savedError;
     return;
   }
@@ -101,6 +104,12 @@ void Interrupt::Install() {
 }
 
 bool Interrupt::IsRequested() { return s_isRequested != 0; }
+
+void Interrupt::OnRequest(void (*call)(void*), void* context) {
+  s_onRequest = nullptr;
+  s_requestContext = context;
+  s_onRequest = call;
+}
 
 void Interrupt::RemoveAtEnd(const std::string& folder) {
   if (folder.size() < s_folder.size()) std::memcpy(s_folder.data(), folder.c_str(), folder.size() + 1);

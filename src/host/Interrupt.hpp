@@ -17,6 +17,8 @@ class Interrupt {
   // Sets the signal handlers. A signal that the process was told to ignore stays ignored.
   static void Install();
   static bool IsRequested();
+  // Called inside the signal that is remembered, so it may do next to nothing; null for none.
+  static void OnRequest(void (*call)(void* context), void* context);
   // A folder that holds files only, to be removed when a signal ends the process.
   static void RemoveAtEnd(const std::string& folder);
 };

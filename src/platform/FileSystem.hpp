@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ByteStreams.hpp"
+
 namespace hearthmake::platform {
 
 // One name in a folder listing; "." and ".." are never listed.
@@ -32,6 +34,44 @@ enum FileAttributes : std::uint32_t {
   kSystem = 4,
   kFolder = 16,
   kArchive = 32,
+};
+
+// What a file or folder shows of itself. Times are local OLE dates, as Clock::Now.
+struct FileDetails {
+  bool isFolder = false;
+  std::uint32_t attributes = kNormal;
+  std::uint64_t size = 0;  // of a folder 0
+  double created = 0;      // the time of the last change where the disk keeps no other
+  double accessed = 0;
+  double modified = 0;
+};
+
+// With the values that drives have had for scripts.
+enum class VolumeKind : std::int32_t {
+  Unknown = 0,
+  Removable = 1,
+  Fixed = 2,
+  Network = 3,
+  CdRom = 4,
+  RamDisk = 5
+};
+
+// The volume behind a drive letter.
+struct VolumeDetails {
+  VolumeKind kind = VolumeKind::Unknown;
+  bool isReady = false;  // the rest is known only then
+  std::uint64_t totalBytes = 0;
+  std::uint64_t freeBytes = 0;
+  std::uint64_t availableBytes = 0;  // to this user
+  std::string fileSystem;            // "ext4", "NTFS"; "" when it is not known
+  std::uint32_t serialNumber = 0;
+};
+
+// How a file is opened for writing.
+struct WriteMode {
+  bool mayCreate = true;    // else error 53 when there is none
+  bool mayReplace = true;   // else error 58 when there is one
+  bool isAppended = false;  // behind what is there, instead of an empty file
 };
 
 // A file open for reading at any place.
@@ -67,6 +107,8 @@ class FileSystem {
   // A stamp with size -1 when there is no such file.
   virtual FileStamp Stamp(std::string_view path) = 0;
 
+  // A stamp for people. Error 53 or 76 when there is nothing of that name.
+  virtual FileDetails Details(std::string_view path) = 0;
   virtual std::uint32_t Attributes(std::string_view path) = 0;
   virtual void SetAttributes(std::string_view path, std::uint32_t attributes) = 0;
 
@@ -79,6 +121,9 @@ class FileSystem {
   // of a replaced file are kept; a read-only file is refused with error 75 (clear the attribute first).
   virtual void Replace(std::string_view path, std::string_view bytes) = 0;
   virtual void Append(std::string_view path, std::string_view bytes) = 0;
+  // For content that comes piece by piece. What is written is in the file at once, so that readers see it
+  // grow. A read-only file is refused with error 75.
+  virtual std::unique_ptr<OutputStream> OpenForWriting(std::string_view path, const WriteMode& mode) = 0;
   virtual void Remove(std::string_view path) = 0;
   // Replaces an existing target, whole or not at all.
   virtual void Copy(std::string_view from, std::string_view to) = 0;
@@ -86,9 +131,20 @@ class FileSystem {
 
   // Makes the folder and those above it that are missing; one that exists is no error.
   virtual void CreateFolders(std::string_view path) = 0;
+  // Makes one folder: error 58 when there is a file or folder of the name, 76 when the one above is missing.
+  virtual void CreateFolder(std::string_view path) = 0;
   virtual void RemoveFolder(std::string_view path) = 0;
   // Every name in the folder, in no particular order.
   virtual std::vector<FolderEntry> List(std::string_view folder) = 0;
+
+  // The process's current folder, where relative paths start; without a final backslash but at a root.
+  virtual std::string CurrentFolder() = 0;
+  // Error 76 when there is no such folder.
+  virtual void SetCurrentFolder(std::string_view path) = 0;
+  // The letters of the drives, in order: "CZ".
+  virtual std::string DriveLetters() = 0;
+  // Of a drive letter in any case; of kind Unknown and not ready when there is no such drive.
+  virtual VolumeDetails Volume(char letter) = 0;
 };
 
 }  // namespace hearthmake::platform

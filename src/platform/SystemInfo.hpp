@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace hearthmake::platform {
 
@@ -24,6 +25,12 @@ class SystemInfo {
   // The operating system's major version: 4 for Windows NT 4, 5 for Windows 2000 …
   virtual std::int32_t MajorVersion() = 0;
   virtual std::optional<std::string> EnvironmentVariable(std::string_view name) = 0;
+  // Every variable as `NAME=value`.
+  virtual std::vector<std::string> Environment() = 0;
+  // For this process and the children that it starts from now on; nothing removes the variable.
+  virtual void SetEnvironmentVariable(std::string_view name, const std::optional<std::string>& value) = 0;
+  virtual std::string ComputerName() = 0;
+  virtual std::string UserName() = 0;
 };
 
 }  // namespace hearthmake::platform

@@ -8,8 +8,9 @@
 
 namespace hearthmake::vbscript {
 
-// Numbers of compile-time errors, 1001 to 1058, as the language documents them.
+// Numbers of compile-time errors, 1001 to 1058 and one other, as the language documents them.
 enum class CompileErrorNumber : std::int32_t {
+  InvalidOrUnqualifiedReference = 505,  // a run-time number, but found when compiling: .x outside With
   OutOfMemory = 1001,
   SyntaxError = 1002,
   ExpectedColon = 1003,
@@ -109,6 +110,7 @@ inline constexpr std::int32_t kFileNotFound = 53;
 inline constexpr std::int32_t kBadFileMode = 54;
 inline constexpr std::int32_t kFileAlreadyExists = 58;
 inline constexpr std::int32_t kInputPastEnd = 62;
+inline constexpr std::int32_t kDeviceUnavailable = 68;
 inline constexpr std::int32_t kPermissionDenied = 70;
 inline constexpr std::int32_t kPathNotFound = 76;
 inline constexpr std::int32_t kObjectNotSet = 91;

@@ -6,6 +6,7 @@
 
 #include "automation/Object.hpp"
 #include "platform/Platform.hpp"
+#include "vbscript/Console.hpp"
 
 namespace hearthmake::vbscript {
 
@@ -33,6 +34,9 @@ class Host {
   virtual automation::Ref<automation::Object> CreateObject(std::string_view progId) = 0;
   // GetObject: what stands behind a path or moniker, or null (error 432).
   virtual automation::Ref<automation::Object> GetObject(std::string_view path, std::string_view progId) = 0;
+
+  // The standard streams that scripts may use; null where the program keeps them to itself.
+  virtual Console* StandardStreams() { return nullptr; }
 };
 
 }  // namespace hearthmake::vbscript

@@ -94,6 +94,10 @@ class Facts final : public platform::SystemInfo {
   std::string ComponentFolder() override { return "C:\\data"; }
   std::int32_t MajorVersion() override { return 4; }
   std::optional<std::string> EnvironmentVariable(std::string_view /*name*/) override { return std::nullopt; }
+  std::vector<std::string> Environment() override { return {}; }
+  void SetEnvironmentVariable(std::string_view, const std::optional<std::string>&) override {}
+  std::string ComputerName() override { return "BOX"; }
+  std::string UserName() override { return "me"; }
   std::string folder;
 };
 

@@ -74,6 +74,16 @@ class TypeLibFakeFiles final : public platform::FileSystem {
   void CreateFolders(std::string_view) override { Refuse(); }
   void RemoveFolder(std::string_view) override { Refuse(); }
   std::vector<platform::FolderEntry> List(std::string_view) override { Refuse(); }
+  platform::FileDetails Details(std::string_view) override { Refuse(); }
+  std::unique_ptr<platform::OutputStream> OpenForWriting(std::string_view,
+                                                         const platform::WriteMode&) override {
+    Refuse();
+  }
+  void CreateFolder(std::string_view) override { Refuse(); }
+  std::string CurrentFolder() override { Refuse(); }
+  void SetCurrentFolder(std::string_view) override { Refuse(); }
+  std::string DriveLetters() override { Refuse(); }
+  platform::VolumeDetails Volume(char) override { Refuse(); }
 
  private:
   struct Content {

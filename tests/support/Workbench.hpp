@@ -48,6 +48,10 @@ class RecordingLauncher final : public platform::ProcessLauncher {
     commands.emplace_back(commandLine);
     return m_real.Start(commandLine);
   }
+  platform::PipedChild StartPiped(std::string_view commandLine) override {
+    commands.emplace_back(commandLine);
+    return m_real.StartPiped(commandLine);
+  }
   std::vector<std::string> commands;
 
  private:

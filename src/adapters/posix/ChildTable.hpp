@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace hearthmake::posix {
@@ -20,15 +21,16 @@ class ChildTable {
   ~ChildTable();
 
   void Add(pid_t child);
-  // True when the child has ended; then it is reaped and out of the table.
-  bool TryReap(pid_t child);
+  // True when the child has ended; then it is reaped and out of the table, and its wait status is in
+  // *status, unless somebody else took that.
+  bool TryReap(pid_t child, std::optional<int>* status = nullptr);
   // Nobody waits for this child any more: it runs on and is reaped at some later start.
   void Abandon(pid_t child);
   void ReapAbandoned();
 
   // Asks the children's groups to end (SIGTERM), gives them the grace, and kills what is left of them.
-  // Returns when they are gone.
-  void Terminate(std::vector<pid_t> children);
+  // Returns when they are gone. The wait status of a single child is in *status as by TryReap.
+  void Terminate(std::vector<pid_t> children, std::optional<int>* status = nullptr);
   void TerminateAll();
 
  private:
@@ -37,9 +39,10 @@ class ChildTable {
     bool abandoned;
   };
 
-  bool TryReapLocked(pid_t child);
-  bool GroupIsGone(pid_t child);
-  void WaitUntilGone(std::vector<pid_t>& children, std::chrono::milliseconds limit);
+  bool TryReapLocked(pid_t child, std::optional<int>* status = nullptr);
+  bool GroupIsGone(pid_t child, std::optional<int>* status);
+  void WaitUntilGone(std::vector<pid_t>& children, std::chrono::milliseconds limit,
+                     std::optional<int>* status);
 
   const std::chrono::milliseconds m_grace;
   std::mutex m_mutex;

@@ -2,6 +2,7 @@
 
 #include <poll.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -36,12 +37,19 @@ bool PosixChildProcess::Wait(milliseconds timeout) {
 
 void PosixChildProcess::Terminate() {
   if (HasEnded()) return;
-  m_table->Terminate({m_pid});
+  m_table->Terminate({m_pid}, &m_status);
   HasEnded();
 }
 
+std::optional<std::int32_t> PosixChildProcess::ExitCode() {
+  if (!HasEnded() || !m_status) return std::nullopt;
+  // As a shell counts: there is no other number for a child that a signal ended.
+  constexpr std::int32_t kSignal = 128;
+  return WIFSIGNALED(*m_status) ? kSignal + WTERMSIG(*m_status) : WEXITSTATUS(*m_status);
+}
+
 bool PosixChildProcess::HasEnded() {
-  if (!m_ended && m_table->TryReap(m_pid)) {
+  if (!m_ended && m_table->TryReap(m_pid, &m_status)) {
     m_ended = true;
     m_descriptor = FileDescriptor();
   }

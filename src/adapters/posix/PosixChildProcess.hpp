@@ -27,6 +27,8 @@ class PosixChildProcess : public platform::ChildProcess {
   // Returns when the child and what it started are gone: at once in most cases, after the launcher's
   // grace when they do not listen.
   void Terminate() override;
+  std::optional<std::int32_t> ExitCode() override;
+  std::int32_t ProcessId() const override { return m_pid; }
 
  private:
   bool HasEnded();
@@ -37,6 +39,7 @@ class PosixChildProcess : public platform::ChildProcess {
   pid_t m_pid;
   bool m_useDescriptor;
   bool m_ended = false;
+  std::optional<int> m_status;  // as waitpid gave it
   FileDescriptor m_descriptor;
 };
 

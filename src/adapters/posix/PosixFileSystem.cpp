@@ -4,6 +4,8 @@
 #include <fcntl.h>
 #include <limits.h>
 #include <stdio.h>
+#include <sys/vfs.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,10 +18,12 @@
 #include <optional>
 #include <utility>
 
+#include "adapters/posix/DescriptorStreams.hpp"
 #include "adapters/posix/FileFailure.hpp"
 #include "adapters/posix/FileName.hpp"
 #include "adapters/posix/ReplacementFile.hpp"
 #include "automation/Error.hpp"
+#include "automation/OleDate.hpp"
 
 namespace hearthmake::posix {
 
@@ -81,6 +85,39 @@ std::string ReadAll(const FileDescriptor& file, std::string_view dosPath) {
     if (static_cast<std::size_t>(got) < room) break;
   } while (status.st_size == 0);
   return bytes;
+}
+
+double LocalOleDate(std::int64_t seconds) {
+  const std::time_t time = seconds;
+  std::tm local{};
+  localtime_r(&time, &local);
+  return automation::JoinDate({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                               local.tm_min, std::min(local.tm_sec, 59)});
+}
+
+// What statfs calls the kinds of file systems that are worth a name.
+const char* FileSystemName(std::uint64_t magic) {
+  struct Name {
+    std::uint64_t magic;
+    const char* name;
+  };
+  static constexpr Name kNames[] = {
+      {0xEF53, "ext4"},        {0x58465342, "XFS"},   {0x9123683E, "Btrfs"}, {0x01021994, "tmpfs"},
+      {0x794C7630, "overlay"}, {0x6969, "NFS"},       {0xFF534D42, "CIFS"},  {0xFE534D42, "SMB2"},
+      {0x4D44, "FAT"},         {0x2011BAB0, "exFAT"}, {0x5346544E, "NTFS"},  {0x7366746E, "NTFS"},
+      {0x9660, "CDFS"},        {0x15013346, "UDF"},   {0x2FC12FC1, "ZFS"},   {0x65735546, "FUSE"},
+  };
+  for (const Name& entry : kNames) {
+    if (entry.magic == magic) return entry.name;
+  }
+  return "";
+}
+
+platform::VolumeKind KindOf(std::string_view fileSystem) {
+  if (fileSystem == "NFS" || fileSystem == "CIFS" || fileSystem == "SMB2")
+    return platform::VolumeKind::Network;
+  if (fileSystem == "CDFS" || fileSystem == "UDF") return platform::VolumeKind::CdRom;
+  return fileSystem == "tmpfs" ? platform::VolumeKind::RamDisk : platform::VolumeKind::Fixed;
 }
 
 // The failure of opening an existing file for writing: only root gets past a read-only one, to be
@@ -217,13 +254,34 @@ FileStamp PosixFileSystem::Stamp(std::string_view path) {
           status.st_mtim.tv_sec * kSecond + status.st_mtim.tv_nsec};
 }
 
-std::uint32_t PosixFileSystem::Attributes(std::string_view path) {
-  const Found found = Look(path);
-  if (!found.Exists()) RaiseFileErrno(found.place.error, path, found.place.path);
+std::uint32_t PosixFileSystem::AttributesOf(const Found& found) {
   std::uint32_t attributes = platform::kNormal;
   if (LastName(found.place.path).starts_with('.')) attributes |= platform::kHidden;
   if (S_ISDIR(found.status.st_mode)) return attributes | platform::kFolder;
   return IsReadOnly(found.status) ? attributes | platform::kReadOnly : attributes;
+}
+
+platform::FileDetails PosixFileSystem::Details(std::string_view path) {
+  const Found found = Look(path);
+  if (!found.Exists()) RaiseFileErrno(found.place.error, path, found.place.path);
+  const struct stat& status = found.status;
+  platform::FileDetails details;
+  details.isFolder = S_ISDIR(status.st_mode);
+  details.attributes = AttributesOf(found);
+  details.size = details.isFolder ? 0 : static_cast<std::uint64_t>(status.st_size);
+  details.accessed = LocalOleDate(status.st_atim.tv_sec);
+  details.modified = LocalOleDate(status.st_mtim.tv_sec);
+  struct statx more {};
+  const bool hasBirth = statx(AT_FDCWD, found.place.path.c_str(), 0, STATX_BTIME, &more) == 0 &&
+                        (more.stx_mask & STATX_BTIME) != 0;
+  details.created = LocalOleDate(hasBirth ? more.stx_btime.tv_sec : status.st_mtim.tv_sec);
+  return details;
+}
+
+std::uint32_t PosixFileSystem::Attributes(std::string_view path) {
+  const Found found = Look(path);
+  if (!found.Exists()) RaiseFileErrno(found.place.error, path, found.place.path);
+  return AttributesOf(found);
 }
 
 void PosixFileSystem::SetAttributes(std::string_view path, std::uint32_t attributes) {
@@ -299,6 +357,26 @@ void PosixFileSystem::Append(std::string_view path, std::string_view bytes) {
   RaiseErrno(error, path);
 }
 
+std::unique_ptr<platform::OutputStream> PosixFileSystem::OpenForWriting(std::string_view path,
+                                                                        const platform::WriteMode& mode) {
+  const int flags = O_WRONLY | (mode.isAppended ? O_APPEND : 0);
+  Opened opened = OpenExisting(path, flags);
+  if (opened.file && !mode.mayReplace) RaiseFileFailure(RuntimeError::FileAlreadyExists, path);
+  if (!opened.file && opened.place.error == ENOENT && mode.mayCreate) {
+    opened.file.Reset(open(opened.place.path.c_str(), flags | O_CREAT | O_EXCL | kOpenFlags, kNewFileMode));
+    opened.place.error = errno;
+  }
+  if (!opened.file) {
+    if (opened.place.error == EACCES && !mode.mayReplace && FileExists(path)) {
+      RaiseFileFailure(RuntimeError::FileAlreadyExists, path);
+    }
+    RaiseNotWritable(opened.place.error, path, opened.place.path);
+  }
+  RequireWritableFile(StatusOf(opened.file, path), path);
+  if (!mode.isAppended && ftruncate(opened.file.Get(), 0) != 0) RaiseErrno(errno, path);
+  return std::make_unique<DescriptorOutput>(std::move(opened.file), std::string(path));
+}
+
 void PosixFileSystem::Remove(std::string_view path) {
   const Found found = Look(path);
   if (found.Exists()) {
@@ -368,6 +446,11 @@ void PosixFileSystem::CreateFolders(std::string_view path) {
   if (!FolderExists(path)) RaiseFileFailure(RuntimeError::PathFileAccess, path);
 }
 
+void PosixFileSystem::CreateFolder(std::string_view path) {
+  const std::string folder = Locate(path);
+  if (mkdir(folder.c_str(), kNewFolderMode) != 0) RaiseErrno(errno, path);
+}
+
 void PosixFileSystem::RemoveFolder(std::string_view path) {
   const std::string folder = Locate(path);
   if (rmdir(folder.c_str()) == 0) return;
@@ -397,6 +480,44 @@ std::vector<FolderEntry> PosixFileSystem::List(std::string_view folder) {
   }
   if (errno != 0) RaiseErrno(errno, folder);
   return entries;
+}
+
+std::string PosixFileSystem::CurrentFolder() {
+  std::array<char, PATH_MAX> folder{};
+  if (getcwd(folder.data(), folder.size()) == nullptr) RaiseErrno(errno, ".");
+  return m_drives->FromPosix(folder.data());
+}
+
+void PosixFileSystem::SetCurrentFolder(std::string_view path) {
+  const Place place =
+      TryAt(path, [](const std::string& posixPath) { return chdir(posixPath.c_str()) == 0 ? 0 : errno; });
+  if (place.error != 0) RaiseErrno(place.error, path);
+}
+
+std::string PosixFileSystem::DriveLetters() {
+  std::string letters;
+  for (char letter = 'A'; letter <= 'Z'; ++letter) {
+    if (m_drives->Drive(letter)) letters += letter;
+  }
+  return letters;
+}
+
+platform::VolumeDetails PosixFileSystem::Volume(char letter) {
+  platform::VolumeDetails details;
+  const auto folder = m_drives->Drive(letter);
+  if (!folder) return details;
+  details.kind = platform::VolumeKind::Fixed;
+  struct statfs status {};
+  if (statfs(folder->c_str(), &status) != 0) return details;
+  const auto block = static_cast<std::uint64_t>(status.f_frsize);
+  details.isReady = true;
+  details.totalBytes = status.f_blocks * block;
+  details.freeBytes = status.f_bfree * block;
+  details.availableBytes = status.f_bavail * block;
+  details.fileSystem = FileSystemName(static_cast<std::uint32_t>(status.f_type));
+  details.kind = KindOf(details.fileSystem);
+  std::memcpy(&details.serialNumber, &status.f_fsid, sizeof details.serialNumber);
+  return details;
 }
 
 std::string PosixFileSystem::Locate(std::string_view path) const {

@@ -34,6 +34,7 @@ class PosixFileSystem : public platform::FileSystem {
   bool FileExists(std::string_view path) override;
   bool FolderExists(std::string_view path) override;
   platform::FileStamp Stamp(std::string_view path) override;
+  platform::FileDetails Details(std::string_view path) override;
   std::uint32_t Attributes(std::string_view path) override;
   void SetAttributes(std::string_view path, std::uint32_t attributes) override;
   // Error 7 for a file of more than 2 GB.
@@ -43,6 +44,8 @@ class PosixFileSystem : public platform::FileSystem {
   void Replace(std::string_view path, std::string_view bytes) override;
   // All the bytes, or none when the disk is full.
   void Append(std::string_view path, std::string_view bytes) override;
+  std::unique_ptr<platform::OutputStream> OpenForWriting(std::string_view path,
+                                                         const platform::WriteMode& mode) override;
   void Remove(std::string_view path) override;
   // Error 70 when both are the same file.
   void Copy(std::string_view from, std::string_view to) override;
@@ -50,9 +53,15 @@ class PosixFileSystem : public platform::FileSystem {
   // A file may move to another drive, a folder that would have to is error 75.
   void Rename(std::string_view from, std::string_view to) override;
   void CreateFolders(std::string_view path) override;
+  void CreateFolder(std::string_view path) override;
   // Error 75 when it is not empty.
   void RemoveFolder(std::string_view path) override;
   std::vector<platform::FolderEntry> List(std::string_view folder) override;
+  // Error 76 when it has been removed.
+  std::string CurrentFolder() override;
+  void SetCurrentFolder(std::string_view path) override;
+  std::string DriveLetters() override;
+  platform::VolumeDetails Volume(char letter) override;
 
  private:
   // Where a thing is or would be ("": its path leads nowhere), and the errno of looking there.
@@ -71,6 +80,7 @@ class PosixFileSystem : public platform::FileSystem {
     FileDescriptor file;
   };
 
+  static std::uint32_t AttributesOf(const Found& found);
   // Tries `attempt` (it yields 0 or an errno) at the path as it is spelled, which costs nothing, and
   // once more with the names as they are on disk only when nothing is there.
   template <class Attempt>

@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include "adapters/posix/CommandLine.hpp"
+#include "adapters/posix/DescriptorStreams.hpp"
 #include "adapters/posix/PosixChildProcess.hpp"
+#include "adapters/posix/StandardPipes.hpp"
 
 namespace hearthmake::posix {
 
@@ -55,6 +57,23 @@ PosixProcessLauncher::~PosixProcessLauncher() {
 }
 
 std::unique_ptr<platform::ChildProcess> PosixProcessLauncher::Start(std::string_view commandLine) {
+  return Start(commandLine, m_files);
+}
+
+platform::PipedChild PosixProcessLauncher::StartPiped(std::string_view commandLine) {
+  StandardPipes pipes;
+  if (!pipes) return {};
+  platform::PipedChild child;
+  child.process = Start(commandLine, pipes.ChildActions());
+  if (!child.process) return {};
+  child.input = std::make_unique<DescriptorOutput>(pipes.TakeOurEnd(STDIN_FILENO), "standard input");
+  child.output = std::make_unique<DescriptorInput>(pipes.TakeOurEnd(STDOUT_FILENO));
+  child.error = std::make_unique<DescriptorInput>(pipes.TakeOurEnd(STDERR_FILENO));
+  return child;
+}
+
+std::unique_ptr<platform::ChildProcess> PosixProcessLauncher::Start(std::string_view commandLine,
+                                                                    const posix_spawn_file_actions_t& files) {
   m_children->ReapAbandoned();
   commandLine = commandLine.substr(0, commandLine.find('\0'));
   const auto match = m_finder.Find(commandLine);
@@ -68,7 +87,7 @@ std::unique_ptr<platform::ChildProcess> PosixProcessLauncher::Start(std::string_
     arguments.insert(arguments.begin(), *image);
   }
   pid_t child = 0;
-  if (image->empty() || !Spawn(*image, arguments, child)) return nullptr;
+  if (image->empty() || !Spawn(*image, arguments, files, child)) return nullptr;
   m_children->Add(child);
   return std::make_unique<PosixChildProcess>(m_children, child);
 }
@@ -76,13 +95,13 @@ std::unique_ptr<platform::ChildProcess> PosixProcessLauncher::Start(std::string_
 void PosixProcessLauncher::TerminateRunning() { m_children->TerminateAll(); }
 
 bool PosixProcessLauncher::Spawn(const std::string& path, const std::vector<std::string>& arguments,
-                                 pid_t& child) {
+                                 const posix_spawn_file_actions_t& files, pid_t& child) {
   std::vector<char*> pointers;
   pointers.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
-  return ::posix_spawn(&child, path.c_str(), &m_files, &m_attributes, pointers.data(),
-                       m_environment.Block()) == 0;
+  return ::posix_spawn(&child, path.c_str(), &files, &m_attributes, pointers.data(), m_environment.Block()) ==
+         0;
 }
 
 const std::string& PosixProcessLauncher::Wine() {

@@ -47,13 +47,17 @@ class PosixProcessLauncher : public platform::ProcessLauncher {
   ~PosixProcessLauncher() override;
 
   std::unique_ptr<platform::ChildProcess> Start(std::string_view commandLine) override;
+  platform::PipedChild StartPiped(std::string_view commandLine) override;
 
   // Ends every child that is running now, with what it started, also those whose ChildProcess is gone.
   // Takes up to the grace of the options; not for use in a signal handler.
   void TerminateRunning();
 
  private:
-  bool Spawn(const std::string& path, const std::vector<std::string>& arguments, pid_t& child);
+  std::unique_ptr<platform::ChildProcess> Start(std::string_view commandLine,
+                                                const posix_spawn_file_actions_t& files);
+  bool Spawn(const std::string& path, const std::vector<std::string>& arguments,
+             const posix_spawn_file_actions_t& files, pid_t& child);
   const std::string& Wine();
 
   ProcessLauncherOptions m_options;

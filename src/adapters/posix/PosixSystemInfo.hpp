@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/SystemInfo.hpp"
 
@@ -28,6 +29,12 @@ class PosixSystemInfo : public platform::SystemInfo {
   std::int32_t MajorVersion() override;
   // Names without regard to case, as on Windows; the exact spelling first.
   std::optional<std::string> EnvironmentVariable(std::string_view name) override;
+  std::vector<std::string> Environment() override;
+  // The variable whose name differs in case only, where there is one.
+  void SetEnvironmentVariable(std::string_view name, const std::optional<std::string>& value) override;
+  // Without its domain.
+  std::string ComputerName() override;
+  std::string UserName() override;
 
  private:
   SystemFacts m_facts;

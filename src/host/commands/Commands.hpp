@@ -81,6 +81,11 @@ struct BasesArguments {
 };
 ExitStatus BasesCommand(Session& session, const BasesArguments& arguments);
 
+struct ScriptArguments {
+  std::vector<std::string> words;  // everything behind the command's word
+};
+ExitStatus ScriptCommand(Session& session, const ScriptArguments& arguments);
+
 struct SetArguments {
   std::string build;
   std::string project;

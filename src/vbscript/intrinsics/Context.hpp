@@ -4,6 +4,7 @@
 
 #include "vbscript/Budget.hpp"
 #include "vbscript/Host.hpp"
+#include "vbscript/values/OneUnitTexts.hpp"
 
 namespace hearthmake::vbscript {
 
@@ -18,6 +19,7 @@ struct Context {
   Budget budget;
   RandomState random;
   std::int32_t locale = 1033;  // as SetLocale sets it
+  OneUnitTexts texts = {};     // for results of one unit
 };
 
 }  // namespace hearthmake::vbscript

@@ -60,21 +60,19 @@ std::int32_t CharacterNumber(const Variant& argument, std::int32_t lowest, std::
   return value;
 }
 
-Variant FromUnit(char16_t unit) { return Variant::FromUtf16({&unit, 1}); }
-
-Variant Chr(Context&, Arguments arguments) {
+Variant Chr(Context& context, Arguments arguments) {
   const auto byte = static_cast<unsigned char>(CharacterNumber(arguments[0], 0, 255));
-  return FromUnit(automation::Windows1252Character(byte));
+  return context.texts.Unit(automation::Windows1252Character(byte));
 }
 
 // A text is made of whole units here, so that one byte takes a unit.
-Variant ChrB(Context&, Arguments arguments) {
-  return FromUnit(static_cast<char16_t>(CharacterNumber(arguments[0], 0, 255)));
+Variant ChrB(Context& context, Arguments arguments) {
+  return context.texts.Unit(static_cast<char16_t>(CharacterNumber(arguments[0], 0, 255)));
 }
 
 // Negative numbers are those of AscW above 32767.
-Variant ChrW(Context&, Arguments arguments) {
-  return FromUnit(static_cast<char16_t>(CharacterNumber(arguments[0], -32768, 65535)));
+Variant ChrW(Context& context, Arguments arguments) {
+  return context.texts.Unit(static_cast<char16_t>(CharacterNumber(arguments[0], -32768, 65535)));
 }
 
 // The digits of a whole number; negative ones as the bits of their subtype, sixteen of an Integer.
@@ -103,14 +101,20 @@ Variant IsOfType(Context&, Arguments arguments) {
   return Variant::FromBoolean(arguments[0].Target().Type() == kType);
 }
 
+bool MeansNoDefaultMember(std::int32_t error) {
+  return error == number::kMemberNotFound || error == number::kActionNotSupported ||
+         error == number::kArgumentNotOptional || error == number::kWrongNumberOfArguments;
+}
+
 // The value of an argument; of an object its default member, or the object itself when it has none that can
-// be read.
+// be read without arguments.
 Variant ValueOrObject(const Variant& argument) {
   const Variant& value = argument.Target();
   if (!value.IsObject() || value.AsObject() == nullptr) return value;
   try {
     return Operand(value).Value();
-  } catch (const automation::Error&) {
+  } catch (const automation::Error& error) {
+    if (!MeansNoDefaultMember(error.Number())) throw;
     return value;
   }
 }

@@ -157,9 +157,13 @@ Operand Compiler::CompileNamedCall(const Name& name, std::span<Expression* const
     // A variable called as a procedure: the default member of an object.
     const Operand window = AllocateTemporary();
     Emit(Op::Copy, window, place.operand);
-    CompileValues(arguments);
-    Emit(Op::CallValue, window, static_cast<Operand>(Limit(arguments.size()) | kNoResultWanted),
-         SiteIndex(name.symbol, &name));
+    const std::size_t lockCount = CountElements(arguments);
+    const Operand locks = lockCount == 0 ? kNoOperand : AllocateTemporary(lockCount);
+    const Operand callee = AllocateTemporary();
+    Emit(Op::Copy, callee, window);
+    const std::uint16_t count = CompileArguments(arguments, locks);
+    Emit(Op::CallValue, callee, static_cast<Operand>(count | kNoResultWanted), SiteIndex(name.symbol, &name));
+    ReleaseLocks(locks, lockCount);
     m_nextTemporary = base + 1;
     return window;
   }

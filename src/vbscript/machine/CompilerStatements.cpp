@@ -127,18 +127,14 @@ void Compiler::CompileAssign(const Assign& assign, bool isSet) {
 
 void Compiler::Store(const Expression& target, Operand value, bool isSet) {
   switch (target.kind) {
-    case ExpressionKind::Name:
-      AssignName(static_cast<const Name&>(target), nullptr, value, isSet);
-      break;
+    case ExpressionKind::Name: AssignName(static_cast<const Name&>(target), nullptr, value, isSet); break;
     case ExpressionKind::Member:
     case ExpressionKind::WithMember: {
       const auto& member = static_cast<const Member&>(target);
       AssignMember(target, member.object, member.member, {}, nullptr, value, isSet);
       break;
     }
-    case ExpressionKind::Call:
-      AssignElement(static_cast<const Call&>(target), nullptr, value, isSet);
-      break;
+    case ExpressionKind::Call: AssignElement(static_cast<const Call&>(target), nullptr, value, isSet); break;
     default: break;
   }
 }
@@ -177,6 +173,11 @@ void Compiler::AssignName(const Name& name, const Expression* value, Operand rea
   const Place place = Find(name.symbol);
   switch (place.kind) {
     case Place::Kind::Direct: {
+      if (place.isArray) {
+        ValueOrReady(value, ready, false);
+        EmitRaise(number::kTypeMismatch, name.symbol);
+        return;
+      }
       if (isSet) {
         Emit(Op::Set, place.operand, ValueOrReady(value, ready, false));
         return;
@@ -244,6 +245,14 @@ void Compiler::AssignElement(const Call& target, const Expression* value, Operan
         return;
       }
       m_nextTemporary = window;
+    } else if (place.kind == Place::Kind::Constant ||
+               (place.kind == Place::Kind::Named && (place.binding->kind == Binding::Kind::Intrinsic ||
+                                                     place.binding->kind == Binding::Kind::Function ||
+                                                     place.binding->kind == Binding::Kind::Machine))) {
+      CompileValues(arguments);
+      ValueOrReady(value, ready, true);
+      EmitRaise(number::kIllegalAssignment, name.symbol);
+      return;
     }
     array = CompileVariable(callee, kNoOperand);
   } else if (array == kNoOperand) {
@@ -473,7 +482,8 @@ void Compiler::CompileForEach(const ForEach& statement) {
   Bind(next);
   const Operand item = AllocateTemporary();
   Emit(Op::ForEachNext, state, item);
-  EmitWordJump(0, exit);
+  Label done;
+  EmitWordJump(0, done);
   // Items are put into the variable as they are, objects too.
   const Operand variable = DirectVariable(*statement.variable);
   if (variable != kNoOperand) {
@@ -483,6 +493,14 @@ void Compiler::CompileForEach(const ForEach& statement) {
   }
   m_nextTemporary = base;
   EmitJump(Op::Loop, 0, top);
+  // A loop that comes to its end leaves its variable empty.
+  Bind(done);
+  if (variable != kNoOperand) {
+    Emit(Op::Let, variable, ConstantOperand(Variant()));
+  } else {
+    Store(*statement.variable, ConstantOperand(Variant()), false);
+  }
+  m_nextTemporary = base;
   ResumeHere(nextMark);
   Bind(exit);
   Emit(Op::Clear, state);

@@ -105,6 +105,7 @@ Binding& Globals::DefineVariable(Symbol symbol) {
   if (m_variableCount == kMostVariables) RaiseRuntime(number::kOutOfMemory);
   Binding& binding = Take(symbol, Binding::Kind::Variable);
   binding.slot = m_variableCount++;
+  m_variableNames.push_back(symbol);
   return binding;
 }
 

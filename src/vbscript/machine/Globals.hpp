@@ -38,6 +38,8 @@ class Globals {
 
   bool AddObject(std::string_view name, const automation::Ref<automation::Object>& object, bool hasGlobals);
 
+  // Of the variable in a slot.
+  const std::string& NameOfVariable(std::size_t slot) const { return m_symbols.Utf8(m_variableNames[slot]); }
   automation::Variant* Variables() { return m_variables; }
   Symbols& Names() { return m_symbols; }
   // Gives up every value; see Engine::Reset.
@@ -51,6 +53,7 @@ class Globals {
   std::deque<Binding> m_bindings;  // by symbol
   automation::Variant* m_variables;
   std::uint32_t m_variableCount = 0;
+  std::vector<Symbol> m_variableNames;  // by slot
   std::vector<std::unique_ptr<Function>> m_functions;
   std::vector<std::shared_ptr<ScriptClass>> m_classes;
   std::vector<automation::Ref<automation::Object>> m_globalObjects;

@@ -38,18 +38,18 @@ struct ErrorPlace {
 // Variables that a text run by Execute has made in a procedure.
 using DynamicNames = std::map<Symbol, automation::Variant>;
 
-// One activation of a procedure.
+// One activation of a procedure. Plain data, so that the many that are never entered cost nothing.
 struct Frame {
-  const Code* code = nullptr;
-  const Instruction* pc = nullptr;  // the last word of the instruction that calls, while it waits
-  automation::Variant* base = nullptr;
-  automation::Variant* result = nullptr;  // where the caller wants the result
-  ScriptObject* me = nullptr;
-  DynamicNames* dynamicNames = nullptr;
-  bool ownsDynamicNames = false;
-  bool isEntry = false;     // entered from C++
-  bool resumesNext = false;
-  bool discardsResult = false;
+  const Code* code;
+  const Instruction* pc;  // the last word of the instruction that calls, while it waits
+  automation::Variant* base;
+  automation::Variant* result;  // where the caller wants the result
+  ScriptObject* me;
+  DynamicNames* dynamicNames;
+  bool ownsDynamicNames;
+  bool isEntry;  // entered from C++
+  bool resumesNext;
+  bool discardsResult;
 };
 
 // Runs code. Every activation has a window of variants in one stack that never moves, so that references
@@ -76,6 +76,13 @@ class Machine {
   Globals& Names() { return m_globals; }
   Context& SharedContext() { return m_context; }
   ErrorState& Err() { return m_err; }
+  // What the next error that is caught brings with it beside its text.
+  void KeepHelp(std::string file, std::int32_t context) {
+    m_helpFile = std::move(file);
+    m_helpContext = context;
+  }
+  // Ends with the machine; for objects that may outlive it.
+  std::weak_ptr<Machine*> Life() const { return m_life; }
   // The error that is on its way out, see Engine::LastError.
   const ErrorPlace& PlaceOfError() const { return m_place; }
   void ForgetPlace() { m_isPlaced = false; }
@@ -111,6 +118,8 @@ class Machine {
   void UnwindAll(std::size_t entry);
   void ClearTemporaries(Frame& frame, std::size_t first);
   void KeepError(const automation::Error& error);
+  automation::Error Worded(const automation::Error& error, const Instruction& instruction) const;
+  std::string NameOf(const Code& code, Operand operand) const;
   Frame& Top() { return m_frames[m_depth - 1]; }
 
   // Members.cpp. Those that may end in a procedure of a script give it, to be entered; null when done.
@@ -139,11 +148,14 @@ class Machine {
   Context& m_context;
   automation::Variant* m_stack;
   automation::Variant* m_stackEnd;
-  std::unique_ptr<Frame[]> m_frames;
+  Frame* m_frames;
   std::size_t m_depth = 0;
   const char* m_nativeBase = nullptr;
   int m_textDepth = 0;
   ErrorState m_err;
+  std::string m_helpFile;
+  std::int32_t m_helpContext = 0;
+  std::shared_ptr<Machine*> m_life = std::make_shared<Machine*>(this);
   ErrorPlace m_place;
   bool m_isPlaced = false;
   std::int32_t m_placedNumber = 0;

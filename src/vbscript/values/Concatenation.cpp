@@ -20,6 +20,7 @@ class Piece {
       case VariantType::String: m_view = value.AsUtf16(); break;
       case VariantType::Null:
       case VariantType::Empty: break;
+      case VariantType::Error: RaiseTypeMismatch(value);
       case VariantType::Byte: SetWhole(value.AsByte()); break;
       case VariantType::Integer: SetWhole(value.AsInteger()); break;
       case VariantType::Long: SetWhole(value.AsLong()); break;

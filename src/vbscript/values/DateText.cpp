@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <ctime>
 
 #include "vbscript/values/Dates.hpp"
 #include "vbscript/values/Text16.hpp"
@@ -32,6 +34,23 @@ std::int32_t MonthOf(std::u16string_view word) {
       return static_cast<std::int32_t>(i) + 1;
   }
   return 0;
+}
+
+// The local year. The fields of now in UTC, read as local ones, are off by what the two clocks differ by;
+// unlike std::localtime this leaves no buffer for other threads to write into.
+std::int32_t YearOfClock() {
+  const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+  const auto today = std::chrono::floor<std::chrono::days>(now);
+  const std::chrono::year_month_day date(today);
+  std::tm fields{};
+  fields.tm_year = static_cast<int>(date.year()) - 1900;
+  fields.tm_mon = static_cast<int>(static_cast<unsigned>(date.month())) - 1;
+  fields.tm_mday = static_cast<int>(static_cast<unsigned>(date.day()));
+  fields.tm_sec = static_cast<int>((now - today).count());
+  fields.tm_isdst = -1;
+  const auto local = now + (now - std::chrono::system_clock::from_time_t(std::mktime(&fields)));
+  return static_cast<std::int32_t>(
+      std::chrono::year_month_day(std::chrono::floor<std::chrono::days>(local)).year());
 }
 
 }  // namespace
@@ -216,6 +235,7 @@ bool DateText::SetDate(const Part& year, std::int32_t month, std::int32_t day) {
 }
 
 bool DateText::SetDateOfThisYear(std::int32_t month, std::int32_t day) {
+  if (m_currentYear == kThisYear) m_currentYear = YearOfClock();
   return SetDate({.value = m_currentYear, .digits = kMaximumDigits}, month, day);
 }
 

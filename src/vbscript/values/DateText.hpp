@@ -12,6 +12,7 @@ namespace hearthmake::vbscript {
 // Reads one date or time, or both in either order, from a text of the US English locale.
 class DateText {
  public:
+  // kThisYear lets a date without a year ask the clock.
   DateText(std::u16string_view text, std::int32_t currentYear) : m_text(text), m_currentYear(currentYear) {}
 
   std::optional<double> Parse();

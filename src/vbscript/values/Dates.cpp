@@ -1,7 +1,6 @@
 #include "vbscript/values/Dates.hpp"
 
 #include <chrono>
-#include <ctime>
 
 #include "automation/OleDate.hpp"
 #include "vbscript/values/DateText.hpp"
@@ -13,17 +12,11 @@ namespace {
 constexpr std::size_t kLongestDateText = 100;
 constexpr std::int32_t kLastYearOfThisCentury = 29;
 
-std::int32_t YearOfClock() {
-  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-  const std::tm* local = std::localtime(&now);
-  return local == nullptr ? 1970 : local->tm_year + 1900;
-}
-
 }  // namespace
 
 std::optional<double> ParseDate(std::u16string_view text, std::int32_t currentYear) {
   if (text.size() > kLongestDateText) return std::nullopt;
-  return DateText(text, currentYear == kThisYear ? YearOfClock() : currentYear).Parse();
+  return DateText(text, currentYear).Parse();
 }
 
 std::optional<double> ParseDateLiteral(std::u16string_view text, std::int32_t currentYear) {

@@ -12,7 +12,10 @@ namespace hearthmake::vbscript {
 
 namespace {
 
-constexpr std::int64_t kLargestExponent = 100'000;  // beyond any number; keeps the sum from overflowing
+// More digits than any Double needs to be told from its neighbours; what follows only counts as more or
+// nothing.
+constexpr std::size_t kMostDigitsKept = 800;
+constexpr std::int64_t kLargestExponent = 4'000'000'000;  // more than a text has places
 
 bool IsBlank(char16_t unit) { return unit == u' ' || (unit >= u'\t' && unit <= u'\r'); }
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
@@ -121,6 +124,11 @@ bool NumberText::ParseDecimal(std::u16string_view text) {
       if (!hasDigit) return false;
     } else {
       hasDigit = true;
+      if (m_digits.size() == kMostDigitsKept) {
+        if (unit != u'0' && m_digits.back() == '0') m_digits.back() = '1';
+        if (!hasPoint) ++m_powerOfTen;
+        continue;
+      }
       if (hasPoint) --m_powerOfTen;
       if (unit != u'0' || !m_digits.empty()) m_digits.push_back(static_cast<char>(unit));
     }
@@ -146,16 +154,32 @@ bool NumberText::ParseBits(std::u16string_view text) {
   return true;
 }
 
-std::optional<double> NumberText::BitsToDouble() const {
-  if (m_hasTooManyBits) return std::nullopt;
-  const double value = m_bits <= 0xFFFFFFFF ? static_cast<double>(static_cast<std::int32_t>(m_bits))
-                                            : static_cast<double>(static_cast<std::int64_t>(m_bits));
-  return m_isNegative ? -value : value;
+// Up to 32 bits are those of a Long, more those of the 64-bit number that a Double or a Currency starts from.
+std::int64_t NumberText::SignedBits() const {
+  return m_bits <= 0xFFFFFFFF ? static_cast<std::int32_t>(m_bits) : static_cast<std::int64_t>(m_bits);
+}
+
+// Up to fifteen digits and a power of ten that a Double holds exactly need one rounding, that of the
+// division: as exact as reading the digits, and much faster.
+std::optional<double> NumberText::SmallToDouble() const {
+  static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  constexpr std::size_t kMostDigits = 15;
+  if (m_digits.size() > kMostDigits || std::abs(m_powerOfTen) > 15) return std::nullopt;
+  std::int64_t digits = 0;
+  for (const char digit : m_digits) digits = digits * 10 + (digit - '0');
+  const auto value = static_cast<double>(digits);
+  return m_powerOfTen < 0 ? value / kPowers[-m_powerOfTen] : value * kPowers[m_powerOfTen];
 }
 
 std::optional<double> NumberText::ToDouble() const {
-  if (m_hasBits) return BitsToDouble();
+  if (m_hasBits) {
+    if (m_hasTooManyBits) return std::nullopt;
+    const auto value = static_cast<double>(SignedBits());
+    return m_isNegative ? -value : value;
+  }
   if (m_digits.empty()) return 0.0;
+  if (const auto value = SmallToDouble()) return m_isNegative ? -*value : *value;
   const std::string text = m_digits + "e" + std::to_string(m_powerOfTen);
   double value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -167,14 +191,17 @@ std::optional<double> NumberText::ToDouble() const {
 }
 
 std::optional<std::int16_t> NumberText::ToInteger() const {
-  if (m_hasBits && !m_hasTooManyBits && !m_isNegative && m_bits <= 0xFFFF)
-    return static_cast<std::int16_t>(m_bits);
+  if (m_hasBits) {
+    if (m_hasTooManyBits || m_bits > 0xFFFF) return std::nullopt;
+    if (!m_isNegative) return static_cast<std::int16_t>(m_bits);
+  }
   const auto wide = ToLong();
   if (!wide || *wide < -32768 || *wide > 32767) return std::nullopt;
   return static_cast<std::int16_t>(*wide);
 }
 
 std::optional<std::int32_t> NumberText::ToLong() const {
+  if (m_hasBits && m_bits > 0xFFFFFFFF) return std::nullopt;
   const auto value = ToDouble();
   if (!value) return std::nullopt;
   const double rounded = std::nearbyint(*value);
@@ -187,10 +214,10 @@ std::optional<std::int64_t> NumberText::ToCurrency() const {
   std::string digits = m_digits;
   std::int64_t powerOfTen = m_powerOfTen + 4;
   if (m_hasBits) {
-    if (m_hasTooManyBits) return std::nullopt;
-    const auto whole = static_cast<std::int64_t>(*BitsToDouble());
-    if (std::abs(whole) > std::numeric_limits<std::int64_t>::max() / 10000) return std::nullopt;
-    return whole * 10000;
+    std::int64_t amount = 0;
+    if (m_hasTooManyBits || __builtin_mul_overflow(SignedBits(), m_isNegative ? -10000 : 10000, &amount))
+      return std::nullopt;
+    return amount;
   }
   if (digits.empty()) return 0;
   const std::int64_t places = static_cast<std::int64_t>(digits.size()) + powerOfTen;

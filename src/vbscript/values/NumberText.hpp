@@ -24,7 +24,8 @@ class NumberText {
  private:
   bool ParseDecimal(std::u16string_view text);
   bool ParseBits(std::u16string_view text);
-  std::optional<double> BitsToDouble() const;
+  std::int64_t SignedBits() const;
+  std::optional<double> SmallToDouble() const;
 
   bool m_isNegative = false;
   bool m_hasBits = false;

@@ -16,6 +16,9 @@ namespace {
 // How often a default member may be an object again. One that gives itself would never end.
 constexpr int kMaximumDepth = 100;
 
+// Of a text that an error names; more would bury the message.
+constexpr std::size_t kMostUnitsNamed = 60;
+
 Variant DefaultMemberOf(automation::Object* object) {
   if (object == nullptr) RaiseRuntime(number::kObjectNotSet);
   const automation::Ref<automation::Object> alive(object);  // the member may drop the last other reference
@@ -40,7 +43,10 @@ Variant ValueOf(const Variant& operand) {
 
 void RaiseTypeMismatch(const Variant& value) {
   if (value.Type() != automation::VariantType::String) RaiseRuntime(number::kTypeMismatch);
-  RaiseRuntime(number::kTypeMismatch, "[string: \"" + automation::Utf16ToUtf8(value.AsUtf16()) + "\"]");
+  const std::u16string_view text = value.AsUtf16();
+  std::string named = automation::Utf16ToUtf8(text.substr(0, kMostUnitsNamed));
+  if (text.size() > kMostUnitsNamed) named += "...";
+  RaiseRuntime(number::kTypeMismatch, "[string: \"" + named + "\"]");
 }
 
 void RaiseNoConversion(const Variant& value) {

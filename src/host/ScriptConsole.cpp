@@ -1,0 +1,91 @@
+#include "host/ScriptConsole.hpp"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "adapters/posix/DescriptorStreams.hpp"
+#include "automation/Error.hpp"
+#include "host/Interrupt.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+constexpr std::size_t kFlushAt = 64U << 10U;
+constexpr std::chrono::milliseconds kLook{100};
+
+// A descriptor of its own, so that closing it leaves the standard one alone.
+posix::FileDescriptor Duplicate(int descriptor) {
+  return posix::FileDescriptor(fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+bool IsRegularFile(int descriptor) {
+  struct stat status {};
+  return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+}  // namespace
+
+class ScriptConsole::Standard final : public platform::OutputStream {
+ public:
+  explicit Standard(int descriptor)
+      : m_stream(Duplicate(descriptor), "standard output"), m_isHeldBack(IsRegularFile(descriptor)) {}
+
+  void Write(std::string_view bytes) override {
+    m_bytes += bytes;
+    if (!m_isHeldBack || m_bytes.size() >= kFlushAt) Flush();
+  }
+
+  void Flush() {
+    if (m_bytes.empty()) return;
+    std::string bytes;
+    bytes.swap(m_bytes);
+    try {
+      m_stream.Write(bytes);
+    } catch (const automation::Error&) {
+      // Nobody reads it.
+    }
+    bytes.clear();
+    m_bytes.swap(bytes);
+  }
+
+ private:
+  posix::DescriptorOutput m_stream;
+  bool m_isHeldBack;
+  std::string m_bytes;
+};
+
+ScriptConsole::ScriptConsole()
+    : m_input(std::make_unique<posix::DescriptorInput>(Duplicate(STDIN_FILENO))),
+      m_output(std::make_unique<Standard>(STDOUT_FILENO)),
+      m_error(std::make_unique<Standard>(STDERR_FILENO)) {}
+
+ScriptConsole::~ScriptConsole() { Flush(); }
+
+platform::InputStream& ScriptConsole::Input() { return *m_input; }
+platform::OutputStream& ScriptConsole::Output() { return *m_output; }
+platform::OutputStream& ScriptConsole::Error() { return *m_error; }
+
+void ScriptConsole::Flush() {
+  m_output->Flush();
+  m_error->Flush();
+}
+
+bool ScriptConsole::IsTerminal() const { return isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1; }
+
+bool ScriptConsole::ReadLine(std::string& line) {
+  Flush();
+  line.clear();
+  while (!Interrupt::IsRequested()) {
+    char c = '\0';
+    const auto count = m_input->Read(&c, 1, kLook);
+    if (!count) continue;
+    if (*count == 0) return !line.empty();
+    if (c == '\n') return true;
+    line += c;
+  }
+  return false;
+}
+
+}  // namespace hearthmake::host
