@@ -26,10 +26,9 @@ VariantType WholeType(SubtypeSet kinds) {
   return VariantType::Integer;
 }
 
-// A Single beside a Long would lose digits.
+// Of a Single and a whole number: beside a Long a Single would lose digits.
 VariantType RealType(SubtypeSet kinds) {
-  return kinds.Has(VariantType::Single) && !kinds.Has(VariantType::Long) ? VariantType::Single
-                                                                         : VariantType::Double;
+  return kinds.Has(VariantType::Long) ? VariantType::Double : VariantType::Single;
 }
 
 VariantType SumType(SubtypeSet kinds) {
@@ -110,10 +109,8 @@ Variant FromCurrency(bool hasOverflow, std::int64_t tenThousandths) {
   return Variant::FromCurrency(tenThousandths);
 }
 
-void CheckOperands(SubtypeSet kinds, const Operand& left, const Operand& right) {
-  if (!kinds.HasAny({VariantType::Array, VariantType::Error})) return;
-  const bool isLeft = left.Type() == VariantType::Array || left.Type() == VariantType::Error;
-  RaiseTypeMismatch(isLeft ? left.Value() : right.Value());
+void CheckOperands(SubtypeSet kinds) {
+  if (kinds.HasAny({VariantType::Array, VariantType::Error})) RaiseRuntime(number::kTypeMismatch);
 }
 
 Variant MultiplyCurrency(std::int64_t left, std::int64_t right) {
@@ -146,7 +143,7 @@ Variant Add(const Variant& left, const Variant& right) {
   // Two texts are joined, and a text beside Empty is one already.
   if (kinds.Has(VariantType::String) && kinds.IsOf({VariantType::String, VariantType::Empty}))
     return Concatenate(a.Value(), b.Value());
-  CheckOperands(kinds, a, b);
+  CheckOperands(kinds);
   const VariantType type = SumType(kinds);
   switch (type) {
     case VariantType::Null: return Variant::Null();
@@ -166,7 +163,7 @@ Variant Subtract(const Variant& left, const Variant& right) {
   const Operand a(left);
   const Operand b(right);
   const SubtypeSet kinds(a.Type(), b.Type());
-  CheckOperands(kinds, a, b);
+  CheckOperands(kinds);
   const VariantType type = kinds.IsOf({VariantType::Date}) ? VariantType::Double : SumType(kinds);
   switch (type) {
     case VariantType::Null: return Variant::Null();
@@ -187,7 +184,7 @@ Variant Multiply(const Variant& left, const Variant& right) {
   const Operand a(left);
   const Operand b(right);
   const SubtypeSet kinds(a.Type(), b.Type());
-  CheckOperands(kinds, a, b);
+  CheckOperands(kinds);
   const VariantType type = ProductType(kinds);
   switch (type) {
     case VariantType::Null: return Variant::Null();
@@ -202,7 +199,7 @@ Variant Divide(const Variant& left, const Variant& right) {
   const Operand a(left);
   const Operand b(right);
   const SubtypeSet kinds(a.Type(), b.Type());
-  CheckOperands(kinds, a, b);
+  CheckOperands(kinds);
   const VariantType type = QuotientType(kinds);
   if (type == VariantType::Null) return Variant::Null();
   const double dividend = NumberOf(a);
@@ -219,7 +216,7 @@ Variant IntegerDivide(const Variant& left, const Variant& right) {
   const Operand a(left);
   const Operand b(right);
   const SubtypeSet kinds(a.Type(), b.Type());
-  CheckOperands(kinds, a, b);
+  CheckOperands(kinds);
   const VariantType type = RoundedType(kinds);
   if (type == VariantType::Null) return Variant::Null();
   const Rounded sides(a, b);
@@ -232,7 +229,7 @@ Variant Modulo(const Variant& left, const Variant& right) {
   const Operand a(left);
   const Operand b(right);
   const SubtypeSet kinds(a.Type(), b.Type());
-  CheckOperands(kinds, a, b);
+  CheckOperands(kinds);
   const VariantType type = RoundedType(kinds);
   if (type == VariantType::Null) return Variant::Null();
   const Rounded sides(a, b);
@@ -243,7 +240,7 @@ Variant Power(const Variant& left, const Variant& right) {
   const Operand a(left);
   const Operand b(right);
   const SubtypeSet kinds(a.Type(), b.Type());
-  CheckOperands(kinds, a, b);
+  CheckOperands(kinds);
   if (kinds.Has(VariantType::Null)) return Variant::Null();
   const double base = NumberOf(a);
   const double exponent = NumberOf(b);

@@ -17,7 +17,6 @@ namespace {
 
 constexpr SubtypeSet kWhole = {VariantType::Empty, VariantType::Boolean, VariantType::Byte,
                                VariantType::Integer, VariantType::Long};
-constexpr SubtypeSet kNoValues = {VariantType::Array, VariantType::Error};
 
 // A text where a number is asked for: a date beside a date, a truth beside a truth, else a number.
 double NumberOfText(const Variant& text, VariantType beside) {
@@ -65,11 +64,8 @@ std::partial_ordering CompareTextWithNumber(const Variant& text, const Variant& 
   return std::partial_ordering::greater;
 }
 
-std::partial_ordering Compare(const Variant& left, const Variant& right, Literals literals) {
-  const SubtypeSet kinds(left.Type(), right.Type());
-  if (kinds.HasAny(kNoValues)) {
-    RaiseTypeMismatch(SubtypeSet(left.Type(), left.Type()).HasAny(kNoValues) ? left : right);
-  }
+std::partial_ordering Compare(const Variant& left, const Variant& right, SubtypeSet kinds,
+                              Literals literals) {
   if (!kinds.Has(VariantType::String)) return CompareNumbers(left, right);
   if (kinds.IsOf({VariantType::String})) return CompareTexts(left.AsUtf16(), right.AsUtf16());
   const bool isLeftLiteral = literals == Literals::Left || literals == Literals::Both;
@@ -83,10 +79,10 @@ template <class Holds>
 Variant Relate(const Variant& left, const Variant& right, Literals literals, Holds holds) {
   const Operand a(left);
   const Operand b(right);
-  const bool isUnknown = (a->IsNull() && b.Type() != VariantType::Array && b.Type() != VariantType::Error) ||
-                         (b->IsNull() && a.Type() != VariantType::Array && a.Type() != VariantType::Error);
-  if (isUnknown) return Variant::Null();
-  return Variant::FromBoolean(holds(Compare(a.Value(), b.Value(), literals)));
+  const SubtypeSet kinds(a.Type(), b.Type());
+  if (kinds.HasAny({VariantType::Array, VariantType::Error})) RaiseRuntime(number::kTypeMismatch);
+  if (kinds.Has(VariantType::Null)) return Variant::Null();
+  return Variant::FromBoolean(holds(Compare(a.Value(), b.Value(), kinds, literals)));
 }
 
 const automation::Object* ObjectOf(const Variant& operand) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <ctime>
+#include <random>
 #include <string>
 #include <utility>
 
@@ -191,6 +192,23 @@ TEST(Dates, RefusesWhatIsNoDate) {
 TEST(Dates, LongTextsAreNoDates) {
   EXPECT_EQ(ParseDate(std::u16string(1'000'000, u'1')), std::nullopt);
   EXPECT_EQ(ParseDate(std::u16string(1'000'000, u' ') + u"1/1/2001"), std::nullopt);
+}
+
+TEST(Dates, WhateverReadsAsADateLiesInTheCalendar) {
+  constexpr std::u16string_view kPieces = u"0123456789012/-.:, aApPmMMarMayJun";
+  std::mt19937 random(1);
+  int dates = 0;
+  for (int i = 0; i < 200'000; ++i) {
+    std::u16string text;
+    for (std::size_t length = random() % 14; length > 0; --length) text += kPieces[random() % kPieces.size()];
+    const auto date = ParseDate(text, kCurrentYear);
+    if (!date) continue;
+    ++dates;
+    EXPECT_GT(*date, kFirstDate - 1) << automation::Utf16ToUtf8(text);
+    EXPECT_LT(*date, kLastDate + 1) << automation::Utf16ToUtf8(text);
+    EXPECT_EQ(ParseDate(FormatGeneralDate(*date)), *date) << automation::Utf16ToUtf8(text);
+  }
+  EXPECT_GT(dates, 1000);
 }
 
 TEST(Dates, LeapYearsFollowTheCalendar) {

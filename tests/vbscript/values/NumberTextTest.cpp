@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
+#include <random>
 #include <string>
 #include <utility>
 
@@ -166,6 +168,26 @@ TEST(NumberText, ReadsMoneyToTheLastDigit) {
   EXPECT_EQ(money(u"9e-6"), 0);
   EXPECT_EQ(money(u"1e-100000"), 0);
   EXPECT_EQ(money(u"0"), 0);
+}
+
+TEST(NumberText, RandomTextsAgreeInEverySubtype) {
+  constexpr std::u16string_view kPieces = u"0123456789019.,-+$() eEdD&hHoO";
+  std::mt19937 random(1);
+  int numbers = 0;
+  for (int i = 0; i < 200'000; ++i) {
+    std::u16string text;
+    for (std::size_t length = random() % 10; length > 0; --length) text += kPieces[random() % kPieces.size()];
+    const auto number = NumberText::Parse(text);
+    if (!number || !number->ToDouble()) continue;
+    ++numbers;
+    const double value = *number->ToDouble();
+    const auto whole = number->ToLong();
+    EXPECT_EQ(whole.value_or(0), whole ? std::nearbyint(value) : 0);
+    const auto money = number->ToCurrency();
+    const double amount = money ? static_cast<double>(*money) / 10000 : value;
+    EXPECT_NEAR(amount, value, 0.00005 + std::fabs(value) * 1e-14);
+  }
+  EXPECT_GT(numbers, 10000);
 }
 
 TEST(NumberText, ManyDigitsAreNoTrouble) {
