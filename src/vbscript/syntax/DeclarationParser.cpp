@@ -272,17 +272,12 @@ void StatementParser::ParseMemberDeclaration(ClassParts& parts) {
   bool isDefault = false;
   if (IsAt(TokenKind::Default)) {
     if (!isPublic) Fail(CompileErrorNumber::DefaultMustBePublic);
-    if (!IsDeclarationBehindDefault()) {
-      const TokenKind next = Peek().kind;
-      const bool isName = next == TokenKind::Comma || next == TokenKind::LeftParenthesis ||
-                          next == TokenKind::EndOfLine || next == TokenKind::Colon ||
-                          next == TokenKind::EndOfSource;
-      if (isName) return ParseFields(parts, visibility);
-      Fail(CompileErrorNumber::DefaultMustBeOnPropertyFunctionOrSub);
-    }
+    if (IsFieldNamedDefault()) return ParseFields(parts, visibility);
     if (m_class->hasDefault) Fail(CompileErrorNumber::CannotHaveMultipleDefaults);
     m_class->hasDefault = isDefault = true;
     Advance();
+    const bool isProcedure = IsAt(TokenKind::Sub) || IsAt(TokenKind::Function) || IsAt(TokenKind::Property);
+    if (!isProcedure) Fail(CompileErrorNumber::DefaultMustBeOnPropertyFunctionOrSub);
   }
   switch (Current().kind) {
     case TokenKind::Sub:
@@ -292,6 +287,17 @@ void StatementParser::ParseMemberDeclaration(ClassParts& parts) {
     default:
       if (isPlain) Fail(CompileErrorNumber::SyntaxError);
       ParseFields(parts, visibility);
+  }
+}
+
+bool StatementParser::IsFieldNamedDefault() const {
+  switch (Peek().kind) {
+    case TokenKind::Comma:
+    case TokenKind::LeftParenthesis:
+    case TokenKind::Colon:
+    case TokenKind::EndOfLine:
+    case TokenKind::EndOfSource: return true;
+    default: return false;
   }
 }
 

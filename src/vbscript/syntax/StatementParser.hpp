@@ -96,6 +96,7 @@ class StatementParser : private ExpressionParser {
   Statement* ParseClass();
   struct ClassParts;
   void ParseMemberDeclaration(ClassParts& parts);
+  bool IsFieldNamedDefault() const;
   void ParseFields(ClassParts& parts, Visibility visibility);
   bool IsInClass() const { return m_class != nullptr; }
   Scope& CurrentScope() {
