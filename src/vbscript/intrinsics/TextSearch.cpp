@@ -86,9 +86,12 @@ std::size_t TextSearch::Find(std::u16string_view text, std::size_t start) const 
 
 std::size_t TextSearch::FindLast(std::u16string_view text) const {
   if (m_sought.size() > text.size()) return kNotFound;
+  if (m_sought.empty()) return text.size();
   for (std::size_t place = text.size() - m_sought.size() + 1; place-- > 0;) {
-    ChargeUnits(m_context, m_sought.size());
     if (place % kStretch == 0) ChargeUnits(m_context, kStretch);
+    if ((m_ignoreCase ? FoldUnit(text[place]) : text[place]) != m_sought.front()) continue;
+    m_context.budget.Charge(1);
+    ChargeUnits(m_context, m_sought.size());
     if (StandsAt(text, place)) return place;
   }
   return kNotFound;
