@@ -378,4 +378,77 @@ TEST_P(FileSystemConformance, ListingAMissingFolderIsAnError) {
   ExpectFailure(RuntimeError::PathNotFound, "", [&] { Files().List(""); });
 }
 
+TEST_P(FileSystemConformance, ShowsTheDetailsOfFilesAndFolders) {
+  Files().Replace(At("a.txt"), "12345");
+  const FileDetails file = Files().Details(At("A.TXT"));
+  EXPECT_FALSE(file.isFolder);
+  EXPECT_EQ(file.size, 5U);
+  EXPECT_GT(file.modified, 43'831);  // the year 2020
+  EXPECT_GT(file.created, 43'831);
+  EXPECT_GT(file.accessed, 43'831);
+  const FileDetails folder = Files().Details(At(""));
+  EXPECT_TRUE(folder.isFolder);
+  EXPECT_EQ(folder.attributes & kFolder, kFolder);
+  ExpectFailure(automation::RuntimeError::FileNotFound, At("none"), [&] { Files().Details(At("none")); });
+  ExpectFailure(automation::RuntimeError::PathNotFound, At("none\\x"),
+                [&] { Files().Details(At("none\\x")); });
+}
+
+TEST_P(FileSystemConformance, WritesPieceByPiece) {
+  const auto file = Files().OpenForWriting(At("a.txt"), {});
+  file->Write("one ");
+  EXPECT_EQ(Files().Read(At("a.txt")), "one ");
+  file->Write("two");
+  EXPECT_EQ(Files().Read(At("a.txt")), "one two");
+  Files().OpenForWriting(At("A.txt"), {false, true, true})->Write("!");
+  EXPECT_EQ(Files().Read(At("a.txt")), "one two!");
+  Files().OpenForWriting(At("a.txt"), {})->Write("new");
+  EXPECT_EQ(Files().Read(At("a.txt")), "new");
+}
+
+TEST_P(FileSystemConformance, OpensForWritingOnlyWhatTheModeAllows) {
+  using automation::RuntimeError;
+  const auto open = [&](const char* name, WriteMode mode) {
+    return [this, name, mode] { Files().OpenForWriting(At(name), mode); };
+  };
+  Files().Replace(At("a.txt"), "kept");
+  ExpectFailure(RuntimeError::FileNotFound, At("none"), open("none", {false, true, false}));
+  ExpectFailure(RuntimeError::FileAlreadyExists, At("a.txt"), open("a.txt", {true, false, false}));
+  ExpectFailure(RuntimeError::PathNotFound, At("no\\x"), open("no\\x", {}));
+  Files().SetAttributes(At("a.txt"), kReadOnly);
+  ExpectFailure(RuntimeError::PathFileAccess, At("a.txt"), open("a.txt", {}));
+  EXPECT_EQ(Files().Read(At("a.txt")), "kept");
+}
+
+TEST_P(FileSystemConformance, MakesOneFolder) {
+  using automation::RuntimeError;
+  Files().CreateFolder(At("sub"));
+  EXPECT_TRUE(Files().FolderExists(At("sub")));
+  ExpectFailure(RuntimeError::FileAlreadyExists, At("SUB"), [&] { Files().CreateFolder(At("SUB")); });
+  ExpectFailure(RuntimeError::PathNotFound, At("x\\y"), [&] { Files().CreateFolder(At("x\\y")); });
+}
+
+TEST_P(FileSystemConformance, ChangesTheCurrentFolder) {
+  const std::string before = Files().CurrentFolder();
+  Files().CreateFolder(At("sub"));
+  Files().Replace(At("sub\\a.txt"), "x");
+  Files().SetCurrentFolder(At("sub"));
+  EXPECT_TRUE(Files().FileExists("a.txt"));
+  EXPECT_TRUE(Files().CurrentFolder().ends_with("\\sub"));
+  ExpectFailure(automation::RuntimeError::PathNotFound, At("none"),
+                [&] { Files().SetCurrentFolder(At("none")); });
+  Files().SetCurrentFolder(before);
+}
+
+TEST_P(FileSystemConformance, KnowsItsDrives) {
+  const char letter = static_cast<char>(At("").front() & ~0x20);
+  EXPECT_NE(Files().DriveLetters().find(letter), std::string::npos);
+  const VolumeDetails volume = Files().Volume(At("").front());
+  EXPECT_TRUE(volume.isReady);
+  EXPECT_NE(volume.kind, VolumeKind::Unknown);
+  EXPECT_GT(volume.totalBytes, 0U);
+  EXPECT_GE(volume.totalBytes, volume.freeBytes);
+  EXPECT_FALSE(Files().Volume('?').isReady);
+}
+
 }  // namespace hearthmake::platform

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "automation/Error.hpp"
 #include "platform/ProcessLauncher.hpp"
 
 // What every ProcessLauncher does, whatever it stands on. An adapter's test instantiates the suite:
@@ -17,9 +18,10 @@ namespace hearthmake::platform {
 
 struct ProcessLauncherPlayground {
   std::shared_ptr<ProcessLauncher> launcher;
-  std::string quick;    // a command line that ends at once
+  std::string quick;    // a command line that ends at once, with exit code 3
   std::string lasting;  // one that runs for a minute
   std::string missing;  // one that names no program
+  std::string echoing;  // one that writes its standard input to its standard output
   std::shared_ptr<void> keepAlive;
 };
 
@@ -76,6 +78,41 @@ TEST_P(ProcessLauncherConformance, RunsChildrenSideBySide) {
   EXPECT_TRUE(quick->Wait(kLong));
   EXPECT_FALSE(lasting->Wait(std::chrono::milliseconds(0)));
   lasting->Terminate();
+}
+
+TEST_P(ProcessLauncherConformance, TellsTheExitCodeOfWhatHasEnded) {
+  const auto quick = m_playground.launcher->Start(m_playground.quick);
+  const auto lasting = m_playground.launcher->Start(m_playground.lasting);
+  ASSERT_TRUE(quick && lasting);
+  EXPECT_GT(quick->ProcessId(), 0);
+  EXPECT_EQ(lasting->ExitCode(), std::nullopt);
+  ASSERT_TRUE(quick->Wait(kLong));
+  EXPECT_EQ(quick->ExitCode(), 3);
+  EXPECT_EQ(quick->ExitCode(), 3);
+  lasting->Terminate();
+  EXPECT_NE(lasting->ExitCode().value_or(0), 0);
+}
+
+TEST_P(ProcessLauncherConformance, PipesTheStreamsOfAChild) {
+  auto child = m_playground.launcher->StartPiped(m_playground.echoing);
+  ASSERT_NE(child.process, nullptr);
+  char buffer[64];
+  EXPECT_EQ(child.output->Read(buffer, sizeof buffer, std::chrono::milliseconds(0)), std::nullopt);
+  child.input->Write("through");
+  child.input.reset();
+  const auto got = child.output->Read(buffer, sizeof buffer, kLong);
+  EXPECT_EQ(std::string(buffer, got.value_or(0)), "through");
+  EXPECT_EQ(child.output->Read(buffer, sizeof buffer, kLong), 0U);
+  EXPECT_EQ(child.error->Read(buffer, sizeof buffer, kLong), 0U);
+  EXPECT_TRUE(child.process->Wait(kLong));
+  EXPECT_EQ(m_playground.launcher->StartPiped(m_playground.missing).process, nullptr);
+}
+
+TEST_P(ProcessLauncherConformance, WritingToAChildThatIsGoneIsAnError) {
+  const auto child = m_playground.launcher->StartPiped(m_playground.quick);
+  ASSERT_NE(child.process, nullptr);
+  ASSERT_TRUE(child.process->Wait(kLong));
+  EXPECT_THROW(child.input->Write("x"), automation::Error);
 }
 
 }  // namespace hearthmake::platform

@@ -36,8 +36,13 @@ platform::ProcessLauncherPlayground MakePlayground() {
   drives.SetDrive('C', folder->Path());
   Script(*folder, "quick", "exit 3\n");
   Script(*folder, "lasting.exe", "exec sleep 60\n");
-  return {std::make_shared<PosixProcessLauncher>(drives), "C:\\quick.exe a b", "\"C:\\lasting\"",
-          "C:\\missing.exe /x", folder};
+  Script(*folder, "echoing", "exec cat\n");
+  return {std::make_shared<PosixProcessLauncher>(drives),
+          "C:\\quick.exe a b",
+          "\"C:\\lasting\"",
+          "C:\\missing.exe /x",
+          "C:\\echoing.exe",
+          folder};
 }
 
 }  // namespace

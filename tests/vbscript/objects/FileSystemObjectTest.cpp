@@ -14,7 +14,9 @@ using automation::Variant;
 
 class FileSystemObjectTest : public ScriptObjectBench {
  protected:
-  void Make(const std::string& name, const std::string& content = "x") { root.MakeFile("c/" + name, content); }
+  void Make(const std::string& name, const std::string& content = "x") {
+    root.MakeFile("c/" + name, content);
+  }
   bool Has(const std::string& name) { return std::filesystem::exists(root.Path("c/" + name)); }
   std::int32_t ErrorOfCall(const char* member, std::initializer_list<Variant> arguments) {
     return ErrorOf([&] { files->Call(member, arguments); });

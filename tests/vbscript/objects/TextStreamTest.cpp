@@ -56,7 +56,9 @@ TEST_F(TextStreamTest, WritesWhatIsLeftWhenItGoes) {
 
 TEST_F(TextStreamTest, WritesAndReadsUtf16WithAMark) {
   Create("u.txt", true)->Call("WriteLine", {Text("a一")});
-  EXPECT_EQ(Content("u.txt"), "\xFF\xFE" "a\0\0\x4E\r\0\n\0"s);
+  EXPECT_EQ(Content("u.txt"),
+            "\xFF\xFE"
+            "a\0\0\x4E\r\0\n\0"s);
   EXPECT_EQ(ToText(Open("u.txt", 1, false, -1)->Call("ReadLine")), "a一");
   EXPECT_EQ(ToText(Open("u.txt", 1, false, -2)->Call("ReadLine")), "a一");
   EXPECT_EQ(ToText(Open("u.txt", 1, false, 0)->Call("Read", {Number(3)})), "ÿþa");
