@@ -1,9 +1,9 @@
 Function S(n)
-  log = log & n
+  trace = trace & n
   S = n
 End Function
 Sub P(a, b, c)
 End Sub
-log = ""
+trace = ""
 P S(1), S(2), S(3)
-WScript.Echo log  ' expect: 123
+WScript.Echo trace  ' expect: 123

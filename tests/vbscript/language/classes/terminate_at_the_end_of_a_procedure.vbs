@@ -1,14 +1,14 @@
 Class C
   Private Sub Class_Terminate
-    log = log & "t"
+    trace = trace & "t"
   End Sub
 End Class
-log = ""
+trace = ""
 Sub P
   Dim o
   Set o = New C
-  log = log & "p"
+  trace = trace & "p"
 End Sub
 P
-log = log & "e"
-WScript.Echo log  ' expect: pte
+trace = trace & "e"
+WScript.Echo trace  ' expect: pte

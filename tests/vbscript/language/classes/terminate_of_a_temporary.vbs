@@ -1,13 +1,13 @@
 Class C
   Public N
   Private Sub Class_Terminate
-    log = log & "t"
+    trace = trace & "t"
   End Sub
 End Class
-log = ""
+trace = ""
 Function Make
   Set Make = New C
 End Function
 x = Make.N
-log = log & "e"
-WScript.Echo log  ' expect: te
+trace = trace & "e"
+WScript.Echo trace  ' expect: te

@@ -1,6 +1,6 @@
 Class Inner
   Private Sub Class_Terminate
-    log = log & "i"
+    trace = trace & "i"
   End Sub
 End Class
 Class Outer
@@ -9,10 +9,10 @@ Class Outer
     Set m = New Inner
   End Sub
   Private Sub Class_Terminate
-    log = log & "o"
+    trace = trace & "o"
   End Sub
 End Class
-log = ""
+trace = ""
 Set o = New Outer
 Set o = Nothing
-WScript.Echo log  ' expect: oi
+WScript.Echo trace  ' expect: oi

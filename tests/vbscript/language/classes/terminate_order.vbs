@@ -1,16 +1,16 @@
 Class C
   Public N
   Private Sub Class_Terminate
-    log = log & N
+    trace = trace & N
   End Sub
 End Class
-log = ""
+trace = ""
 Set a = New C
 a.N = "a"
 Set a = Nothing
-log = log & "1"
+trace = trace & "1"
 Set b = New C
 b.N = "b"
 b = 5
-log = log & "2"
-WScript.Echo log  ' expect: a1b2
+trace = trace & "2"
+WScript.Echo trace  ' expect: a1b2

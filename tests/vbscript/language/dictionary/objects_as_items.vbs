@@ -1,3 +1,3 @@
 Set d = CreateObject("Scripting.Dictionary")
 Set d("r") = New RegExp
-WScript.Echo TypeName(d("r"))  ' expect: RegExp
+WScript.Echo TypeName(d("r"))  ' expect: IRegExp2

@@ -1,3 +1,3 @@
 Set r = New RegExp
 WScript.Echo r.Pattern & r.Global & r.IgnoreCase & r.Multiline  ' expect: FalseFalseFalse
-WScript.Echo TypeName(r)  ' expect: RegExp
+WScript.Echo TypeName(r)  ' expect: IRegExp2

@@ -1,1 +1,1 @@
-.X = 1  ' error: 505 Invalid or unqualified reference
+.X = 1  ' compile error: 505
