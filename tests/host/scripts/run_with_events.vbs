@@ -5,7 +5,7 @@ Set fso = CreateObject("Scripting.FileSystemObject")
 folder = WScript.Arguments(1)
 WriteProject "Lib", "OleDll", ""
 WriteProject "Bad", "OleDll", "Reference=*\ALib.vbp" & vbCrLf
-WriteProject "App", "Exe", ""
+WriteProject "App", "Exe", "Reference=*\ALib.vbp" & vbCrLf
 Set settings = CreateObject("Hearthmake.Settings")
 settings.BeginEdit
 settings.VBExe = WScript.Arguments(0)
@@ -17,9 +17,9 @@ Set b = WScript.CreateObject("Hearthmake.Build", "Build_")
 b.BeginEdit
 b.Name = "Desk"
 b.ApplyEdit
-b.Projects.Add folder & "\App.vbp" ' expect: added App
 b.Projects.Add folder & "\Bad.vbp" ' expect: added Bad
 b.Projects.Add folder & "\Lib.vbp" ' expect: added Lib
+b.Projects.Add folder & "\App.vbp" ' expect: added App
 b.AutoDetectReferences
 b.Projects.SetCompileOrder
 
