@@ -16,6 +16,8 @@ class Child final : public platform::ChildProcess {
  public:
   bool Wait(std::chrono::milliseconds /*timeout*/) override { return true; }
   void Terminate() override {}
+  std::optional<std::int32_t> ExitCode() override { return 0; }
+  std::int32_t ProcessId() const override { return 1; }
 };
 
 // Starts nothing but says it did, unless told otherwise.
@@ -25,6 +27,7 @@ class Launcher final : public platform::ProcessLauncher {
     started.emplace_back(commandLine);
     return canStart ? std::make_unique<Child>() : nullptr;
   }
+  platform::PipedChild StartPiped(std::string_view /*commandLine*/) override { return {}; }
   std::vector<std::string> started;
   bool canStart = true;
 };

@@ -3,14 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "automation/Declare.hpp"
-#include "support/ScriptObjectBench.hpp"
+#include "support/ScriptPortsBench.hpp"
 
 namespace hearthmake::vbscript {
 namespace {
 
 using automation::Variant;
 
-class ScriptEventSinkTest : public ScriptObjectBench {
+class ScriptEventSinkTest : public ScriptPortsBench {
  protected:
   Engine engine{host};
 };
