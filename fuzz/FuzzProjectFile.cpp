@@ -59,7 +59,7 @@ void AskProject(Project& project) {
   try {
     project.FullPath32();
     project.RemoteServerFilePath();
-    project.ReportItemDetails();
+    project.IReportItem_Details();
   } catch (const Error&) {
   }
   for (const auto& reference : project.ReferenceList().Items()) {
