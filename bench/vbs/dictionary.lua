@@ -4,7 +4,7 @@ local rounds = tonumber(arg[1] or 2)
 local function count_words(n)
   local counts, keys = {}, {}
   for i = 1, n do
-    local word = "w" .. (i * 7919) % 50021
+    local word = "w" .. (i * 7001) % 50021
     if counts[word] then
       counts[word] = counts[word] + 1
     else

@@ -8,7 +8,7 @@ Function CountWords(n)
   Dim counts, i, word, key, check
   Set counts = CreateObject("Scripting.Dictionary")
   For i = 1 To n
-    word = "w" & ((i * 7919) Mod 50021)
+    word = "w" & ((i * 7001) Mod 50021)
     If counts.Exists(word) Then
       counts(word) = counts(word) + 1
     Else

@@ -1,6 +1,6 @@
 ' Method calls and properties of a class.
 Option Explicit
-Dim rounds, account, i
+Dim rounds, savings, i
 rounds = 80
 If WScript.Arguments.Count > 0 Then rounds = CLng(WScript.Arguments(0))
 
@@ -38,8 +38,8 @@ Sub Work(account, n)
   Next
 End Sub
 
-Set account = New Account
+Set savings = New Account
 For i = 1 To rounds
-  Work account, 100000
+  Work savings, 100000
 Next
-WScript.Echo account.Balance & " " & account.Moves
+WScript.Echo savings.Balance & " " & savings.Moves

@@ -28,5 +28,5 @@ local function execute(program, count)
   end
 end
 
-local program = { ADD, SWAP, DOUBLE, WRAP, ADD, WRAP, COUNT_DOWN, JUMP_UNLESS_ZERO, HALT }
+local program = { ADD, WRAP, SWAP, DOUBLE, WRAP, ADD, WRAP, COUNT_DOWN, JUMP_UNLESS_ZERO, HALT }
 print(execute(program, 50000 * rounds))

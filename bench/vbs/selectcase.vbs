@@ -45,5 +45,5 @@ Function Execute_(program, count)
   Loop
 End Function
 
-program = Array(Add, Swap, Double, Wrap, Add, Wrap, CountDown, JumpUnlessZero, Halt)
+program = Array(Add, Wrap, Swap, Double, Wrap, Add, Wrap, CountDown, JumpUnlessZero, Halt)
 WScript.Echo Execute_(program, 50000 * rounds)
