@@ -1,63 +1,44 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
-#include "adapters/posix/PosixClock.hpp"
-#include "adapters/posix/PosixFileSystem.hpp"
-#include "adapters/posix/PosixProcessLauncher.hpp"
-#include "adapters/posix/PosixSystemInfo.hpp"
-#include "adapters/posix/RegistryStore.hpp"
-#include "automation/Error.hpp"
-#include "support/PosixFolder.hpp"
+#include "automation/Object.hpp"
+#include "automation/Utf.hpp"
 #include "support/ScriptHost.hpp"
 #include "vbscript/intrinsics/Context.hpp"
 
 namespace hearthmake::vbscript {
 
-// The objects of scripts over the real adapters: C: is a folder of its own, Z: the machine.
-class ScriptObjectBench : public ::testing::Test {
- protected:
-  static automation::Variant Text(const std::string& text) { return automation::Variant::FromText(text); }
-  static automation::Variant Number(std::int32_t number) { return automation::Variant::FromLong(number); }
-  static automation::Variant Flag(bool flag) { return automation::Variant::FromBoolean(flag); }
-  static std::string ToText(const automation::Variant& value) { return automation::ToText(value); }
-  static automation::Ref<automation::Object> ToObject(const automation::Variant& value) {
-    return automation::Ref<automation::Object>(automation::ToObject(value));
-  }
-  // The number of the error that a call ends in; 0 for none.
-  static std::int32_t ErrorOf(const std::function<void()>& call) {
-    try {
-      call();
-    } catch (const automation::Error& error) {
-      return error.Number();
-    }
-    return 0;
-  }
-
-  support::PosixFolder root;
-  std::shared_ptr<posix::DriveMap> drives = [this] {
-    auto map = std::make_shared<posix::DriveMap>();
-    map->SetDrive('C', root.MakeFolder("c"));
-    map->SetDrive('Z', "/");
-    root.MakeFolder("c/temp");
-    root.MakeFolder("c/windows/system32");
-    return map;
-  }();
-  ScriptHost host{[this] {
-    platform::Platform ports;
-    ports.files = std::make_shared<posix::PosixFileSystem>(drives);
-    ports.processes = std::make_shared<posix::PosixProcessLauncher>(*drives);
-    ports.registry = std::make_shared<posix::RegistryStore>(root.Path("registry.reg"));
-    ports.clock = std::make_shared<posix::PosixClock>();
-    ports.system = std::make_shared<posix::PosixSystemInfo>(
-        posix::SystemFacts{"C:\\temp", "C:\\windows\\system32", "C:\\data", 10});
-    return ports;
-  }()};
-  Context context{host, {}, {}, 1033};
+// What a test of the engine's objects works with.
+struct ScriptObjectBench {
+  ScriptHost host;
+  Context context{host, {}, {}};
 };
+
+inline automation::Variant Text(std::u16string_view text) { return automation::Variant::FromUtf16(text); }
+inline automation::Variant Number(std::int32_t number) { return automation::Variant::FromLong(number); }
+inline std::u16string Units(const automation::Variant& text) { return std::u16string(text.AsUtf16()); }
+
+// What a walk over a collection gives.
+inline std::vector<automation::Variant> WalkOver(automation::Object& collection) {
+  std::vector<automation::Variant> items;
+  const auto enumerator = collection.Enumerate();
+  automation::Variant item;
+  while (enumerator->Next(item)) items.push_back(item);
+  return items;
+}
+
+// The number of the error that an action raises, 0 for none.
+template <class Action>
+std::int32_t ErrorOf(Action action) {
+  try {
+    action();
+    return 0;
+  } catch (const automation::Error& error) {
+    return error.Number();
+  }
+}
 
 }  // namespace hearthmake::vbscript

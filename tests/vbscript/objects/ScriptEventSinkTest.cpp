@@ -3,14 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "automation/Declare.hpp"
-#include "support/ScriptObjectBench.hpp"
+#include "support/SystemObjectTest.hpp"
 
 namespace hearthmake::vbscript {
 namespace {
 
 using automation::Variant;
 
-class ScriptEventSinkTest : public ScriptObjectBench {
+class ScriptEventSinkTest : public SystemObjectTest {
  protected:
   Engine engine{host};
 };
