@@ -100,7 +100,7 @@ class Interface {
   std::string m_iid;
   std::string m_clsid;
   std::vector<Member> m_members;
-  std::unordered_map<std::string, std::int32_t> m_ids;      // by lower-case name
+  std::unordered_map<std::string, std::int32_t> m_ids;  // by lower-case name
   // By id and kind, a place for each: 0 for none, else the index of the member and 1. Looked at in every
   // late-bound call.
   std::vector<std::uint32_t> m_entries;

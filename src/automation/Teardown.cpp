@@ -46,11 +46,13 @@ void Run(Waiting first, EndArray endArray, EndObject endObject) noexcept {
 }  // namespace
 
 void Teardown::End(ArrayBuffer* array) noexcept {
-  Run({array, nullptr}, [](ArrayBuffer* a) { delete a; }, [](Object* o) { o->LastReferenceGone(); });
+  Run(
+      {array, nullptr}, [](ArrayBuffer* a) { delete a; }, [](Object* o) { o->LastReferenceGone(); });
 }
 
 void Teardown::End(Object* object) noexcept {
-  Run({nullptr, object}, [](ArrayBuffer* a) { delete a; }, [](Object* o) { o->LastReferenceGone(); });
+  Run(
+      {nullptr, object}, [](ArrayBuffer* a) { delete a; }, [](Object* o) { o->LastReferenceGone(); });
 }
 
 }  // namespace hearthmake::automation

@@ -112,8 +112,12 @@ bool StringBuffer::Append(std::u16string_view text) {
 
 ArrayBuffer::ArrayBuffer(std::span<const Bound> bounds) : m_bounds(bounds.begin(), bounds.end()) {
   const std::size_t count = CountElements();
-  Reserve(count);
-  std::uninitialized_default_construct_n(m_elements, count);
+  if (count != 0) {
+    // Zeroed memory is Empty, and costs nothing until it is used.
+    m_elements = static_cast<Variant*>(std::calloc(count, sizeof(Variant)));
+    if (m_elements == nullptr) Raise(RuntimeError::OutOfMemory, "");
+    m_capacity = count;
+  }
   m_count = count;
   if (m_bounds.size() == 1 && m_bounds[0].lower == 0) m_vectorCount = static_cast<std::uint32_t>(count);
 }

@@ -190,7 +190,7 @@ class Variant {
     return result;
   }
   static Variant FromUtf16(std::u16string_view first, std::u16string_view second);  // joined
-  static Variant FromObject(Ref<Object> object);  // null is Nothing
+  static Variant FromObject(Ref<Object> object);                                    // null is Nothing
   static Variant FromErrorCode(std::int32_t code) { return FromWhole(VariantType::Error, code); }
   static Variant FromArray(Ref<ArrayBuffer> array) {
     Variant result(VariantType::Array);

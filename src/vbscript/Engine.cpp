@@ -33,7 +33,8 @@ class Engine::Implementation {
 
   void End() {
     if (!machine) return;
-    // Class_Terminate of what is alive may still work with everything else.
+    // Class_Terminate of what is alive has a time of its own, and may still work with everything else.
+    context.budget.StartTimeout(timeout);
     globals->Clear();
     machine->ReleaseObjects();
     machine.reset();
@@ -142,8 +143,7 @@ Variant Engine::Run(std::string_view procedure, std::span<Variant> arguments) {
 
 bool Engine::HasProcedure(std::string_view name) const {
   const Symbol symbol = m_implementation->symbols->Find(automation::Utf8ToUtf16(name));
-  return symbol != Symbol::None &&
-         m_implementation->globals->At(symbol).kind == Binding::Kind::Function;
+  return symbol != Symbol::None && m_implementation->globals->At(symbol).kind == Binding::Kind::Function;
 }
 
 const ErrorRecord& Engine::LastError() const { return m_implementation->lastError; }

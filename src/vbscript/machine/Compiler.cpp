@@ -31,8 +31,8 @@ std::unique_ptr<Function> MakeFunction(const Procedure& node, const std::shared_
   function->owner = owner;
   const NameUse use(node.body, globals.Names().Intern(u"Execute"), globals.Names().Intern(u"Eval"));
   for (const ParameterNode& parameter : node.parameters) {
-    const bool isOnlyRead = !use.runsText && !use.assigned.contains(parameter.name) &&
-                            !use.passed.contains(parameter.name);
+    const bool isOnlyRead =
+        !use.runsText && !use.assigned.contains(parameter.name) && !use.passed.contains(parameter.name);
     function->parameters.push_back({parameter.name, parameter.isByValue, isOnlyRead});
   }
   return function;
@@ -334,7 +334,8 @@ std::unique_ptr<Code> Compiler::Text(bool isExpression, const Code& around,
     for (std::size_t slot = 0; slot < around.localNames.size(); ++slot) {
       if (around.localNames[slot] != symbol) continue;
       captured.push_back(static_cast<std::uint16_t>(slot));
-      AddLocal(symbol, {.isReference = true});
+      const bool isResult = around.hasResult && slot == around.resultSlot;
+      AddLocal(symbol, {.isResult = isResult, .isReference = true});
       break;
     }
   }
@@ -430,7 +431,8 @@ std::size_t Compiler::ConstantIndex(const Variant& value) {
   };
   switch (value.Type()) {
     case VariantType::String: {
-      const auto [entry, isNew] = m_textIndexes.try_emplace(std::u16string(value.AsUtf16()), constants.size());
+      const auto [entry, isNew] =
+          m_textIndexes.try_emplace(std::u16string(value.AsUtf16()), constants.size());
       return isNew ? add() : entry->second;
     }
     case VariantType::Single:

@@ -25,8 +25,7 @@ std::unique_ptr<Code> CompileFunction(Function& function, Globals& globals);
 // Code of a text that Execute or Eval runs in a procedure. The names of the procedure's locals that the text
 // uses become parameters by reference of the result; captured gets the slots that they stand for.
 std::unique_ptr<Code> CompileText(const std::shared_ptr<const Script>& script, bool isExpression,
-                                  const Code& around, std::vector<std::uint16_t>& captured,
-                                  Globals& globals);
+                                  const Code& around, std::vector<std::uint16_t>& captured, Globals& globals);
 
 // Makes the code of one body; what the functions above work with.
 //
@@ -87,9 +86,7 @@ class Compiler {
   void Bind(Label& label);
   Operand AllocateTemporary(std::size_t count = 1);
   Operand Hide(std::size_t count);
-  bool IsTemporary(Operand operand) const {
-    return operand >= m_code->localCount && operand < kBankSize;
-  }
+  bool IsTemporary(Operand operand) const { return operand >= m_code->localCount && operand < kBankSize; }
   void Mark(Offset offset);
   void ResumeHere(std::size_t mark);
   std::size_t LastMark() const { return m_code->marks.size() - 1; }
@@ -127,8 +124,8 @@ class Compiler {
                       const Expression& node, bool isWanted);
   Operand CompileNamedCall(const Name& name, std::span<Expression* const> arguments, bool isWanted);
   std::uint16_t CompileArguments(std::span<Expression* const> arguments, Operand locks);
-  void CompileArgument(const Expression& argument, Operand& lock,
-                       std::unordered_set<Symbol>& passed, bool& isTwice);
+  void CompileArgument(const Expression& argument, Operand& lock, std::unordered_set<Symbol>& passed,
+                       bool& isTwice);
   void CompileValues(std::span<Expression* const> arguments);
   bool IsElementOfVariable(const Expression& expression);
   // A temporary that refers to the variable or element, as far as it is one.

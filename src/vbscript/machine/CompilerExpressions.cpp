@@ -10,10 +10,16 @@ using automation::VariantType;
 namespace {
 
 constexpr Op kBinaryOps[] = {
-    Op::Power,    Op::Multiply, Op::Divide, Op::IntegerDivide, Op::Modulo,      Op::Add,
-    Op::Subtract, Op::Concatenate, Op::Equal, Op::NotEqual,    Op::Less,        Op::Greater,
-    Op::LessOrEqual, Op::GreaterOrEqual, Op::Is, Op::And,      Op::Or,          Op::Xor,
-    Op::Eqv,      Op::Imp,
+    Op::Power,       Op::Multiply,
+    Op::Divide,      Op::IntegerDivide,
+    Op::Modulo,      Op::Add,
+    Op::Subtract,    Op::Concatenate,
+    Op::Equal,       Op::NotEqual,
+    Op::Less,        Op::Greater,
+    Op::LessOrEqual, Op::GreaterOrEqual,
+    Op::Is,          Op::And,
+    Op::Or,          Op::Xor,
+    Op::Eqv,         Op::Imp,
 };
 
 bool IsComparison(BinaryOperator op) {
@@ -29,7 +35,8 @@ bool Compiler::IsComputed(const Expression& expression) {
 
 Operand Compiler::Compile(const Expression& expression) {
   switch (expression.kind) {
-    case ExpressionKind::Literal: return ConstantOperand(LiteralValue(static_cast<const Literal&>(expression)));
+    case ExpressionKind::Literal:
+      return ConstantOperand(LiteralValue(static_cast<const Literal&>(expression)));
     case ExpressionKind::Name: return CompileName(static_cast<const Name&>(expression));
     case ExpressionKind::Member: {
       const auto& member = static_cast<const Member&>(expression);
@@ -53,8 +60,7 @@ Operand Compiler::Compile(const Expression& expression) {
     }
     case ExpressionKind::Unary: return CompileUnary(static_cast<const Unary&>(expression), kNoOperand);
     case ExpressionKind::Binary: return CompileBinary(static_cast<const Binary&>(expression), kNoOperand);
-    case ExpressionKind::Parenthesized:
-      return Compile(*static_cast<const Parenthesized&>(expression).inner);
+    case ExpressionKind::Parenthesized: return Compile(*static_cast<const Parenthesized&>(expression).inner);
     case ExpressionKind::Omitted: return ConstantOperand(Variant::Missing());
   }
   return kNoOperand;
@@ -204,8 +210,8 @@ Operand Compiler::CompileBinary(const Binary& root, Operand target) {
     const Variant* constant = right >= MakeOperand(Bank::Constants, 0) && right != kNoOperand
                                   ? &m_code->constants[right & (kBankSize - 1)]
                                   : nullptr;
-    const bool isSmall = constant != nullptr && constant->Type() == VariantType::Integer &&
-                         constant->AsLong() > -32768;
+    const bool isSmall =
+        constant != nullptr && constant->Type() == VariantType::Integer && constant->AsLong() > -32768;
     if (isSmall && binary.op == BinaryOperator::Add) {
       Emit(Op::AddImmediate, result, left, static_cast<Operand>(constant->AsLong()));
     } else if (isSmall && binary.op == BinaryOperator::Subtract) {
@@ -219,7 +225,8 @@ Operand Compiler::CompileBinary(const Binary& root, Operand target) {
 }
 
 Operand Compiler::CompileUnary(const Unary& unary, Operand target) {
-  if (unary.op != UnaryOperator::Not && unary.operand->kind == ExpressionKind::Literal && target == kNoOperand) {
+  if (unary.op != UnaryOperator::Not && unary.operand->kind == ExpressionKind::Literal &&
+      target == kNoOperand) {
     const Variant value = LiteralValue(static_cast<const Literal&>(*unary.operand));
     if (value.Type() == VariantType::Integer || value.Type() == VariantType::Long ||
         value.Type() == VariantType::Double)

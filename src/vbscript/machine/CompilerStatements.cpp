@@ -127,18 +127,14 @@ void Compiler::CompileAssign(const Assign& assign, bool isSet) {
 
 void Compiler::Store(const Expression& target, Operand value, bool isSet) {
   switch (target.kind) {
-    case ExpressionKind::Name:
-      AssignName(static_cast<const Name&>(target), nullptr, value, isSet);
-      break;
+    case ExpressionKind::Name: AssignName(static_cast<const Name&>(target), nullptr, value, isSet); break;
     case ExpressionKind::Member:
     case ExpressionKind::WithMember: {
       const auto& member = static_cast<const Member&>(target);
       AssignMember(target, member.object, member.member, {}, nullptr, value, isSet);
       break;
     }
-    case ExpressionKind::Call:
-      AssignElement(static_cast<const Call&>(target), nullptr, value, isSet);
-      break;
+    case ExpressionKind::Call: AssignElement(static_cast<const Call&>(target), nullptr, value, isSet); break;
     default: break;
   }
 }

@@ -59,6 +59,11 @@ VBS_INLINE bool ReadNumber(const Variant& value, double& number) {
   return IsWhole(value);
 }
 
+// A value that is neither counted nor a reference.
+VBS_INLINE bool IsPlain(const Variant& value) {
+  return value.Type() < VariantType::String || value.Type() == VariantType::Boolean;
+}
+
 VBS_NOINLINE void ReleaseOld(Variant& place) { const Variant old(std::move(place)); }
 
 VBS_INLINE void MakePlain(Variant& place) {
@@ -146,15 +151,15 @@ VBS_INLINE bool FastEqv(Variant&, const Variant&, const Variant&) { return false
 VBS_INLINE bool FastImp(Variant&, const Variant&, const Variant&) { return false; }
 VBS_INLINE bool FastIs(Variant&, const Variant&, const Variant&) { return false; }
 
-#define VBS_BITWISE(name, sign)                                                            \
-  VBS_INLINE bool Fast##name(Variant& to, const Variant& left, const Variant& right) {     \
+#define VBS_BITWISE(name, sign)                                                             \
+  VBS_INLINE bool Fast##name(Variant& to, const Variant& left, const Variant& right) {      \
     const bool areBoolean = Tag(left) == Tag(right) && left.Type() == VariantType::Boolean; \
-    if (!areBoolean && !AreWhole(left, right)) return false;                               \
-    const VariantType type = areBoolean ? VariantType::Boolean : Wider(left, right);       \
-    const std::int32_t value = left.AsLong() sign right.AsLong();                          \
-    MakePlain(to);                                                                         \
-    to.OverwriteWhole(type, value);                                                        \
-    return true;                                                                           \
+    if (!areBoolean && !AreWhole(left, right)) return false;                                \
+    const VariantType type = areBoolean ? VariantType::Boolean : Wider(left, right);        \
+    const std::int32_t value = left.AsLong() sign right.AsLong();                           \
+    MakePlain(to);                                                                          \
+    to.OverwriteWhole(type, value);                                                         \
+    return true;                                                                            \
   }
 VBS_BITWISE(And, &)
 VBS_BITWISE(Or, |)
@@ -163,23 +168,23 @@ VBS_BITWISE(Xor, ^)
 
 // ---- Comparisons: 1, 0, or -1 for operands of other kinds
 
-#define VBS_COMPARE(name, sign)                                                     \
-  VBS_INLINE int Quick##name(const Variant& left, const Variant& right) {           \
-    if (AreWhole(left, right)) [[likely]]                                           \
-      return left.AsLong() sign right.AsLong() ? 1 : 0;                             \
-    if (left.Type() == VariantType::String && right.Type() == VariantType::String)  \
-      return left.AsUtf16() sign right.AsUtf16() ? 1 : 0;                           \
-    double a;                                                                       \
-    double b;                                                                       \
-    if (!ReadNumber(left, a) || !ReadNumber(right, b)) return -1;                   \
-    return a sign b ? 1 : 0;                                                        \
-  }                                                                                 \
+#define VBS_COMPARE(name, sign)                                                        \
+  VBS_INLINE int Quick##name(const Variant& left, const Variant& right) {              \
+    if (AreWhole(left, right)) [[likely]]                                              \
+      return left.AsLong() sign right.AsLong() ? 1 : 0;                                \
+    if (left.Type() == VariantType::String && right.Type() == VariantType::String)     \
+      return left.AsUtf16() sign right.AsUtf16() ? 1 : 0;                              \
+    double a;                                                                          \
+    double b;                                                                          \
+    if (!ReadNumber(left, a) || !ReadNumber(right, b)) return -1;                      \
+    return a sign b ? 1 : 0;                                                           \
+  }                                                                                    \
   VBS_INLINE bool Fast##name(Variant& to, const Variant& left, const Variant& right) { \
-    if (left.Type() == VariantType::String) return false;                           \
-    const int holds = Quick##name(left, right);                                     \
-    if (holds < 0) return false;                                                    \
-    StoreBoolean(to, holds != 0);                                                   \
-    return true;                                                                    \
+    if (left.Type() == VariantType::String) return false;                              \
+    const int holds = Quick##name(left, right);                                        \
+    if (holds < 0) return false;                                                       \
+    StoreBoolean(to, holds != 0);                                                      \
+    return true;                                                                       \
   }
 VBS_COMPARE(Equal, ==)
 VBS_COMPARE(NotEqual, !=)
@@ -241,8 +246,13 @@ VBS_NOINLINE void SlowBinary(Op op, Variant& to, Variant& left, Variant& right, 
   StoreResult(to, std::move(result));
 }
 
-VBS_NOINLINE bool SlowCompare(Op op, Variant& left, Variant& right, Literals literals,
-                              bool isLeftTemporary, bool isRightTemporary) {
+VBS_NOINLINE void SlowAddNumber(Variant& to, Variant& left, std::int16_t number, bool isLeftTemporary) {
+  Variant right = Variant::FromInteger(number);
+  SlowBinary(Op::Add, to, left, right, Literals::Right, isLeftTemporary, false);
+}
+
+VBS_NOINLINE bool SlowCompare(Op op, Variant& left, Variant& right, Literals literals, bool isLeftTemporary,
+                              bool isRightTemporary) {
   const bool holds = IsTrue(Apply(op, left, right, literals));
   if (isRightTemporary) right = Variant();
   if (isLeftTemporary) left = Variant();
@@ -281,7 +291,8 @@ VBS_NOINLINE void GetElementSlowly(Variant& to, const Variant& from, std::span<V
   to.OverwriteWith(result);
 }
 
-VBS_NOINLINE void SetElementSlowly(Variant& to, std::span<Variant> indices, const Variant& value, bool isSet) {
+VBS_NOINLINE void SetElementSlowly(Variant& to, std::span<Variant> indices, const Variant& value,
+                                   bool isSet) {
   const Variant& source = value.Target();
   if (isSet && !source.IsObject()) RaiseRuntime(number::kObjectRequired);
   if (to.Type() == VariantType::Array) {
@@ -334,9 +345,13 @@ VBS_INLINE void CopyTo(Variant& to, const Variant& value) {
   }
 }
 
-VBS_NOINLINE void ReferToElement(Variant& to, Variant& array, std::span<Variant> indices, Variant* lock) {
-  if (array.Type() != VariantType::Array) {
+// Refers to an element of the array in from; of what is no variable, the element itself is taken.
+VBS_NOINLINE void ReferToElement(Variant& to, Variant& from, bool isTemporary, std::span<Variant> indices,
+                                 Variant* lock) {
+  Variant& array = from.Target();
+  if (array.Type() != VariantType::Array || (isTemporary && &array == &from)) {
     GetElementSlowly(to, array, indices);
+    if (isTemporary) MakePlain(from);
     return;
   }
   ArrayBuffer& own = OwnArray(array);
@@ -426,22 +441,22 @@ VBS_NOINLINE bool NextForEach(Variant* state, Variant& item) {
 #define X(operand) (bank[(operand) >> 14] + ((operand) & (kBankSize - 1)))
 #define IS_TEMPORARY(operand) ((operand) >= code->localCount && (operand) < kBankSize)
 
-#define LOAD_FRAME()                                                       \
-  do {                                                                     \
-    Frame& loaded = m_frames[m_depth - 1];                                 \
-    code = loaded.code;                                                    \
-    base = loaded.base;                                                    \
-    bank[0] = base;                                                        \
-    bank[1] = loaded.me != nullptr ? loaded.me->Fields() : nullptr;        \
-    bank[3] = const_cast<Variant*>(code->constants.data());                \
+#define LOAD_FRAME()                                                \
+  do {                                                              \
+    Frame& loaded = m_frames[m_depth - 1];                          \
+    code = loaded.code;                                             \
+    base = loaded.base;                                             \
+    bank[0] = base;                                                 \
+    bank[1] = loaded.me != nullptr ? loaded.me->Fields() : nullptr; \
+    bank[3] = const_cast<Variant*>(code->constants.data());         \
   } while (false)
 
-#define ENTER(function, window, count, result, me, flags)                  \
-  do {                                                                     \
-    m_context.budget.Charge(4);                                            \
-    Enter(function, window, count, result, me, flags);                     \
-    LOAD_FRAME();                                                          \
-    pc = code->instructions.data();                                        \
+#define ENTER(function, window, count, result, me, flags) \
+  do {                                                    \
+    m_context.budget.Charge(4);                           \
+    Enter(function, window, count, result, me, flags);    \
+    LOAD_FRAME();                                         \
+    pc = code->instructions.data();                       \
   } while (false)
 
 #if defined(VBS_COMPUTED_GOTO)
@@ -462,12 +477,14 @@ VBS_NOINLINE bool NextForEach(Variant* state, Variant& item) {
     pc += 2;    \
     DISPATCH(); \
   } while (false)
-#define JUMP(target)                                 \
-  do {                                               \
-    pc = code->instructions.data() + (target);       \
-    DISPATCH();                                      \
+#define JUMP(target)                           \
+  do {                                         \
+    pc = code->instructions.data() + (target); \
+    DISPATCH();                                \
   } while (false)
 
+// Objects with destructors must be in blocks of their own that end before the jump to the next instruction:
+// such a jump runs no destructor.
 void Machine::Execute() {
 #if defined(VBS_COMPUTED_GOTO)
   static const void* const labels[] = {
@@ -533,8 +550,7 @@ void Machine::Execute() {
           NEXT();
         }
         if (left.Type() == VariantType::Double && StoreDouble(to, left.AsDouble() + number)) NEXT();
-        Variant right = Variant::FromInteger(number);
-        SlowBinary(Op::Add, to, *X(pc->b), right, Literals::Right, IS_TEMPORARY(pc->b), false);
+        SlowAddNumber(to, *X(pc->b), number, IS_TEMPORARY(pc->b));
         NEXT();
       }
       CASE(Negate) {
@@ -589,42 +605,42 @@ void Machine::Execute() {
       }
 
       // A text that is a temporary must be released: texts go the slow way then.
-#define COMPARE_JUMP(name, label, jumpIf)                                                         \
-  CASE(label) {                                                                                   \
-    const Variant* left = X(pc->a);                                                               \
-    const Variant* right = X(pc->b);                                                              \
-    int holds = Quick##name(*left, *right);                                                       \
-    if (holds < 0 && Follow(left, right)) holds = Quick##name(*left, *right);                     \
-    if (holds < 0) {                                                                              \
-      holds = SlowCompare(Op::name, *X(pc->a), *X(pc->b), LiteralsOf(pc->a, pc->b),              \
-                          IS_TEMPORARY(pc->a), IS_TEMPORARY(pc->b));                              \
-    } else if (left->Type() == VariantType::String) {                                             \
-      if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));                                              \
-      if (IS_TEMPORARY(pc->b)) MakePlain(*X(pc->b));                                              \
-    }                                                                                             \
-    pc += (holds != 0) == (jumpIf) ? static_cast<std::ptrdiff_t>(pc->c) : 1;                      \
-    DISPATCH();                                                                                   \
+#define COMPARE_JUMP(name, label, jumpIf)                                                                \
+  CASE(label) {                                                                                          \
+    const Variant* left = X(pc->a);                                                                      \
+    const Variant* right = X(pc->b);                                                                     \
+    int holds = Quick##name(*left, *right);                                                              \
+    if (holds < 0 && Follow(left, right)) holds = Quick##name(*left, *right);                            \
+    if (holds < 0) {                                                                                     \
+      holds = SlowCompare(Op::name, *X(pc->a), *X(pc->b), LiteralsOf(pc->a, pc->b), IS_TEMPORARY(pc->a), \
+                          IS_TEMPORARY(pc->b));                                                          \
+    } else if (left->Type() == VariantType::String) {                                                    \
+      if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));                                                     \
+      if (IS_TEMPORARY(pc->b)) MakePlain(*X(pc->b));                                                     \
+    }                                                                                                    \
+    pc += (holds != 0) == (jumpIf) ? static_cast<std::ptrdiff_t>(pc->c) : 1;                             \
+    DISPATCH();                                                                                          \
   }
-#define COMPARE_IMMEDIATE(name, sign, label, jumpIf)                                              \
-  CASE(label) {                                                                                   \
-    const Variant& left = X(pc->a)->Target();                                                     \
-    const auto number = static_cast<std::int16_t>(pc->b);                                         \
-    bool holds;                                                                                   \
-    if (IsWhole(left)) [[likely]] {                                                               \
-      holds = left.AsLong() sign number;                                                          \
-    } else if (left.Type() == VariantType::Double) {                                              \
-      holds = left.AsDouble() sign static_cast<double>(number);                                   \
-    } else {                                                                                      \
-      Variant right = Variant::FromInteger(number);                                               \
+#define COMPARE_IMMEDIATE(name, sign, label, jumpIf)                                                \
+  CASE(label) {                                                                                     \
+    const Variant& left = X(pc->a)->Target();                                                       \
+    const auto number = static_cast<std::int16_t>(pc->b);                                           \
+    bool holds;                                                                                     \
+    if (IsWhole(left)) [[likely]] {                                                                 \
+      holds = left.AsLong() sign number;                                                            \
+    } else if (left.Type() == VariantType::Double) {                                                \
+      holds = left.AsDouble() sign static_cast<double>(number);                                     \
+    } else {                                                                                        \
+      Variant right = Variant::FromInteger(number);                                                 \
       holds = SlowCompare(Op::name, *X(pc->a), right, Literals::Right, IS_TEMPORARY(pc->a), false); \
-    }                                                                                             \
-    pc += holds == (jumpIf) ? static_cast<std::ptrdiff_t>(pc->c) : 1;                             \
-    DISPATCH();                                                                                   \
+    }                                                                                               \
+    pc += holds == (jumpIf) ? static_cast<std::ptrdiff_t>(pc->c) : 1;                               \
+    DISPATCH();                                                                                     \
   }
-#define COMPARISON(name, sign)                                               \
-  COMPARE_JUMP(name, JumpUnless##name, false)                                \
-  COMPARE_JUMP(name, JumpIf##name, true)                                     \
-  COMPARE_IMMEDIATE(name, sign, JumpUnless##name##Immediate, false)          \
+#define COMPARISON(name, sign)                                      \
+  COMPARE_JUMP(name, JumpUnless##name, false)                       \
+  COMPARE_JUMP(name, JumpIf##name, true)                            \
+  COMPARE_IMMEDIATE(name, sign, JumpUnless##name##Immediate, false) \
   COMPARE_IMMEDIATE(name, sign, JumpIf##name##Immediate, true)
       COMPARISON(Equal, ==)
       COMPARISON(NotEqual, !=)
@@ -694,7 +710,7 @@ void Machine::Execute() {
       CASE(Let) {
         Variant& to = X(pc->a)->Target();
         Variant& from = *X(pc->b);
-        if (to.Type() < VariantType::String && from.Type() < VariantType::String) {
+        if (IsPlain(to) && IsPlain(from)) {
           to.OverwriteWithCopy(from);
         } else {
           LetVariable(to, from, IS_TEMPORARY(pc->b));
@@ -740,7 +756,7 @@ void Machine::Execute() {
       }
       CASE(ElementReference) {
         Variant* const lock = pc[1].b == kNoOperand ? nullptr : base + pc[1].b;
-        ReferToElement(base[pc->a], X(pc->b)->Target(), {base + pc->c, pc[1].a}, lock);
+        ReferToElement(base[pc->a], *X(pc->b), IS_TEMPORARY(pc->b), {base + pc->c, pc[1].a}, lock);
         NEXT2();
       }
       CASE(Unlock) {
@@ -782,9 +798,11 @@ void Machine::Execute() {
             }
           }
         }
-        Variant indices[] = {CopyOf(index)};
-        if (IS_TEMPORARY(pc->c)) MakePlain(index);
-        GetElementSlowly(base[pc->a], array, indices);
+        {
+          Variant indices[] = {CopyOf(index)};
+          if (IS_TEMPORARY(pc->c)) MakePlain(index);
+          GetElementSlowly(base[pc->a], array, indices);
+        }
         NEXT();
       }
       CASE(GetElement2) {
@@ -792,15 +810,18 @@ void Machine::Execute() {
         Variant& first = *X(pc->c);
         Variant& second = *X(pc[1].a);
         if (array.Type() == VariantType::Array) [[likely]] {
-          if (const Variant* element = Element2(*array.AsArray(), first.Target(), second.Target())) [[likely]] {
+          if (const Variant* element = Element2(*array.AsArray(), first.Target(), second.Target()))
+              [[likely]] {
             CopyTo(base[pc->a], *element);
             NEXT2();
           }
         }
-        Variant indices[] = {CopyOf(first), CopyOf(second)};
-        if (IS_TEMPORARY(pc->c)) MakePlain(first);
-        if (IS_TEMPORARY(pc[1].a)) MakePlain(second);
-        GetElementSlowly(base[pc->a], array, indices);
+        {
+          Variant indices[] = {CopyOf(first), CopyOf(second)};
+          if (IS_TEMPORARY(pc->c)) MakePlain(first);
+          if (IS_TEMPORARY(pc[1].a)) MakePlain(second);
+          GetElementSlowly(base[pc->a], array, indices);
+        }
         NEXT2();
       }
       CASE(GetElements) {
@@ -814,21 +835,21 @@ void Machine::Execute() {
           const Variant& place = X(pc->b)->Target();
           if (IsWhole(place)) [[likely]] {
             Variant* element = array.AsArray()->VectorElement(place.AsLong());
-            if (element != nullptr && value.Type() < VariantType::String) [[likely]] {
-              MakePlain(*element);
-              // The end of the old value may have run code.
-              if (array.Type() == VariantType::Array &&
-                  array.AsArray()->VectorElement(place.AsLong()) == element) [[likely]] {
+            if (element != nullptr && IsPlain(value)) [[likely]] {
+              if (IsPlain(*element)) [[likely]] {
                 element->OverwriteWithCopy(value);
+                if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
                 NEXT();
               }
             } else if (element != nullptr && value.Type() == VariantType::String) {
               LetVariable(*element, value, IS_TEMPORARY(pc->c));
+              if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
               NEXT();
             }
           }
         }
         SetElementOne(array, *X(pc->b), value, IS_TEMPORARY(pc->b), IS_TEMPORARY(pc->c));
+        if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
         NEXT();
       }
       CASE(SetElement2) {
@@ -838,17 +859,20 @@ void Machine::Execute() {
         Variant& second = *X(pc->c);
         if (array.Type() == VariantType::Array && !array.AsArray()->IsShared()) [[likely]] {
           Variant* element = Element2(*array.AsArray(), first.Target(), second.Target());
-          if (element != nullptr && element->Type() < VariantType::String &&
-              value.Type() < VariantType::String) [[likely]] {
+          if (element != nullptr && IsPlain(*element) && IsPlain(value)) [[likely]] {
             element->OverwriteWithCopy(value);
+            if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
             NEXT2();
           }
         }
-        Variant indices[] = {CopyOf(first), CopyOf(second)};
-        SetElementSlowly(array, indices, value, false);
+        {
+          Variant indices[] = {CopyOf(first), CopyOf(second)};
+          SetElementSlowly(array, indices, value, false);
+        }
         if (IS_TEMPORARY(pc[1].a)) MakePlain(value);
         if (IS_TEMPORARY(pc->c)) MakePlain(second);
         if (IS_TEMPORARY(pc->b)) MakePlain(first);
+        if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
         NEXT2();
       }
       CASE(SetElements) {
@@ -896,9 +920,11 @@ void Machine::Execute() {
           ENTER(*function, window, count, window, nullptr, static_cast<std::uint16_t>(pc->b));
           DISPATCH();
         }
-        Variant result = binding.intrinsic->call(m_context, {window, count});
-        for (std::size_t i = 0; i < count; ++i) MakePlain(window[i]);
-        if ((pc->b & kNoResultWanted) == 0) window[0].OverwriteWith(result);
+        {
+          Variant result = binding.intrinsic->call(m_context, {window, count});
+          for (std::size_t i = 0; i < count; ++i) MakePlain(window[i]);
+          if ((pc->b & kNoResultWanted) == 0) window[0].OverwriteWith(result);
+        }
         NEXT();
       }
       CASE(CallMember) {
@@ -944,10 +970,12 @@ void Machine::Execute() {
             &target.AsObject()->Declaration() == site.knownInterface) {
           const auto& member = *static_cast<const ClassMember*>(site.classMember);
           if (member.isField) {
-            Variant value;
-            CopyTo(value, static_cast<ScriptObject*>(target.AsObject())->Fields()[member.slot]);
-            if (IS_TEMPORARY(pc->b)) MakePlain(from);
-            window->OverwriteWith(value);
+            {
+              Variant value;
+              CopyTo(value, static_cast<ScriptObject*>(target.AsObject())->Fields()[member.slot]);
+              if (IS_TEMPORARY(pc->b)) MakePlain(from);
+              window->OverwriteWith(value);
+            }
             NEXT();
           }
           function = member.get;
@@ -973,9 +1001,11 @@ void Machine::Execute() {
             &target.AsObject()->Declaration() == site.knownInterface) {
           const auto& member = *static_cast<const ClassMember*>(site.classMember);
           if (member.isField) {
-            Variant& field = static_cast<ScriptObject*>(target.AsObject())->Fields()[member.slot];
-            const Ref<Object> keep(target.AsObject());
-            LetVariable(field, value, IS_TEMPORARY(pc->b));
+            {
+              Variant& field = static_cast<ScriptObject*>(target.AsObject())->Fields()[member.slot];
+              const Ref<Object> keep(target.AsObject());
+              LetVariable(field, value, IS_TEMPORARY(pc->b));
+            }
             if (IS_TEMPORARY(pc->b)) MakePlain(value);
             if (IS_TEMPORARY(pc->a)) MakePlain(from);
             NEXT2();
@@ -1001,8 +1031,7 @@ void Machine::Execute() {
         Variant* const window = base + pc->a;
         const std::size_t count = pc->b;
         Top().pc = pc + 1;
-        Function* function =
-            PutMember(window, count, const_cast<Code*>(code)->sites[pc->c], pc[1].a != 0);
+        Function* function = PutMember(window, count, const_cast<Code*>(code)->sites[pc->c], pc[1].a != 0);
         if (function == nullptr) NEXT2();
         ENTER(*function, window + 1, count, window, static_cast<ScriptObject*>(window->AsObject()),
               kNoResultWanted);
@@ -1016,14 +1045,18 @@ void Machine::Execute() {
         DISPATCH();
       }
       CASE(LoadMe) {
-        Variant me = Variant::FromObject(Ref<Object>(Top().me));
-        base[pc->a].OverwriteWith(me);
+        {
+          Variant me = Variant::FromObject(Ref<Object>(Top().me));
+          base[pc->a].OverwriteWith(me);
+        }
         NEXT();
       }
       CASE(New) {
         Top().pc = pc;
-        Variant made = New(*code->bindings[pc->c]);
-        base[pc->a].OverwriteWith(made);
+        {
+          Variant made = New(*code->bindings[pc->c]);
+          base[pc->a].OverwriteWith(made);
+        }
         NEXT();
       }
       CASE(WithObject) {
@@ -1046,74 +1079,76 @@ void Machine::Execute() {
         if (m_err.number != 0) m_err = {};
         NEXT();
       }
-      CASE(RaiseError) {
-        RaiseRuntime(pc->a, m_globals.Names().Utf8(static_cast<Symbol>(pc->Wide())));
-      }
+      CASE(RaiseError) { RaiseRuntime(pc->a, m_globals.Names().Utf8(static_cast<Symbol>(pc->Wide()))); }
       CASE(EndSegment) {
         Top().code = code->next.get();
         LOAD_FRAME();
         JUMP(0);
       }
       CASE(Return) {
-        Frame& frame = Top();
-        frame.pc = pc;
-        Variant result;
-        if (code->hasResult) result.OverwriteWith(base[code->resultSlot]);
-        const Variant* const end = base + code->localCount;
-        bool isPlain = !code->hasMarks && !frame.ownsDynamicNames;
-        for (const Variant* slot = base; slot < end; ++slot) isPlain = isPlain && !slot->IsCounted();
-        if (!isPlain) ReleaseFrame(frame);
-        Variant* const to = frame.result;
-        const bool isDiscarded = frame.discardsResult;
-        --m_depth;
-        if (frame.isEntry) {
-          *to = std::move(result);
-          return;
+        {
+          Frame& frame = Top();
+          frame.pc = pc;
+          Variant result;
+          if (code->hasResult) result.OverwriteWith(base[code->resultSlot]);
+          const Variant* const end = base + code->localCount;
+          bool isPlain = !code->hasMarks && !code->hasDynamicNames;
+          for (const Variant* slot = base; slot < end; ++slot) isPlain = isPlain && !slot->IsCounted();
+          if (!isPlain) ReleaseFrame(frame);
+          Variant* const to = frame.result;
+          const bool isDiscarded = frame.discardsResult;
+          --m_depth;
+          if (frame.isEntry) {
+            *to = std::move(result);
+            return;
+          }
+          LOAD_FRAME();
+          pc = Top().pc + 1;
+          // The object of a method stands where the result goes.
+          MakePlain(*to);
+          if (!isDiscarded) to->OverwriteWith(result);
         }
-        LOAD_FRAME();
-        pc = Top().pc + 1;
-        // The object of a method stands where the result goes.
-        MakePlain(*to);
-        if (!isDiscarded) to->OverwriteWith(result);
         DISPATCH();
       }
 #if !defined(VBS_COMPUTED_GOTO)
       default: RaiseRuntime(number::kInternalError);
-      }
-#endif
-    } catch (const automation::Error& raised) {
-      Top().pc = pc;
-      const Instruction* next = nullptr;
-      // A compile error keeps its own type.
-      if (dynamic_cast<const CompileError*>(&raised) != nullptr) {
-        if (!Unwind(raised, entry, next)) throw;
-        pc = next;
-        LOAD_FRAME();
-        continue;
-      }
-      const automation::Error error = Worded(raised, *pc);
-      if (!Unwind(error, entry, next)) throw error;
-      pc = next;
-    } catch (const std::bad_alloc&) {
-      Top().pc = pc;
-      const Instruction* next = nullptr;
-      const automation::Error error(number::kOutOfMemory, kRuntimeErrorSource,
-                                    ErrorText(number::kOutOfMemory));
-      if (!Unwind(error, entry, next)) throw error;
-      pc = next;
-    } catch (const std::length_error&) {
-      Top().pc = pc;
-      const Instruction* next = nullptr;
-      const automation::Error error(number::kOutOfMemory, kRuntimeErrorSource,
-                                    ErrorText(number::kOutOfMemory));
-      if (!Unwind(error, entry, next)) throw error;
-      pc = next;
-    } catch (...) {
-      UnwindAll(entry);
-      throw;
     }
-    LOAD_FRAME();
+#endif
   }
+  catch (const automation::Error& raised) {
+    Top().pc = pc;
+    const Instruction* next = nullptr;
+    // A compile error keeps its own type.
+    if (dynamic_cast<const CompileError*>(&raised) != nullptr) {
+      if (!Unwind(raised, entry, next)) throw;
+      pc = next;
+      LOAD_FRAME();
+      continue;
+    }
+    const automation::Error error = Worded(raised, *pc);
+    if (!Unwind(error, entry, next)) throw error;
+    pc = next;
+  }
+  catch (const std::bad_alloc&) {
+    Top().pc = pc;
+    const Instruction* next = nullptr;
+    const automation::Error error(number::kOutOfMemory, kRuntimeErrorSource, ErrorText(number::kOutOfMemory));
+    if (!Unwind(error, entry, next)) throw error;
+    pc = next;
+  }
+  catch (const std::length_error&) {
+    Top().pc = pc;
+    const Instruction* next = nullptr;
+    const automation::Error error(number::kOutOfMemory, kRuntimeErrorSource, ErrorText(number::kOutOfMemory));
+    if (!Unwind(error, entry, next)) throw error;
+    pc = next;
+  }
+  catch (...) {
+    UnwindAll(entry);
+    throw;
+  }
+  LOAD_FRAME();
+}
 }
 
 }  // namespace hearthmake::vbscript

@@ -53,8 +53,8 @@ void Machine::PassArguments(Function& function, Variant* base, std::size_t count
     if (argument.Type() != VariantType::ByReference) continue;
     Variant* target = argument.AsReference();
     const FunctionParameter& parameter = function.parameters[i];
-    const bool isValueEnough = parameter.isByValue ||
-                               (parameter.isOnlyRead && (flags & kVariablePassedTwice) == 0 &&
+    const bool isValueEnough =
+        parameter.isByValue || (parameter.isOnlyRead && (flags & kVariablePassedTwice) == 0 &&
                                 target >= callerBase && target < base && callerBase != nullptr);
     if (!isValueEnough) continue;
     if (target->Type() == VariantType::Array && target->AsArray()->IsLocked()) {
@@ -103,7 +103,7 @@ void Machine::ReleaseFrame(Frame& frame) {
       const Variant old(std::move(*slot));
     }
   }
-  if (frame.code->hasMarks) {
+  if (frame.code->hasMarks || frame.code->hasDynamicNames) {
     for (Variant* slot = frame.base; slot < end; ++slot) slot->SetMark(0);
   }
   if (frame.ownsDynamicNames) {
@@ -155,7 +155,8 @@ Error Machine::Worded(const Error& error, const Instruction& instruction) const 
     case Op::CallIntrinsic: {
       const Binding& binding = *code.bindings[instruction.c];
       const bool isMismatch = error.Number() == number::kTypeMismatch;
-      if (binding.kind == Binding::Kind::Intrinsic && (isPlain || isMismatch)) about = binding.intrinsic->name;
+      if (binding.kind == Binding::Kind::Intrinsic && (isPlain || isMismatch))
+        about = binding.intrinsic->name;
       break;
     }
     case Op::GetElement:
@@ -277,10 +278,12 @@ Variant Machine::CallFunction(Function& function, ScriptObject* me, std::span<Va
 }
 
 void Machine::ReleaseObjects() {
-  // Each takes itself out of the list, and may take others with it.
+  // What is still alive refers to itself in a circle, or a host holds it. It ends as if its last reference
+  // had gone; each takes itself out of the list, and may take others with it.
   while (m_objects != nullptr) {
     const automation::Ref<ScriptObject> keep(m_objects);
-    keep->Detach();
+    keep->Terminate();
+    if (keep->m_machine != nullptr) keep->Detach();
   }
 }
 

@@ -36,9 +36,7 @@ void Dereference(Variant* arguments, std::size_t count) {
   }
 }
 
-Function* Getter(const ClassMember& member) {
-  return member.method != nullptr ? member.method : member.get;
-}
+Function* Getter(const ClassMember& member) { return member.method != nullptr ? member.method : member.get; }
 
 }  // namespace
 
@@ -96,7 +94,8 @@ std::int32_t Machine::MemberId(Object& object, MemberSite& site) {
   return *id;
 }
 
-Variant Machine::InvokeForeign(Object& object, std::int32_t id, InvokeKind kind, std::span<Variant> arguments) {
+Variant Machine::InvokeForeign(Object& object, std::int32_t id, InvokeKind kind,
+                               std::span<Variant> arguments) {
   const Ref<Object> keep(&object);
   return object.Invoke(id, kind, arguments);
 }
@@ -132,8 +131,7 @@ Function* Machine::CallMember(Variant* window, std::size_t count, MemberSite& si
     const ClassMember* member = FindClassMember(*own, site);
     if (Function* function = Getter(*member)) {
       // A property without parameters, of which an element is meant.
-      const bool isElement =
-          member->method == nullptr && function->parameters.empty() && count != 0;
+      const bool isElement = member->method == nullptr && function->parameters.empty() && count != 0;
       if (!isElement) return function;
       Variant value = m_depth == 0 ? Variant() : CallFunction(*function, own, {});
       *window = Variant();
@@ -183,8 +181,7 @@ Function* Machine::LetMember(Variant& from, Variant& value, MemberSite& site, bo
 Function* Machine::PutMember(Variant* window, std::size_t count, MemberSite& site, bool isSet) {
   Object& object = ObjectOf(window[0], site);
   const InvokeKind kind = isSet ? InvokeKind::Set : InvokeKind::Let;
-  if (isSet && !window[count].Target().IsObject())
-    RaiseRuntime(number::kObjectRequired, Describe(site.node));
+  if (isSet && !window[count].Target().IsObject()) RaiseRuntime(number::kObjectRequired, Describe(site.node));
   if (auto* own = dynamic_cast<ScriptObject*>(&object)) {
     const ClassMember* member = FindClassMember(*own, site);
     Function* function = isSet ? member->set : member->let;
@@ -330,7 +327,8 @@ Variant* Machine::FindVariable(Binding& binding, Operand local, bool mayMake) {
     if (binding.kind == Binding::Kind::Variable) return m_globals.Variables() + binding.slot;
     if (local != kNoOperand) return &frame.base[local].Target();
     if (!mayMake || binding.kind != Binding::Kind::None) return nullptr;
-    if (frame.code->hasDynamicNames && frame.dynamicNames != nullptr) return &(*frame.dynamicNames)[binding.symbol];
+    if (frame.code->hasDynamicNames && frame.dynamicNames != nullptr)
+      return &(*frame.dynamicNames)[binding.symbol];
   }
   if (binding.kind == Binding::Kind::Variable) return m_globals.Variables() + binding.slot;
   if (!mayMake || binding.kind != Binding::Kind::None) return nullptr;
@@ -353,8 +351,7 @@ void Machine::LoadName(Variant& to, Binding& known, Operand local) {
     case Binding::Kind::Constant:
     case Binding::Kind::Object: value = binding.value; break;
     case Binding::Kind::Function: value = CallFunction(*binding.function, nullptr, {}); break;
-    case Binding::Kind::Class:
-      RaiseRuntime(number::kTypeMismatch, m_globals.Names().Utf8(binding.symbol));
+    case Binding::Kind::Class: RaiseRuntime(number::kTypeMismatch, m_globals.Names().Utf8(binding.symbol));
     default: {
       // As a call without arguments; the window is the place itself.
       CallBinding(binding, &to, 0, true);
@@ -382,8 +379,8 @@ void Machine::StoreName(Variant& value, Binding& known, Operand local, bool isSe
     return;
   }
   if (variable == nullptr)
-    RaiseRuntime(binding.kind == Binding::Kind::None ? number::kVariableUndefined : number::kIllegalAssignment,
-                 name);
+    RaiseRuntime(
+        binding.kind == Binding::Kind::None ? number::kVariableUndefined : number::kIllegalAssignment, name);
   if (isSet) {
     SetVariable(*variable, value);
   } else {

@@ -12,12 +12,12 @@ namespace hearthmake::vbscript {
 struct NameUse {
   std::vector<const Declarator*> declared;  // by Dim
   std::vector<const Const*> constants;
-  std::unordered_set<Symbol> assigned;    // targets of assignments and loops, and their elements
-  std::unordered_set<Symbol> redimmed;    // which declares them
-  std::unordered_set<Symbol> passed;      // to something that might change them
-  std::vector<Symbol> used;               // every name, once
+  std::unordered_set<Symbol> assigned;  // targets of assignments and loops, and their elements
+  std::unordered_set<Symbol> redimmed;  // which declares them
+  std::unordered_set<Symbol> passed;    // to something that might change them
+  std::vector<Symbol> used;             // every name, once
   std::unordered_set<Symbol> usedSet;
-  bool runsText = false;       // calls Execute or Eval
+  bool runsText = false;        // calls Execute or Eval
   std::size_t hiddenSlots = 0;  // that nested loops and the like need at the same time
 
   // execute and eval are the symbols of those names.

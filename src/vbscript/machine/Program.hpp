@@ -52,12 +52,12 @@ struct Binding {
   bool isArray = false;    // a variable that was declared with parentheses
   MachineFunction machine = MachineFunction::Eval;
   Symbol symbol = Symbol::None;
-  std::uint32_t slot = 0;  // of a variable
+  std::uint32_t slot = 0;   // of a variable
   std::int32_t member = 0;  // of a GlobalMember
   Function* function = nullptr;
   ScriptClass* scriptClass = nullptr;
   const Intrinsic* intrinsic = nullptr;
-  automation::Variant value;         // Constant, Object, and the object of a GlobalMember
+  automation::Variant value;          // Constant, Object, and the object of a GlobalMember
   std::vector<Function*> dependents;  // procedures that took the name for their own
 };
 
@@ -81,8 +81,7 @@ struct ClassMember {
 // A class of a script. Its interface gives objects their type name and is what member sites know it by.
 class ScriptClass : public std::enable_shared_from_this<ScriptClass> {
  public:
-  ScriptClass(Symbol symbol, const std::string& name)
-      : m_symbol(symbol), m_interface(name, name, "", "") {}
+  ScriptClass(Symbol symbol, const std::string& name) : m_symbol(symbol), m_interface(name, name, "", "") {}
 
   Symbol Name() const { return m_symbol; }
   const automation::Interface& Declaration() const { return m_interface; }

@@ -41,15 +41,27 @@ void ScriptObject::Detach() {
       std::exchange(m_fields, std::make_unique<Variant[]>(m_class->fieldCount));
 }
 
+void ScriptObject::Terminate() noexcept {
+  if (std::exchange(m_isTerminated, true) || m_machine == nullptr || m_class->terminate == nullptr) return;
+  // It may run while an error is on its way out, whose place must not be lost.
+  Machine& machine = *m_machine;
+  const ErrorPlace place = machine.m_place;
+  const bool isPlaced = machine.m_isPlaced;
+  const std::int32_t placedNumber = machine.m_placedNumber;
+  try {
+    machine.CallFunction(*m_class->terminate, this, {});
+  } catch (...) {
+    // Nobody is there to hear of it; a script out of time stops at its next look.
+  }
+  machine.m_place = place;
+  machine.m_isPlaced = isPlaced;
+  machine.m_placedNumber = placedNumber;
+}
+
 void ScriptObject::LastReferenceGone() noexcept {
   if (!m_isTerminated && m_machine != nullptr && m_class->terminate != nullptr) {
-    m_isTerminated = true;
     AddRef();
-    try {
-      m_machine->CallFunction(*m_class->terminate, this, {});
-    } catch (...) {
-      // Nobody is there to hear of it; a script out of time stops at its next look.
-    }
+    Terminate();
     DropReference();
     if (IsReferenced()) {
       LiveOn();

@@ -27,6 +27,8 @@ class ScriptObject final : public automation::Object {
   // As Invoke, for a member that is known.
   automation::Variant InvokeMember(const ClassMember& member, automation::InvokeKind kind,
                                    std::span<automation::Variant> arguments);
+  // Runs Class_Terminate if it has not run yet.
+  void Terminate() noexcept;
   // Takes it out of its machine; the values go.
   void Detach();
 

@@ -35,6 +35,7 @@ Variant CopyOf(const Variant& value) {
 }
 
 void LetVariable(Variant& variable, Variant& value, bool isTemporary) {
+  if (variable.Mark() == kFixedArray) RaiseRuntime(number::kTypeMismatch);
   const Variant& source = value.Target();
   if (source.IsObject()) {
     Variant result = CopyOf(ValueOf(source));
@@ -50,6 +51,7 @@ void LetVariable(Variant& variable, Variant& value, bool isTemporary) {
 void SetVariable(Variant& variable, const Variant& value) {
   const Variant& source = value.Target();
   if (!source.IsObject()) RaiseRuntime(number::kObjectRequired);
+  if (variable.Mark() == kFixedArray) RaiseRuntime(number::kTypeMismatch);
   Replace(variable, Variant(source));
 }
 
@@ -135,7 +137,8 @@ void AppendText(Variant& variable, const Variant& text) {
       if (buffer->Append(added)) return;
       const std::size_t length = buffer->View().size() + added.size();
       if (length > kLongestText) RaiseRuntime(number::kOutOfMemory);
-      StringBuffer* grown = StringBuffer::New(buffer->View(), std::min(length + length / 2 + 16, kLongestText));
+      StringBuffer* grown =
+          StringBuffer::New(buffer->View(), std::min(length + length / 2 + 16, kLongestText));
       Variant result = Variant::FromStringBuffer(grown);
       grown->Append(added);
       Replace(variable, std::move(result));
