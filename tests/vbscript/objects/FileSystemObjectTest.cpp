@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "support/ScriptPortsBench.hpp"
+#include "support/SystemObjectTest.hpp"
 #include "vbscript/objects/StandardObjects.hpp"
 
 namespace hearthmake::vbscript {
@@ -12,7 +12,7 @@ using automation::Object;
 using automation::Ref;
 using automation::Variant;
 
-class FileSystemObjectTest : public ScriptPortsBench {
+class FileSystemObjectTest : public SystemObjectTest {
  protected:
   void Make(const std::string& name, const std::string& content = "x") {
     root.MakeFile("c/" + name, content);

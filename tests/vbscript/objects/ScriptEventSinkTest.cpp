@@ -3,14 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "automation/Declare.hpp"
-#include "support/ScriptPortsBench.hpp"
+#include "support/SystemObjectTest.hpp"
 
 namespace hearthmake::vbscript {
 namespace {
 
 using automation::Variant;
 
-class ScriptEventSinkTest : public ScriptPortsBench {
+class ScriptEventSinkTest : public SystemObjectTest {
  protected:
   Engine engine{host};
 };

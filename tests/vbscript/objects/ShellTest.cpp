@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "support/ScriptPortsBench.hpp"
+#include "support/SystemObjectTest.hpp"
 #include "vbscript/objects/StandardObjects.hpp"
 
 namespace hearthmake::vbscript {
@@ -14,7 +14,7 @@ using automation::Variant;
 
 constexpr std::int32_t kNoFile = static_cast<std::int32_t>(0x80070002);
 
-class ShellTest : public ScriptPortsBench {
+class ShellTest : public SystemObjectTest {
  protected:
   Ref<Object> Environment() { return ToObject(shell->Get("Environment", {Text("Process")})); }
 

@@ -1,6 +1,6 @@
 #include "vbscript/objects/TextStream.hpp"
 
-#include "support/ScriptPortsBench.hpp"
+#include "support/SystemObjectTest.hpp"
 #include "vbscript/objects/StandardObjects.hpp"
 
 namespace hearthmake::vbscript {
@@ -10,7 +10,7 @@ using namespace std::string_literals;
 using automation::Object;
 using automation::Ref;
 
-class TextStreamTest : public ScriptPortsBench {
+class TextStreamTest : public SystemObjectTest {
  protected:
   Ref<Object> Open(const std::string& name, std::int32_t mode = 1, bool create = false,
                    std::int32_t format = 0) {

@@ -19,7 +19,7 @@
 namespace hearthmake::vbscript {
 
 // The objects of scripts over the real adapters: C: is a folder of its own, Z: the machine.
-class ScriptPortsBench : public ::testing::Test {
+class SystemObjectTest : public ::testing::Test {
  protected:
   static automation::Variant Text(const std::string& text) { return automation::Variant::FromText(text); }
   static automation::Variant Number(std::int32_t number) { return automation::Variant::FromLong(number); }
