@@ -49,7 +49,10 @@ bool clFile::Exists() const { return Ports().files->FileExists(m_pathName); }
 
 std::string clFile::Name() const { return std::string(FileNamePart(m_pathName)); }
 
-void clFile::SetFile(std::string_view strFile) { m_pathName = strFile; }
+void clFile::SetFile(std::string_view strFile) {
+  m_pathName = strFile;
+  m_read.reset();
+}
 
 void clFile::OpenFile() {
   if (m_isOpen) return;
@@ -59,6 +62,7 @@ void clFile::OpenFile() {
     m_content.clear();
     automation::Raise(automation::RuntimeError::OutOfMemory, "clFile.OpenFile", m_pathName);
   }
+  m_read = m_content;
   m_isOpen = true;
 }
 
@@ -170,15 +174,19 @@ void clFile::Save() {
   platform::FileSystem& files = *Ports().files;
   try {
     files.SetAttributes(m_pathName, platform::kNormal);
+    // Most files are saved as they were read, and the file is not asked again.
+    if (m_read && *m_read == m_content) return;
   } catch (const automation::Error&) {
     // A file that is missing is made now; one that stays read-only is refused by the writing.
   }
   files.Replace(m_pathName, m_content);
+  m_read.reset();
 }
 
 void clFile::SaveAs(std::string_view strNewPathName, bool bOverWrite) {
   CloseFile();
   m_pathName = strNewPathName;
+  m_read.reset();
   if (!bOverWrite && Exists())
     automation::Raise(automation::kInvalidValue, "clFile.SaveAs", "File alredy exits");
   Ports().files->Replace(m_pathName, m_content);
@@ -331,6 +339,7 @@ void clFile::EndLastRow(std::string_view text) {
 void clFile::DropContent() {
   m_isOpen = false;
   std::string().swap(m_content);
+  m_read.reset();
 }
 
 }  // namespace hearthmake

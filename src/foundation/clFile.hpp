@@ -51,7 +51,7 @@ class clFile {
   std::string GetRow(std::string_view str1, std::int32_t& lngStartPos) const;
 
   // Writes the content to the file, a read-only one too; the old file stays whole until the new one is.
-  // A file that has this content already is not written.
+  // A file that has this content already, or was read with it, is not written.
   void Save();
   // Writes under another name, which the object has from then on, also when it is refused: error 45,
   // source "clFile.SaveAs", "File alredy exits", without bOverWrite.
@@ -104,6 +104,8 @@ class clFile {
 
   std::string m_pathName;
   std::string m_content;  // Windows-1252 bytes
+  // What the file held when it was read, as long as the content may still be that.
+  std::optional<std::string> m_read;
   bool m_isOpen = false;
 };
 

@@ -14,6 +14,18 @@ TEST(Utf, TellsTheLengthOfASequence) {
   EXPECT_EQ(Utf8SequenceLength("😀"), 4U);
 }
 
+TEST(Utf, TellsAsciiWhereverTheOtherByteIs) {
+  for (std::size_t length = 0; length < 20; ++length) {
+    const std::string text(length, '\x7F');
+    EXPECT_TRUE(IsAscii(text)) << length;
+    for (std::size_t i = 0; i < length; ++i) {
+      std::string other = text;
+      other[i] = '\x80';
+      EXPECT_FALSE(IsAscii(other)) << length << ' ' << i;
+    }
+  }
+}
+
 TEST(Utf, WhatIsNoSequenceIsAByte) {
   EXPECT_EQ(Utf8SequenceLength("\x80"), 1U);
   EXPECT_EQ(Utf8SequenceLength("\xC3"), 1U);

@@ -387,6 +387,30 @@ TEST(clFile, AFileReadAndSavedUnchangedIsByteIdentical) {
   EXPECT_EQ(bench.Read("C:\\src\\a.txt"), bytes);
 }
 
+TEST(clFile, AFileSavedAsReadIsMadeAgainWhenItHasGone) {
+  const Workbench bench;
+  bench.Write("C:\\src\\a.txt", "x");
+  clFile file = Opened("C:\\src\\a.txt");
+  file.DeleteFile();
+  file.Save();
+  EXPECT_EQ(Opened("C:\\src\\a.txt").Content(), "x");
+}
+
+TEST(clFile, WhatWasReadCountsForItsOwnFileOnly) {
+  const Workbench bench;
+  bench.Write("C:\\src\\a.txt", "x");
+  bench.Write("C:\\src\\b.txt", "other");
+  clFile file = Opened("C:\\src\\a.txt");
+  file.SetFile("C:\\src\\b.txt");
+  file.Save();
+  EXPECT_EQ(Opened("C:\\src\\b.txt").Content(), "x");
+  file.SetContent("y");
+  file.Save();
+  file.SetContent("x");
+  file.Save();
+  EXPECT_EQ(Opened("C:\\src\\b.txt").Content(), "x");
+}
+
 TEST(clFile, SaveIntoAMissingFolderIsAnErrorAndKeepsTheContent) {
   const Workbench bench;
   clFile file = At("C:\\gone\\a.txt");
@@ -525,6 +549,35 @@ TEST(clFile, RowsThatReplacingWouldChangeAreNeverTakenForPresent) {
     complete += missing->empty() ? 1 : 0;
   }
   EXPECT_GT(complete, 100);
+}
+
+// The one walk must do what taking the rows out and putting others in one by one does.
+TEST(clFile, PutsRowsBehindTheFirstAsByOne) {
+  const std::vector<std::string> pieces = {"Type=", "Ref=", "Obj=", "\r\n", "a", "\r\n", "xObj=y", "\xE9"};
+  const std::vector<std::string> rows = {"Ref=\xC3\xA9", "Obj=2"};
+  const std::vector<std::string_view> keys = {"Ref=", "Obj="};
+  std::mt19937 random(3);
+  int done = 0;
+  for (int round = 0; round < 20000; ++round) {
+    std::string content = "Type=x";
+    for (auto count = random() % 12; count > 0; --count) content += pieces[random() % pieces.size()];
+    clFile quick = Holding(automation::Windows1252ToUtf8(content));
+    if (!quick.PutRowsBehindFirst(rows, keys)) {
+      EXPECT_EQ(quick.Content(), automation::Windows1252ToUtf8(content));
+      continue;
+    }
+    clFile slow = Holding(automation::Windows1252ToUtf8(content));
+    for (const std::string_view key : keys) {
+      while (slow.InFile(key) != 0) {
+        std::int32_t position = 1;
+        slow.RemoveRow(key, position);
+      }
+    }
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) slow.InsertNewRow(*row, "Type=", false);
+    EXPECT_EQ(quick.Content(), slow.Content()) << content;
+    ++done;
+  }
+  EXPECT_GT(done, 1000);
 }
 
 TEST(clFile, EndsTheLastRowWhenItHoldsAText) {

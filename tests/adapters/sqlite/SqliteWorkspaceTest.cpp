@@ -342,6 +342,97 @@ TEST_F(SqliteWorkspaceTest, ReadsViewsButDoesNotEditThem) {
   EXPECT_EQ(ErrorOf([&] { rows->Edit(); }), 3027);
 }
 
+TEST_F(SqliteWorkspaceTest, WritesAnAssignedValueThatTheRowHadWhenItWasReadAndHasNoMore) {
+  RawSql(m_path, "INSERT INTO Build(Name) VALUES ('a')");
+  const auto database = m_workspace.OpenDatabase(m_path);
+  const auto assign = [](platform::Recordset& rows) {
+    rows.Edit();
+    rows.SetText("Name", "a");
+    rows.Update();
+  };
+  const auto isRestored = [&] { return Count(*database, "Build WHERE Name = 'a'") == 1; };
+  const auto open = [&] { return database->OpenRecordset("SELECT * FROM Build", RecordsetType::Dynaset); };
+
+  const auto outside = open();  // others may write as soon as it is read
+  RawSql(m_path, "UPDATE Build SET Name = 'b'");
+  m_workspace.BeginTrans();
+  assign(*outside);
+  EXPECT_TRUE(isRestored()) << "changed by another process";
+
+  const auto before = open();
+  database->Execute("UPDATE Build SET Name = 'b'");
+  assign(*before);
+  EXPECT_TRUE(isRestored()) << "changed by another statement";
+
+  database->Execute("UPDATE Build SET Name = 'b'");
+  m_workspace.BeginTrans();
+  database->Execute("UPDATE Build SET Name = 'a'");
+  const auto inner = open();
+  m_workspace.Rollback();
+  assign(*inner);
+  EXPECT_TRUE(isRestored()) << "changed by a rollback";
+  m_workspace.CommitTrans();
+}
+
+TEST_F(SqliteWorkspaceTest, WritesNothingWhenARowIsAssignedWhatItHas) {
+  RawSql(m_path, "INSERT INTO Build(Name) VALUES ('a'); PRAGMA wal_checkpoint(TRUNCATE)");
+  const auto database = m_workspace.OpenDatabase(m_path);
+  m_workspace.BeginTrans();
+  const auto rows = database->OpenRecordset("SELECT * FROM Build", RecordsetType::Dynaset);
+  rows->Edit();
+  rows->SetText("Name", "a");
+  rows->Update();
+  EXPECT_EQ(rows->GetText("Name"), "a");
+  m_workspace.CommitTrans();
+  EXPECT_EQ(std::filesystem::file_size(m_path + "-wal"), 0U);
+}
+
+TEST_F(SqliteWorkspaceTest, AViewShowsOneStateUntilItEnds) {
+  const auto database = m_workspace.OpenDatabase(m_path);
+  auto view = database->HoldView();
+  EXPECT_EQ(Count(*database), 0);
+  RawSql(m_path, "INSERT INTO Build(Name) VALUES ('a')");
+  EXPECT_EQ(Count(*database), 0);
+  view.reset();
+  EXPECT_EQ(Count(*database), 1);
+}
+
+TEST_F(SqliteWorkspaceTest, AWriteEndsAView) {
+  const auto database = m_workspace.OpenDatabase(m_path);
+  const auto view = database->HoldView();
+  EXPECT_EQ(Count(*database), 0);
+  RawSql(m_path, "INSERT INTO Build(Name) VALUES ('a')");
+  AddBuild(*database, "b");
+  EXPECT_EQ(CountAnew(), 2) << "and it is stored at once";
+  const auto second = database->HoldView();
+  m_workspace.BeginTrans();
+  AddBuild(*database, "c");
+  m_workspace.Rollback();
+  EXPECT_EQ(Count(*database), 2);
+}
+
+TEST_F(SqliteWorkspaceTest, AViewOutlivesItsDatabaseWithoutHarm) {
+  auto database = m_workspace.OpenDatabase(m_path);
+  const auto view = database->HoldView();
+  EXPECT_EQ(Count(*database), 0);
+  database->Close();
+  EXPECT_EQ(ErrorOf([&] { database->HoldView(); }), 3420);
+  database = m_workspace.OpenDatabase(m_path);
+  AddBuild(*database, "a");
+  EXPECT_EQ(CountAnew(), 1);
+}
+
+TEST_F(SqliteWorkspaceTest, ReadsFilesThatHoldUtf16) {
+  const std::string path = m_folder / "wide.mdb";
+  WriteBytes(path, "");
+  RawSql(path,
+         "PRAGMA encoding='UTF-16'; CREATE TABLE Build(Id INTEGER PRIMARY KEY, Name TEXT);"
+         "INSERT INTO Build(Name) VALUES ('Gr\xC3\xBCn')");
+  const auto rows =
+      m_workspace.OpenDatabase(path)->OpenRecordset("SELECT * FROM Build", RecordsetType::Dynaset);
+  EXPECT_EQ(rows->GetText("Name"), "Gr\xC3\xBCn");
+}
+
 TEST_F(SqliteWorkspaceTest, GivesKeysOfTablesWithoutACounter) {
   RawSql(m_path,
          "CREATE TABLE Plain (Id INTEGER PRIMARY KEY, Name TEXT UNIQUE); INSERT INTO Plain VALUES (7, 'a')");
