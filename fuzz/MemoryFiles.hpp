@@ -88,6 +88,10 @@ class MemoryFiles final : public platform::FileSystem {
    public:
     explicit Growing(std::string& bytes) : m_bytes(bytes) {}
     void Write(std::string_view bytes) override { m_bytes += bytes; }
+    std::size_t WriteSome(std::string_view bytes, std::chrono::milliseconds) override {
+      m_bytes += bytes;
+      return bytes.size();
+    }
 
    private:
     std::string& m_bytes;

@@ -36,21 +36,36 @@ class ScriptConsole::Standard final : public platform::OutputStream {
     m_bytes += bytes;
     if (!m_isHeldBack || m_bytes.size() >= kFlushAt) Flush();
   }
+  std::size_t WriteSome(std::string_view bytes, std::chrono::milliseconds timeout) override {
+    if (m_isHeldBack) {
+      Write(bytes);
+      return bytes.size();
+    }
+    return Unheard(bytes.size(), [&] { return m_stream.WriteSome(bytes, timeout); });
+  }
 
   void Flush() {
-    if (m_bytes.empty()) return;
     std::string bytes;
     bytes.swap(m_bytes);
-    try {
+    Unheard(bytes.size(), [&] {
       m_stream.Write(bytes);
-    } catch (const automation::Error&) {
-      // Nobody reads it.
-    }
+      return bytes.size();
+    });
     bytes.clear();
     m_bytes.swap(bytes);
   }
 
  private:
+  // What nobody reads counts as written.
+  template <class Writing>
+  static std::size_t Unheard(std::size_t size, Writing writing) {
+    try {
+      return writing();
+    } catch (const automation::Error&) {
+      return size;
+    }
+  }
+
   posix::DescriptorOutput m_stream;
   bool m_isHeldBack;
   std::string m_bytes;

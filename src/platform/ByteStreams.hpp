@@ -32,6 +32,9 @@ class OutputStream {
   // All of them, or automation::Error with Visual Basic's number (61 disk full, 70 when the other end of a
   // pipe is gone, 57 otherwise).
   virtual void Write(std::string_view bytes) = 0;
+  // The same for who can't wait: writes what is taken in time and returns how many bytes that were. 0 also
+  // when a signal came in.
+  virtual std::size_t WriteSome(std::string_view bytes, std::chrono::milliseconds timeout) = 0;
 };
 
 }  // namespace hearthmake::platform

@@ -23,14 +23,17 @@ class DescriptorInput final : public platform::InputStream {
 class DescriptorOutput final : public platform::OutputStream {
  public:
   // The DOS path, or what else the stream is called in errors.
-  DescriptorOutput(FileDescriptor file, std::string name)
-      : m_file(std::move(file)), m_name(std::move(name)) {}
+  DescriptorOutput(FileDescriptor file, std::string name);
 
   void Write(std::string_view bytes) override;
+  std::size_t WriteSome(std::string_view bytes, std::chrono::milliseconds timeout) override;
 
  private:
+  [[noreturn]] void Fail(int error) const;
+
   FileDescriptor m_file;
   std::string m_name;
+  bool m_isRegular;  // takes everything at once
 };
 
 }  // namespace hearthmake::posix

@@ -4,6 +4,7 @@
 
 #include "automation/Error.hpp"
 #include "vbscript/Errors.hpp"
+#include "vbscript/objects/Waiting.hpp"
 
 namespace hearthmake::vbscript {
 
@@ -33,6 +34,8 @@ TextWriter::~TextWriter() {
     Flush();
   } catch (const automation::Error&) {
     // See the declaration.
+  } catch (const Interrupted&) {
+    // Nor may it wait longer than the script.
   }
 }
 
@@ -51,11 +54,14 @@ void TextWriter::WriteMark() {
 }
 
 void TextWriter::Flush() {
-  if (m_bytes.empty()) return;
   // Taken out first: bytes that can't be written are not tried again and again.
   std::string bytes;
   bytes.swap(m_bytes);
-  m_stream->Write(bytes);
+  for (std::string_view rest = bytes; !rest.empty();) {
+    const std::size_t written = m_stream->WriteSome(rest, kWaitSlice);
+    rest.remove_prefix(written);
+    if (written == 0) LookAtTime(m_budget);
+  }
   bytes.clear();
   m_bytes.swap(bytes);
 }

@@ -30,6 +30,7 @@ class TextWriter {
   void Write(std::u16string_view text);
   void EndLine();
   void WriteMark();
+  // Throws Interrupted when the other end takes nothing until the script's time is over.
   void Flush();
 
   // From 1: where the next character goes, counted from where writing began.

@@ -59,6 +59,22 @@ TEST_F(ShellTest, ExecEndsAChildAndAReadEndsWithTheTime) {
   EXPECT_EQ(ToText(child->Get("Status")), "1");
 }
 
+TEST_F(ShellTest, AWriteThatNobodyTakesEndsWithTheTime) {
+  const auto child = ToObject(shell->Call("Exec", {Text("/bin/sleep 60")}));
+  context.budget.StartTimeout(100);
+  const auto input = ToObject(child->Get("StdIn"));
+  EXPECT_THROW(input->Call("Write", {Text(std::string(200'000, 'x'))}), Interrupted);
+  child->Call("Terminate");
+}
+
+TEST_F(ShellTest, WritesMuchToAChildThatReads) {
+  const auto child = ToObject(shell->Call("Exec", {Text("/bin/sh -c \"wc -c\"")}));
+  const auto input = ToObject(child->Get("StdIn"));
+  input->Call("Write", {Text(std::string(1'000'000, 'x'))});
+  input->Call("Close");
+  EXPECT_EQ(ToText(ToObject(child->Get("StdOut"))->Call("ReadLine")), "1000000");
+}
+
 TEST_F(ShellTest, KeepsTheProcessEnvironment) {
   const auto environment = Environment();
   environment->Let("Item", {Text("VBS_TEST"), Text("one")});
