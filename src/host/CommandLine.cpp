@@ -40,6 +40,7 @@ class Words {
     AddBuildWords();
     AddProjectWords();
     AddRunWords();
+    AddOutputWords();
     AddScriptWord();
     AddSettingWords();
   }
@@ -62,6 +63,9 @@ class Words {
 
   static void AddBuild(CLI::App* word, std::string& build) {
     word->add_option("BUILD", build, "id or name of the build")->required();
+  }
+  static void AddProjects(CLI::App* word, std::vector<std::string>& projects) {
+    word->add_option("PROJECT", projects, "names or ids of projects; without any, all");
   }
   static void AddJson(CLI::App* word, bool& json, const char* description = "print JSON") {
     word->add_flag("--json", json, description);
@@ -182,6 +186,51 @@ class Words {
         "first address (&H..., 0x... or decimal), kept for the next time; without it the one kept");
   }
 
+  void AddOutputWords() {
+    CLI::App* word = Add(
+        "group", "Write a project group file (.vbg) that opens every project of a build that is compiled.",
+        "hearthmake group Shop ~/src/shop/Shop.vbg --startup Till --fix", m_group, &GroupCommand);
+    AddBuild(word, m_group.build);
+    word->add_option("FILE", m_group.file, "the group file; one that is there is replaced")->required();
+    word->add_option("--startup", m_group.startUp, "the project that starts when the group is run")
+        ->type_name("PROJECT");
+    word->add_flag(
+        "--fix", m_group.fix,
+        "let the projects' files refer to each other by project file, so that the group runs from\n"
+        "sources; the next build puts type libraries in their place");
+
+    word = Add("regfiles",
+               "Write two batch files that register and unregister the ActiveX components of a build on\n"
+               "another machine, and print their names. They go to the data folder and hold full paths.",
+               "hearthmake regfiles Shop --relative ~/src/shop/bin", m_regfiles, &RegfilesCommand);
+    AddBuild(word, m_regfiles.build);
+    word->add_option("--relative", m_regfiles.relative,
+                     "write them to this folder, with paths that start there")
+        ->type_name("DIR");
+
+    word =
+        Add("register",
+            "Register the ActiveX components of a build: in the registry of the data folder, or by running\n"
+            "them under Wine (which is not waited for). Exit status 1 when one could not be registered.",
+            "hearthmake register Shop Prices", m_register, &RegisterCommand);
+    AddBuild(word, m_register.build);
+    AddProjects(word, m_register.projects);
+
+    word = Add("unregister",
+               "Take the ActiveX components of a build out of the registry. Their binaries must still be\n"
+               "there: they tell what to take out. Exit status 1 when one could not be.",
+               "hearthmake unregister Shop", m_unregister, &UnregisterCommand);
+    AddBuild(word, m_unregister.build);
+    AddProjects(word, m_unregister.projects);
+
+    word = Add("distribute",
+               "Copy the binaries of a build to where their projects' CopyPath says, with the type library\n"
+               "where RemoteServerFiles is on. Exit status 1 when one could not be copied.",
+               "hearthmake distribute Shop Prices", m_distribute, &DistributeCommand);
+    AddBuild(word, m_distribute.build);
+    AddProjects(word, m_distribute.projects);
+  }
+
   void AddScriptWord() {
     CLI::App* word =
         Add("script",
@@ -221,6 +270,11 @@ class Words {
   OrderArguments m_order;
   BuildArguments m_build;
   BasesArguments m_bases;
+  GroupArguments m_group;
+  RegfilesArguments m_regfiles;
+  RegisterArguments m_register;
+  RegisterArguments m_unregister;
+  DistributeArguments m_distribute;
   ScriptsArguments m_scripts;
   ScriptArguments m_script;
   SetArguments m_set;

@@ -55,7 +55,23 @@ void CollectRows(std::string_view content, std::string_view key, std::vector<Tex
   }
 }
 
-// The first reference row that holds one of the names, in the order of the names; a part of the content,
+// Whether a row names a file: as a whole name, in any case, with or without a folder in front of it.
+bool NamesFile(std::string_view row, const std::string& name) {
+  if (name.empty()) return false;
+  const std::string text = automation::Lower(row);
+  const std::string wanted = automation::Lower(name);
+  for (std::size_t hit = text.find(wanted); hit != std::string::npos; hit = text.find(wanted, hit + 1)) {
+    const std::string_view before = std::string_view(text).substr(0, hit);
+    const std::string_view behind = std::string_view(text).substr(hit + wanted.size());
+    const bool begins = before.ends_with('\\') || before.ends_with('#') || before.ends_with(';') ||
+                        before.ends_with("; ") || before.ends_with("=*\\a");
+    // A resource number or the description may follow.
+    if (begins && (behind.empty() || behind.front() == '#' || behind.front() == '\\')) return true;
+  }
+  return false;
+}
+
+// The first reference row that names one of the files, in the order of the names; a part of the content,
 // empty when there is none.
 std::string_view FindReferenceRow(const std::string& content, const std::array<std::string, 3>& names) {
   std::vector<std::string_view> rows;
@@ -64,7 +80,7 @@ std::string_view FindReferenceRow(const std::string& content, const std::array<s
             [](std::string_view a, std::string_view b) { return a.data() < b.data(); });
   for (const std::string& name : names) {
     for (const std::string_view row : rows) {
-      if (row.find(name) != std::string_view::npos) return row;
+      if (NamesFile(row, name)) return row;
     }
   }
   return {};

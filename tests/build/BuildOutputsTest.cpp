@@ -115,6 +115,28 @@ TEST(GenerateRegisterBATfile, WritesPathsRelativeToAFolderWithOrWithoutFinalBack
             "REGSVR32.EXE /S \"bin\\Lib.dll\"\r\necho Ready!\r\npause\r\n");
 }
 
+TEST(GenerateRegisterBATfile, WritesRelativePathsForEveryTypeOfProject) {
+  const OutputScene scene;
+  scene.AddTo("C:\\src\\my bin\\", "Lib", "OleDll");
+  scene.AddTo("C:\\src\\sub\\", "Ctl", "Control");
+  scene.AddTo("C:\\other\\", "Srv", "OleExe");
+  scene.AddTo("C:\\src\\sub\\", "Main", "Exe");
+  scene.Generate(true, "C:\\src\\");
+  const std::string place = "echo This file must be in executed from the following path C:\\src\\\r\n";
+  EXPECT_EQ(scene.Read("C:\\src\\Suite_REGISTER.BAT"),
+            "@echo off\r\necho This file was created by Hearthmake\r\n"
+            "echo It will register all ActiveX components for the build Suite\r\n" +
+                place +
+                "REGSVR32.EXE /S \"my bin\\Lib.dll\"\r\nREGSVR32.EXE /S \"sub\\Ctl.ocx\"\r\n"
+                "\"..\\other\\Srv.exe\" /RegServer\r\necho Ready!\r\npause\r\n");
+  EXPECT_EQ(scene.Read("C:\\src\\Suite_UNREGISTER.BAT"),
+            "@echo off\r\necho This file was created by Hearthmake\r\n"
+            "echo It will unregister all ActiveX components for the build Suite\r\n" +
+                place +
+                "REGSVR32.EXE /S /U \"my bin\\Lib.dll\"\r\nREGSVR32.EXE /S /U \"sub\\Ctl.ocx\"\r\n"
+                "\"..\\other\\Srv.exe\" /UnregServer\r\necho Ready!\r\npause\r\n");
+}
+
 TEST(GenerateRegisterBATfile, OfStandardProgramsHasTheHeaderAndTheEndOnly) {
   const OutputScene scene;
   scene.AddTo("C:\\src\\", "Main", "Exe");
@@ -122,6 +144,9 @@ TEST(GenerateRegisterBATfile, OfStandardProgramsHasTheHeaderAndTheEndOnly) {
   EXPECT_EQ(scene.Read("C:\\data\\Suite_REGISTER.BAT"),
             "@echo off\r\necho This file was created by Hearthmake\r\n"
             "echo It will register all ActiveX components for the build Suite\r\necho Ready!\r\npause\r\n");
+  EXPECT_EQ(scene.Read("C:\\data\\Suite_UNREGISTER.BAT"),
+            "@echo off\r\necho This file was created by Hearthmake\r\n"
+            "echo It will unregister all ActiveX components for the build Suite\r\necho Ready!\r\npause\r\n");
 }
 
 TEST(GenerateRegisterBATfile, AFolderThatIsMissingReachesTheCaller) {

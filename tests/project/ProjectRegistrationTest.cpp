@@ -1,6 +1,9 @@
 // Project: registration, distribution, check-in, opening for editing.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
 
 #include "support/ErrorExpect.hpp"
 #include "support/ProjectBench.hpp"
@@ -166,6 +169,93 @@ TEST(ProjectDistribute, AFailureDoesNotEndTheRun) {
   EXPECT_EQ(bench.sink.notices.size(), 1U);
 }
 
+// Takes the binary away when it has been compiled.
+class Thief final : public BuildEvents {
+ public:
+  explicit Thief(ProjectBench& bench) : m_bench(bench) { m_bench.build->AddSink(*this); }
+  ~Thief() override { m_bench.build->RemoveSink(*this); }
+  void ProjectCompiled(Project& objProject) override { m_bench.files->Remove(objProject.FullPath32()); }
+
+ private:
+  ProjectBench& m_bench;
+};
+
+TEST(ProjectDistribute, ABinaryThatVanishesAfterItsCompileIsReportedAndTheRunGoesOn) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  Project& last = bench.AddDll("C:\\src\\Last.vbp", "Last");
+  for (const char* name : {"Lib", "Last"}) {
+    bench.MakeBinary(std::string("C:\\src\\") + name + ".dll", 1);
+  }
+  bench.files->CreateFolders("C:\\out");
+  library.SetCopyPath("C:\\out");
+  bench.SetCompiler(kSucceed);
+  const Thief thief(bench);
+  EXPECT_TRUE(bench.build->Projects().Build(false));
+  EXPECT_EQ(bench.sink.notices,
+            Texts{"Failed to copy C:\\src\\Lib.dll to the following path: \r\nC:\\out\r\nError message: "
+                  "File not found: C:\\src\\Lib.dll"});
+  EXPECT_TRUE(last.CompiledOK());
+  EXPECT_FALSE(bench.files->FileExists("C:\\out\\Lib.dll"));
+}
+
+TEST(ProjectDistribute, ATargetThatIsInUseKeepsItsOldBytesForItsUser) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.WriteBytes("C:\\src\\Lib.dll", "new");
+  bench.WriteBytes("C:\\out\\Lib.dll", "old");
+  library.SetCopyPath("C:\\out");
+  const auto user = bench.files->Open("C:\\out\\Lib.dll");
+  EXPECT_TRUE(library.DistributeBinaryFile());
+  EXPECT_EQ(bench.Read("C:\\out\\Lib.dll"), "new");
+  std::string bytes(3, '\0');
+  EXPECT_EQ(user->Read(0, bytes.data(), bytes.size()), 3U);
+  EXPECT_EQ(bytes, "old");
+}
+
+TEST(ProjectDistribute, AProgramThatRunsIsReplaced) {
+  ProjectBench bench;
+  Project& program = bench.Add("C:\\src\\App.vbp", ProjectBench::ProjectText("Exe", "App"));
+  std::filesystem::copy("/bin/sleep", bench.Posix("C:\\src") + "/App.exe");
+  bench.files->CreateFolders("C:\\out");
+  program.SetCopyPath("C:\\out");
+  ASSERT_TRUE(program.DistributeBinaryFile());
+  const auto running = bench.launcher->Start("C:\\out\\App.exe 60");
+  ASSERT_TRUE(running);
+  bench.WriteBytes("C:\\src\\App.exe", "new");
+  EXPECT_TRUE(program.DistributeBinaryFile());
+  EXPECT_EQ(bench.Read("C:\\out\\App.exe"), "new");
+  running->Terminate();
+}
+
+TEST(ProjectDistribute, AReadOnlyTargetIsReported) {
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.WriteBytes("C:\\src\\Lib.dll", "new");
+  bench.WriteBytes("C:\\out\\Lib.dll", "old");
+  std::filesystem::permissions(bench.Posix("C:\\out\\Lib.dll"), std::filesystem::perms::owner_read);
+  library.SetCopyPath("C:\\out");
+  EXPECT_FALSE(library.DistributeBinaryFile());
+  ASSERT_EQ(bench.sink.notices.size(), 1U);
+  EXPECT_TRUE(bench.sink.notices[0].ends_with("Path/File access error: C:\\out\\Lib.dll"))
+      << bench.sink.notices[0];
+  EXPECT_EQ(bench.Read("C:\\out\\Lib.dll"), "old");
+}
+
+TEST(ProjectDistribute, AReadOnlyFolderIsReported) {
+  if (geteuid() == 0) GTEST_SKIP() << "root writes to read-only folders";
+  ProjectBench bench;
+  Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
+  bench.WriteBytes("C:\\src\\Lib.dll", "new");
+  bench.files->CreateFolders("C:\\out");
+  std::filesystem::permissions(bench.Posix("C:\\out"),
+                               std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  library.SetCopyPath("C:\\out");
+  EXPECT_FALSE(library.DistributeBinaryFile());
+  std::filesystem::permissions(bench.Posix("C:\\out"), std::filesystem::perms::owner_all);
+  ASSERT_EQ(bench.sink.notices.size(), 1U);
+}
+
 TEST(ProjectCheckIn, AfterACompileReportsWhatCouldNotBeCheckedIn) {
   ProjectBench bench;
   Project& library = bench.AddDll("C:\\src\\Lib.vbp", "Lib");
@@ -240,6 +330,22 @@ TEST_F(GroupReferences, OfProjectsThatAreNotCompiledAreLeftAlone) {
   const std::string before = bench.Read("C:\\src\\app\\App.vbp");
   bench.build->FixReferencesInProjectGroup();
   EXPECT_EQ(bench.Read("C:\\src\\app\\App.vbp"), before);
+}
+
+TEST(GroupReferencesByName, AreThoseOfTheWholeFileNameInAnyCase) {
+  ProjectBench bench;
+  bench.AddDll("C:\\src\\ShopData.vbp", "ShopData");
+  bench.AddDll("C:\\src\\Data.vbp", "Data");
+  Project& app =
+      bench.AddDll("C:\\src\\App.vbp", "App",
+                   "Reference=*\\G{00000000-0000-0000-0000-000000000001}#1.0#0#C:\\bin\\ShopData.dll#Shop\n"
+                   "Reference=*\\G{00000000-0000-0000-0000-000000000002}#1.0#0#C:\\bin\\DATA.DLL#Data\n");
+  app.FixReferencesInProjectGroup();
+  EXPECT_EQ(bench.Rows("C:\\src\\App.vbp")[1], "Reference=*\\A..\\src\\ShopData.vbp");
+  EXPECT_EQ(bench.Rows("C:\\src\\App.vbp")[2], "Reference=*\\A..\\src\\Data.vbp");
+  const std::string fixed = bench.Read("C:\\src\\App.vbp");
+  app.FixReferencesInProjectGroup();
+  EXPECT_EQ(bench.Read("C:\\src\\App.vbp"), fixed);
 }
 
 TEST(GroupReferencesToAControl, AreObjectRows) {

@@ -6,12 +6,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <random>
 #include <set>
 
 #include "build/Projects.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/mFindFiles.hpp"
 #include "project/Project.hpp"
+#include "project/ProjectGroup.hpp"
 #include "support/ProjectBench.hpp"
 
 namespace hearthmake {
@@ -203,6 +205,35 @@ TEST_F(ProjectSuites, UpdatesOfCairoKeepEveryRowAndSettle) {
   EXPECT_GT(internal, 900U);
   CheckUpdates(projects);
   CheckRedetection(projects);
+}
+
+std::vector<std::string> CompiledPaths(const Projects& projects) {
+  std::vector<std::string> paths;
+  for (const auto& project : projects.All()) {
+    if (project->CompileMe()) paths.push_back(project->ProjectPath());
+  }
+  return paths;
+}
+
+TEST_F(ProjectSuites, GroupsOfCairoNameTheProjectsThatTheyWereMadeOf) {
+  if (!Copy("cairo")) GTEST_SKIP() << "the suites are not in " << SuitesFolder();
+  bench.build->CreateBuildFromPath("C:\\src\\cairo", false);
+  Projects& projects = bench.build->Projects();
+  ASSERT_GT(projects.Count(), 200);
+  bench.files->CreateFolders("C:\\src\\cairo\\a\\group");
+  bench.files->CreateFolders("C:\\else where");
+  const std::vector<std::string> groups = {"C:\\all.vbg", "C:\\src\\all.vbg", "C:\\src\\cairo\\all.vbg",
+                                           "C:\\src\\cairo\\a\\group\\all.vbg", "C:\\else where\\all.vbg"};
+  std::mt19937 random(6);  // the same subsets each time
+  for (int round = 0; round <= 20; ++round) {
+    SCOPED_TRACE(round);
+    for (const auto& project : projects.All()) project->SetCompileMe(round == 0 || random() % 2 == 0);
+    const std::vector<std::string> expected = CompiledPaths(projects);
+    for (const std::string& group : groups) {
+      bench.build->CreateProjectGroupFile(group, projects.All()[random() % 200].Get());
+      EXPECT_EQ(ReadProjectGroup(group), expected) << group;
+    }
+  }
 }
 
 TEST_F(ProjectSuites, UpdatesOfVbcorlibKeepEveryRowAndSettle) {

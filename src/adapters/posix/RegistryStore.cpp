@@ -6,6 +6,7 @@
 #include "adapters/posix/RegistryData.hpp"
 #include "adapters/posix/TextEncoding.hpp"
 #include "automation/Error.hpp"
+#include "automation/Utf.hpp"
 
 namespace hearthmake::posix {
 
@@ -48,8 +49,16 @@ std::vector<std::string> Views(RegistryRoot root, std::string_view key) {
   automation::Raise(RuntimeError::InvalidProcedureCall, "Registry", what);
 }
 
+void RequireNames(std::string_view key, std::string_view name) {
+  if (!RegText::IsName(key) || !RegText::IsName(name))
+    RaiseInvalid("the name of a key or value is UTF-8 text without control characters");
+}
+
 // What the value will be once it has been written and read again.
 RegistryValue AsStored(const RegistryValue& value) {
+  // Plain text, as nearly all values are, comes back as it went.
+  const bool isText = value.type == RegistryType::String || value.type == RegistryType::ExpandString;
+  if (isText && automation::IsAscii(value.data)) return value;
   return DecodeRegistryValue(static_cast<std::uint32_t>(value.type), EncodeRegistryValue(value));
 }
 
@@ -101,26 +110,27 @@ std::vector<std::string> RegistryStore::ValueNames(RegistryRoot root, std::strin
 
 void RegistryStore::Set(RegistryRoot root, std::string_view key, std::string_view name,
                         const RegistryValue& value) {
-  Change(key, name, [&] {
-    Apply({RegistryChange::Kind::SetValue, root, std::string(key), std::string(name), value});
-  });
+  RequireNames(key, name);
+  // Without the lock: whoever changes the file from here on might as well have done so right behind us.
+  if (!m_file.HasChanged() && IsSet(root, key, name, value)) return;
+  Change([&] { Apply({RegistryChange::Kind::SetValue, root, std::string(key), std::string(name), value}); });
 }
 
 void RegistryStore::RemoveValue(RegistryRoot root, std::string_view key, std::string_view name) {
-  Change(key, name, [&] {
-    Apply({RegistryChange::Kind::RemoveValue, root, std::string(key), std::string(name), {}});
-  });
+  RequireNames(key, name);
+  Change([&] { Apply({RegistryChange::Kind::RemoveValue, root, std::string(key), std::string(name), {}}); });
 }
 
 void RegistryStore::RemoveKey(RegistryRoot root, std::string_view key) {
   if (key.find_first_not_of('\\') == std::string_view::npos) RaiseInvalid("a root key can't be removed");
-  Change(key, {}, [&] { Apply({RegistryChange::Kind::RemoveKey, root, std::string(key), {}, {}}); });
+  RequireNames(key, {});
+  Change([&] { Apply({RegistryChange::Kind::RemoveKey, root, std::string(key), {}, {}}); });
 }
 
 void RegistryStore::Import(std::string bytes, const std::string& name) {
   std::vector<RegistryChange> changes;
   RegText::Parse(std::move(bytes), name, [&](const RegistryChange& change) { changes.push_back(change); });
-  Change({}, {}, [&] {
+  Change([&] {
     for (const RegistryChange& change : changes) Apply(change);
   });
 }
@@ -137,17 +147,42 @@ void RegistryStore::Load() {
       bytes.resize(bytes.rfind('\n') + 1);
       m_isForeign = true;  // what was cut off must not meet what is added
     }
-    RegText::Parse(std::move(bytes), m_file.Path(), [&](const RegistryChange& change) {
-      ++m_records;
-      Apply(change);
-      m_notes.clear();  // the file has it
-    });
+    LoadChanges(std::move(bytes));
   } catch (...) {
     m_file.Forget();
     m_notes.clear();
     throw;
   }
   m_openKey.clear();
+}
+
+void RegistryStore::LoadChanges(std::string bytes) {
+  Tree::Key* open = nullptr;  // the key that the text names, where it is plain which one that is
+  RegText::Parse(std::move(bytes), m_file.Path(), [&](const RegistryChange& change) {
+    ++m_records;
+    const bool isPlain = change.root != RegistryRoot::ClassesRoot;
+    if (isPlain && change.kind == RegistryChange::Kind::MakeKey) {
+      open = &m_tree.Make(FullPath(change.root, "\\", change.key));
+      return;
+    }
+    if (isPlain && change.kind == RegistryChange::Kind::SetValue && open != nullptr) {
+      const auto place = open->content.try_emplace(FoldCase(change.name), Value{change.name, {}}).first;
+      place->second.value = AsStored(change.value);
+      return;
+    }
+    if (change.kind != RegistryChange::Kind::RemoveValue) open = nullptr;
+    Apply(change);
+    m_notes.clear();  // the file has it
+  });
+}
+
+// Whether a Set would change nothing.
+bool RegistryStore::IsSet(RegistryRoot root, std::string_view key, std::string_view name,
+                          const RegistryValue& value) {
+  const auto places = Find(root, key);
+  if (places.empty()) return false;
+  const auto known = places.front()->content.find(FoldCase(name));
+  return known != places.front()->content.end() && IsSame(known->second.value, AsStored(value));
 }
 
 bool RegistryStore::IsReadable() {
@@ -170,9 +205,7 @@ std::vector<RegistryStore::Tree::Key*> RegistryStore::Find(RegistryRoot root, st
   return keys;
 }
 
-void RegistryStore::Change(std::string_view key, std::string_view name, const std::function<void()>& change) {
-  if (!RegText::IsName(key) || !RegText::IsName(name))
-    RaiseInvalid("the name of a key or value is UTF-8 text without control characters");
+void RegistryStore::Change(const std::function<void()>& change) {
   const FileDescriptor lock = m_file.Lock();
   if (m_file.HasChanged()) Load();
   try {

@@ -54,12 +54,15 @@ class RegistryStore : public platform::Registry {
   using Tree = KeyTree<Values>;
 
   void Load();
+  void LoadChanges(std::string bytes);
+  bool IsSet(platform::RegistryRoot root, std::string_view key, std::string_view name,
+             const platform::RegistryValue& value);
   // Loads what is out of date; false when the file can't be read.
   bool IsReadable();
   // The keys that a root and path stand for, the first one first.
   std::vector<Tree::Key*> Find(platform::RegistryRoot root, std::string_view key);
 
-  void Change(std::string_view key, std::string_view name, const std::function<void()>& change);
+  void Change(const std::function<void()>& change);
   // Makes a change in memory and notes it for the file; nothing is noted when it changes nothing.
   void Apply(const RegistryChange& change);
   void SetValue(const std::string& path, const std::string& name, const platform::RegistryValue& value);

@@ -42,6 +42,10 @@ char32_t FoldCharacter(char32_t character) {
 
 bool IsUtf8(std::string_view bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
+    if (static_cast<unsigned char>(bytes[at]) < 0x80) {
+      ++at;
+      continue;
+    }
     const Decoded next = DecodeOne(bytes, at);
     if (!next.valid) return false;
     at += next.length;
@@ -100,12 +104,13 @@ std::string Utf16FromUtf8(std::string_view utf8) {
 }
 
 std::string FoldCase(std::string_view utf8) {
+  if (automation::IsAscii(utf8)) {
+    std::string upper(utf8);
+    for (char& c : upper) c = c >= 'a' && c <= 'z' ? static_cast<char>(c & ~0x20) : c;
+    return upper;
+  }
   std::string folded;
   folded.reserve(utf8.size());
-  if (automation::IsAscii(utf8)) {
-    for (const char c : utf8) folded += c >= 'a' && c <= 'z' ? static_cast<char>(c & ~0x20) : c;
-    return folded;
-  }
   for (std::size_t at = 0; at < utf8.size();) {
     const Decoded next = DecodeOne(utf8, at);
     if (next.valid) {

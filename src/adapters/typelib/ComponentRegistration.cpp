@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "automation/Text.hpp"
+
 namespace hearthmake::typelib {
 
 namespace {
@@ -37,8 +39,7 @@ std::string_view FolderOf(std::string_view path) {
 }
 
 bool IsProgram(std::string_view path) {
-  const std::string_view extension = path.size() < 4 ? std::string_view() : path.substr(path.size() - 4);
-  return extension == ".exe" || extension == ".EXE" || extension == ".Exe";
+  return path.size() >= 4 && automation::EqualsIgnoreCaseAscii(path.substr(path.size() - 4), ".exe");
 }
 
 bool IsInterface(const TypeDescription& type) {

@@ -75,6 +75,33 @@ struct BuildArguments {
 };
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments);
 
+struct GroupArguments {
+  std::string build;
+  std::string file;
+  std::string startUp;  // a project; empty: none
+  bool fix = false;     // the projects' references too
+};
+ExitStatus GroupCommand(Session& session, const GroupArguments& arguments);
+
+struct RegfilesArguments {
+  std::string build;
+  std::string relative;  // a folder; empty: full paths, files in the data folder
+};
+ExitStatus RegfilesCommand(Session& session, const RegfilesArguments& arguments);
+
+struct RegisterArguments {
+  std::string build;
+  std::vector<std::string> projects;  // none: all
+};
+ExitStatus RegisterCommand(Session& session, const RegisterArguments& arguments);
+ExitStatus UnregisterCommand(Session& session, const RegisterArguments& arguments);
+
+struct DistributeArguments {
+  std::string build;
+  std::vector<std::string> projects;  // none: all
+};
+ExitStatus DistributeCommand(Session& session, const DistributeArguments& arguments);
+
 struct ScriptsArguments {
   std::string build;
   std::string event;    // empty: all seven

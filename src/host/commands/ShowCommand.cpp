@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include "automation/Error.hpp"
+#include "host/BinaryState.hpp"
 #include "host/Json.hpp"
 #include "host/Numbers.hpp"
 #include "host/Properties.hpp"
@@ -79,10 +80,12 @@ void ShowProject(Session& session, Build& build, Project& project, bool asJson) 
       text += fmt::format("{:<24} {}\n", property->name, TextOf(project, *property));
     }
   }
+  const BinaryState binary = ReadBinary(project);
   if (asJson) {
+    json["Binary"] = BinaryJson(binary);
     json["References"] = ReferencesJson(build, project);
   } else {
-    text += "References\n" + ReferenceLines(build, project);
+    text += BinaryLines(binary) + "References\n" + ReferenceLines(build, project);
   }
   session.Out().Out(asJson ? JsonText(json, 2) + "\n" : text);
 }

@@ -63,6 +63,36 @@ TEST_F(RegistryStoreTest, WritesNothingWhenNothingChanges) {
   EXPECT_EQ(Content(), before);
 }
 
+TEST_F(RegistryStoreTest, TakesNoLockForWhatIsSetAlready) {
+  RegistryStore store(Path());
+  Set(store, "k", "1");
+  std::filesystem::remove(Path() + ".lock");
+  Set(store, "K", "1");
+  EXPECT_FALSE(std::filesystem::exists(Path() + ".lock"));
+  {
+    RegistryStore other(Path());
+    Set(other, "k", "2");
+  }
+  Set(store, "k", "1");
+  EXPECT_EQ(Reread("k"), "1");
+}
+
+TEST_F(RegistryStoreTest, TheLastLineOfATextWinsWhicheverNameItsKeyHas) {
+  m_folder.MakeFile("registry.reg",
+                    "Windows Registry Editor Version 5.00\n\n"
+                    "[HKEY_LOCAL_MACHINE\\Software\\Classes\\A]\n@=\"1\"\n\"n\"=\"x\"\n"
+                    "[HKEY_CLASSES_ROOT\\A]\n@=\"2\"\n"
+                    "[HKEY_CURRENT_USER\\software\\classes\\a]\n@=\"3\"\n@=-\n\"N\"=\"y\"\n"
+                    "[HKEY_CURRENT_USER\\Gone]\n@=\"4\"\n[-HKEY_CURRENT_USER\\gone]\n"
+                    "[HKEY_CURRENT_USER\\Gone]\n\"z\"=\"5\"\n");
+  RegistryStore store(Path());
+  EXPECT_EQ(store.Query(RegistryRoot::ClassesRoot, "A", "")->data, "2");
+  EXPECT_EQ(store.Query(RegistryRoot::ClassesRoot, "A", "n")->data, "y");
+  EXPECT_EQ(store.Query(kMachine, "Software\\Classes\\A", "n")->data, "x");
+  EXPECT_FALSE(store.Query(kUser, "Gone", ""));
+  EXPECT_EQ(store.Query(kUser, "Gone", "z")->data, "5");
+}
+
 TEST_F(RegistryStoreTest, ReadsAFileThatPeopleWroteAndTakesItOver) {
   m_folder.MakeFile("registry.reg", "\xFF\xFE" + Utf16FromUtf8("Windows Registry Editor Version 5.00\r\n\r\n"
                                                                "[HKEY_CURRENT_USER\\Größe]\r\n\"v\"=\"€\""));
