@@ -85,7 +85,7 @@ bool IsSound(Session& session, Scripts& scripts, const Event& event) {
     return true;
   } catch (const automation::Error& error) {
     const platform::ScriptFault fault = scripts.Fault();
-    const bool isOfText = fault.line > 0 && fault.description == error.Description();
+    const bool isOfText = fault.line > 0;
     const std::string place = isOfText ? fmt::format("({}, {})", fault.line, fault.column) : "";
     session.Out().Err(fmt::format("{}{}: {}\n", event.name, place, Printable(error.Description())));
     if (isOfText) session.Out().Err(fmt::format("    {}\n", Printable(fault.text)));
