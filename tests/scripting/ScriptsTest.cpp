@@ -165,9 +165,11 @@ TEST(ScriptsExecute, AFreshBuildHasAFreshEngine) {
   EXPECT_EQ(scene.Value("IsEmpty(n) & Session.Count"), "True0");
 }
 
-TEST(ScriptsExecute, ScriptsSeeTheBuildTheLibraryAndTheProject) {
-  ScriptScene scene;
-  EXPECT_EQ(scene.Value("Project Is Nothing"), "") << "nothing yet, which is no object";
+TEST(ScriptsExecute, WithoutProjectsNoneIsActive) {
+  const ScriptScene scene;
+  EXPECT_TRUE(ErrorOf([&] { scene.Execute("x = Project().Name"); })
+                  .Description()
+                  .starts_with("Script Error: Object required"));
 }
 
 TEST(ScriptsExecute, TheFirstProjectIsActiveAtFirst) {
