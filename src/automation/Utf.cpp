@@ -84,6 +84,7 @@ void AppendUtf8(std::string& text, char32_t codePoint) {
 }
 
 std::u16string Utf8ToUtf16(std::string_view text) {
+  if (IsAscii(text)) return {text.begin(), text.end()};  // most texts are
   std::u16string result;
   result.reserve(text.size());
   while (!text.empty()) {

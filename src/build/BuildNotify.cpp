@@ -135,8 +135,7 @@ void Build::StopReporting(bool bSuccess) {
 void Build::RunScript(BuildScripts event, Project* objProject) {
   if (!mSettings::RunScripts() || Scripts().Text(event).empty()) return;
   const automation::Ref<hearthmake::Scripts> scripts(&Scripts());  // which the script may make the build drop
-  if (objProject != nullptr) scripts->MakeActive(*objProject);
-  scripts->RunEvent(event);
+  scripts->RunEvent(event, objProject);
 }
 
 }  // namespace hearthmake

@@ -49,7 +49,13 @@ class ScriptEngine {
   // A new object of a class that scripts can create ("Scripting.Dictionary"); error 429 for another.
   virtual automation::Ref<automation::Object> CreateObject(std::string_view progId) = 0;
 
+  // The last error since ClearFault.
   virtual const ScriptFault& Fault() const = 0;
+  virtual void ClearFault() = 0;
+
+  // Gives up variables, procedures and named objects, as the end of the engine would: objects that hold each
+  // other through the scripts are freed. Error 17 while a script runs.
+  virtual void Reset() = 0;
 };
 
 // Where script engines come from.

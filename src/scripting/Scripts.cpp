@@ -60,6 +60,20 @@ bool KeepsItsNumber(const automation::Error& error) {
          IsNumber(error, BuildErrors::beEvaluateInternalsFaild);
 }
 
+platform::ScriptFault FaultOf(const platform::ScriptEngine* engine) {
+  return engine == nullptr ? platform::ScriptFault() : engine->Fault();
+}
+
+std::string WrappedText(const automation::Error& error, const platform::ScriptFault& fault) {
+  return "Script Error: " + error.Description() + "\r\n" + fault.text;
+}
+
+[[noreturn]] void RaiseFailure(const automation::Error& error, const platform::ScriptFault& fault) {
+  const auto number =
+      KeepsItsNumber(error) ? error.Number() : static_cast<std::int32_t>(BuildErrors::beScriptSyntaxError);
+  automation::Raise(number, "Scripts.Execute", WrappedText(error, fault));
+}
+
 }  // namespace
 
 const char* EventName(BuildScripts event) {
@@ -74,6 +88,13 @@ const char* EventName(BuildScripts event) {
   }
   return "";
 }
+
+// The script that runs may make everybody drop these two, and kill the build, which parts them.
+struct Scripts::Guard {
+  explicit Guard(Scripts& running) : scripts(&running), build(static_cast<Build*>(running.Owner())) {}
+  const automation::Ref<Scripts> scripts;
+  const automation::Ref<Build> build;
+};
 
 Scripts::Scripts(Build& build) { SetOwner(&build); }
 
@@ -122,6 +143,7 @@ Scripts::Engine Scripts::Prepare() {
   try {
     // Kept only when it is whole: a failure leaves none, so that the next call tries again.
     m_engine = MakeEngine();
+    Apartment::Current().EndWithMe(m_engine);
   } catch (const automation::Error& error) {
     automation::Raise(BuildErrors::bePrepareScriptControl, "Scripts.PrepareScriptControl",
                       "The script engine can't be prepared: " + error.Description());
@@ -142,71 +164,68 @@ Scripts::Engine Scripts::MakeEngine() {
   engine->SetState(kConnected);
   engine->AddObject("Build", automation::Ref<automation::Object>(&build), true);
   engine->AddObject("App", automation::Make<App>(), true);
-  if (build.Projects().Count() > 0) {
-    Variant first = Variant::FromObject(build.Projects().Item(Variant::FromLong(1)));
-    engine->Run("hearthmake_SetActiveProject", {&first, 1});
-  }
+  if (build.Projects().Count() > 0) SetActive(*engine, *build.Projects().Item(Variant::FromLong(1)));
   return engine;
 }
 
-void Scripts::MakeActive(Project& project) {
+void Scripts::MakeActive(Project& project) { SetActive(*Prepare(), project); }
+
+void Scripts::SetActive(platform::ScriptEngine& engine, Project& project) {
   Variant argument = Variant::FromObject(automation::Ref<automation::Object>(&project));
-  Prepare()->Run("hearthmake_SetActiveProject", {&argument, 1});
+  engine.Run("hearthmake_SetActiveProject", {&argument, 1});
+}
+
+// What went wrong in a script before is over then, so that a failure outside of the engine (an include file)
+// is not told with the place of another one.
+Scripts::Engine Scripts::PrepareRun() {
+  const Engine engine = Prepare();
+  engine->ClearFault();
+  return engine;
 }
 
 std::string Scripts::Evaluate(const std::string& script) {
   return ScriptText::EvaluateInternals(ScriptText::DoIncludes(script), ParentBuild());
 }
 
-std::string Scripts::WrappedText(const std::string& description) const {
-  return "Script Error: " + description + "\r\n" + ErrorText();
-}
-
 bool Scripts::Execute(std::string& Script) {
-  const automation::Ref<Scripts> self(this);
+  const Guard guard(*this);
+  Engine engine;
   try {
-    const Engine engine = Prepare();
+    engine = PrepareRun();
     Script = Evaluate(Script);
     engine->ExecuteStatement(Script);
     return true;
   } catch (const automation::Error& error) {
     if (KeepsItsNumber(error)) throw;
-    automation::Raise(BuildErrors::beScriptSyntaxError, "Scripts.Execute", WrappedText(error.Description()));
+    automation::Raise(BuildErrors::beScriptSyntaxError, "Scripts.Execute",
+                      WrappedText(error, FaultOf(engine.get())));
   }
 }
 
-bool Scripts::RunEvent(BuildScripts event) {
+bool Scripts::RunEvent(BuildScripts event, Project* active) {
   if (!IsEvent(event)) return true;
-  const automation::Ref<Scripts> self(this);
+  const Guard guard(*this);
+  Engine engine;
   try {
-    const Engine engine = Prepare();
+    engine = PrepareRun();
+    if (active != nullptr) SetActive(*engine, *active);
     engine->ExecuteStatement(Evaluate(Text(event)));
     return true;
   } catch (const automation::Error& error) {
-    m_failure = {event, Fault()};
-    return ReportFailure(event, error);
+    m_failure = {event, FaultOf(engine.get())};
+    if (!mSettings::IgnoreScriptError() || !guard.build) RaiseFailure(error, m_failure->fault);
+    guard.build->RaiseError(std::string("Script error in event ") + EventName(event) + ". " +
+                            error.Description());
+    return false;
   }
 }
 
 void Scripts::Check(BuildScripts event) {
-  const Engine engine = Prepare();
+  const Engine engine = PrepareRun();
   engine->Check(Evaluate(Text(event)));
 }
 
-bool Scripts::ReportFailure(BuildScripts event, const automation::Error& error) {
-  if (mSettings::IgnoreScriptError()) {
-    ParentBuild().RaiseError(std::string("Script error in event ") + EventName(event) + ". " +
-                             error.Description());
-    return false;
-  }
-  const auto number =
-      KeepsItsNumber(error) ? error.Number() : static_cast<std::int32_t>(BuildErrors::beScriptSyntaxError);
-  automation::Raise(number, "Scripts.Execute", WrappedText(error.Description()));
-}
-
-platform::ScriptFault Scripts::Fault() const {
-  return m_engine ? m_engine->Fault() : platform::ScriptFault();
-}
+platform::ScriptFault Scripts::Fault() const { return FaultOf(m_engine.get()); }
 
 std::string Scripts::ErrorText() const { return Fault().text; }
 std::int32_t Scripts::ErrorLine() const { return Fault().line; }

@@ -66,7 +66,8 @@ class Scripts final : public automation::Object {
   // bePrepareScriptControl; beEvaluateInternalsFaild; for all others beScriptSyntaxError, source
   // "Scripts.Execute", "Script Error: ", the description, CR LF and ErrorText.
   bool Execute(std::string& Script);
-  // The source text of the engine's last error, and its line from 1; empty and 0 without one.
+  // The source text of the engine's last error, and its line from 1; empty and 0 when the last script had
+  // none.
   std::string ErrorText() const;
   std::int32_t ErrorLine() const;
   // Tells the host something: the event ScriptNotify. What the host makes of Cancel goes back.
@@ -83,8 +84,8 @@ class Scripts final : public automation::Object {
   }
   // Runs the script of an event; values beyond the seven do nothing. False when it failed and the setting
   // IgnoreScriptError is on: the build's event Error tells of it then. Otherwise a failure is raised as
-  // Execute words it.
-  bool RunEvent(BuildScripts event);
+  // Execute words it. A project that is given is the active one from then on.
+  bool RunEvent(BuildScripts event, Project* active = nullptr);
   // From now on, Project() gives this project.
   void MakeActive(Project& project);
   // The last script of an event that failed, and where; nothing when none has.
@@ -102,12 +103,14 @@ class Scripts final : public automation::Object {
  private:
   using Engine = std::shared_ptr<platform::ScriptEngine>;
 
+  struct Guard;
+
   Build& ParentBuild() const;
   Engine Prepare();
+  Engine PrepareRun();
   Engine MakeEngine();
+  static void SetActive(platform::ScriptEngine& engine, Project& project);
   std::string Evaluate(const std::string& script);
-  std::string WrappedText(const std::string& description) const;
-  bool ReportFailure(BuildScripts event, const automation::Error& error);
 
   std::array<std::string, 7> m_texts;
   // Shared with the calls that are under way: a script may make the build drop this object.

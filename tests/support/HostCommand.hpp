@@ -139,6 +139,7 @@ class HostCommand {
   PosixFolder root;
   // Set in the processes that are started, nothing: not set.
   std::vector<std::pair<std::string, std::optional<std::string>>> environment;
+  std::string standardInput = "/dev/null";  // the file that they read
 
  private:
   void MakeCompiler() const {
@@ -170,7 +171,7 @@ class HostCommand {
     const std::string output = root.Path("output-" + std::to_string(getpid()));
     dup2(open((output + ".out").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
     dup2(open((output + ".err").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDERR_FILENO);
-    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+    dup2(open(standardInput.c_str(), O_RDONLY), STDIN_FILENO);
     Become(arguments);
   }
 

@@ -39,6 +39,8 @@ class VbsScriptEngine final : public platform::ScriptEngine {
   void Check(std::string_view code) override;
   automation::Ref<automation::Object> CreateObject(std::string_view progId) override;
   const platform::ScriptFault& Fault() const override;
+  void ClearFault() override { m_engine.ClearError(); }
+  void Reset() override { m_engine.Reset(); }
 
  private:
   ServiceHost m_host;

@@ -47,12 +47,14 @@ const Event& FindEvent(const std::string& typed) {
   throw HostError(fmt::format("There is no event {}.", Printable(typed)), "There are: " + known);
 }
 
+// Text on standard input is UTF-8 like all that comes from a terminal; a file is what a script file is.
 std::string ReadScriptText(Session& session, const std::string& typed) {
-  const bool isStandardInput = typed == "-";
-  const std::string bytes = isStandardInput ? std::string(std::istreambuf_iterator<char>(std::cin), {})
-                                            : Ports().files->Read(session.DosPath(typed));
-  return automation::Utf16ToUtf8(DecodeScript(bytes));
+  if (typed != "-") return automation::Utf16ToUtf8(DecodeScript(Ports().files->Read(session.DosPath(typed))));
+  std::string bytes(std::istreambuf_iterator<char>(std::cin), {});
+  return HasMark(bytes) ? automation::Utf16ToUtf8(DecodeScript(bytes)) : bytes;
 }
+
+std::string Lines(std::size_t count) { return fmt::format("{} line{}", count, count == 1 ? "" : "s"); }
 
 std::size_t CountLines(const std::string& text) {
   const auto ends = std::count(text.begin(), text.end(), '\n');
@@ -64,8 +66,7 @@ ExitStatus List(Session& session, Scripts& scripts) {
   for (const Event& event : kEvents) {
     const std::size_t lines = CountLines(scripts.Text(event.value));
     text += fmt::format("{}  {:<20}  {:<22}  {}\n", static_cast<int>(event.value), event.name,
-                        EventName(event.value),
-                        lines == 0 ? "-" : fmt::format("{} line{}", lines, lines == 1 ? "" : "s"));
+                        EventName(event.value), lines == 0 ? "-" : Lines(lines));
   }
   session.Out().Out(text);
   return ExitStatus::Done;
@@ -74,7 +75,7 @@ ExitStatus List(Session& session, Scripts& scripts) {
 void Store(Session& session, Scripts& scripts, const Event& event, const std::string& text) {
   scripts.SetText(event.value, text);
   scripts.Save();
-  session.Out().Out(fmt::format("{}: {} lines\n", event.name, CountLines(text)));
+  session.Out().Out(fmt::format("{}: {}\n", event.name, Lines(CountLines(text))));
 }
 
 // Tells on standard error what does not compile.
@@ -85,7 +86,7 @@ bool IsSound(Session& session, Scripts& scripts, const Event& event) {
     return true;
   } catch (const automation::Error& error) {
     const platform::ScriptFault fault = scripts.Fault();
-    const bool isOfText = fault.line > 0 && fault.description == error.Description();
+    const bool isOfText = fault.line > 0;
     const std::string place = isOfText ? fmt::format("({}, {})", fault.line, fault.column) : "";
     session.Out().Err(fmt::format("{}{}: {}\n", event.name, place, Printable(error.Description())));
     if (isOfText) session.Out().Err(fmt::format("    {}\n", Printable(fault.text)));

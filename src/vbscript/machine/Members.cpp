@@ -18,6 +18,13 @@ using automation::VariantType;
 
 namespace {
 
+// The object as one of a class of the scripts; null for one of the host. The cast is slow for what is none,
+// so that a place of the program which has met objects of this interface is believed.
+ScriptObject* OwnObject(Object& object, const MemberSite& site) {
+  const bool isKnownForeign = site.knownInterface == &object.Declaration() && site.classMember == nullptr;
+  return isKnownForeign ? nullptr : dynamic_cast<ScriptObject*>(&object);
+}
+
 // The window's temporaries are used up: what is left in them goes, the last one first.
 void ClearWindow(Variant* window, std::size_t count) {
   for (std::size_t i = count; i-- > 0;) window[i] = Variant();
@@ -103,7 +110,7 @@ Variant Machine::InvokeForeign(Object& object, std::int32_t id, InvokeKind kind,
 Function* Machine::GetMember(Variant* window, Variant& from, MemberSite& site) {
   Object& object = ObjectOf(from, site);
   const Ref<Object> keep(&object);
-  if (auto* own = dynamic_cast<ScriptObject*>(&object)) {
+  if (auto* own = OwnObject(object, site)) {
     const ClassMember* member = FindClassMember(*own, site);
     if (!member->isField && !member->isConstant && Getter(*member) == nullptr)
       RaiseRuntime(number::kMemberNotFound, Describe(site.node));
@@ -127,7 +134,7 @@ Function* Machine::GetMember(Variant* window, Variant& from, MemberSite& site) {
 
 Function* Machine::CallMember(Variant* window, std::size_t count, MemberSite& site, bool isWanted) {
   Object& object = ObjectOf(window[0], site);
-  if (auto* own = dynamic_cast<ScriptObject*>(&object)) {
+  if (auto* own = OwnObject(object, site)) {
     const ClassMember* member = FindClassMember(*own, site);
     if (Function* function = Getter(*member)) {
       // A property without parameters, of which an element is meant.
@@ -155,7 +162,7 @@ Function* Machine::LetMember(Variant& from, Variant& value, MemberSite& site, bo
   Object& object = ObjectOf(from, site);
   const Ref<Object> keep(&object);
   if (isSet && !value.Target().IsObject()) RaiseRuntime(number::kObjectRequired, Describe(site.node));
-  if (auto* own = dynamic_cast<ScriptObject*>(&object)) {
+  if (auto* own = OwnObject(object, site)) {
     const ClassMember* member = FindClassMember(*own, site);
     if (member->isField) {
       Variant& field = own->Fields()[member->slot];
@@ -182,7 +189,7 @@ Function* Machine::PutMember(Variant* window, std::size_t count, MemberSite& sit
   Object& object = ObjectOf(window[0], site);
   const InvokeKind kind = isSet ? InvokeKind::Set : InvokeKind::Let;
   if (isSet && !window[count].Target().IsObject()) RaiseRuntime(number::kObjectRequired, Describe(site.node));
-  if (auto* own = dynamic_cast<ScriptObject*>(&object)) {
+  if (auto* own = OwnObject(object, site)) {
     const ClassMember* member = FindClassMember(*own, site);
     Function* function = isSet ? member->set : member->let;
     if (function != nullptr) return function;
