@@ -35,8 +35,10 @@ class Engine::Implementation {
     if (!machine) return;
     // Class_Terminate of what is alive has a time of its own, and may still work with everything else.
     context.budget.StartTimeout(timeout);
-    globals->Clear();
+    // So named objects go last.
+    globals->ClearVariables();
     machine->ReleaseObjects();
+    globals->Clear();
     machine.reset();
     globals.reset();
     symbols.reset();

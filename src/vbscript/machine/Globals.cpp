@@ -139,9 +139,13 @@ bool Globals::AddObject(std::string_view name, const Ref<Object>& object, bool h
   return true;
 }
 
-void Globals::Clear() {
-  // What ends may run code that sets variables again: they are gone through until nothing is left.
+void Globals::ClearVariables() {
+  // What ends may run code that sets variables again; those behind it are still to come.
   for (std::uint32_t i = 0; i < m_variableCount; ++i) m_variables[i] = Variant();
+}
+
+void Globals::Clear() {
+  ClearVariables();
   for (Binding& binding : m_bindings) {
     if (binding.kind == Binding::Kind::Object || binding.kind == Binding::Kind::GlobalMember) {
       binding.value = Variant();

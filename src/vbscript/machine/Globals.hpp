@@ -43,6 +43,7 @@ class Globals {
   automation::Variant* Variables() { return m_variables; }
   Symbols& Names() { return m_symbols; }
   // Gives up every value; see Engine::Reset.
+  void ClearVariables();
   void Clear();
 
  private:

@@ -179,6 +179,29 @@ TEST_F(EngineTest, EndsObjectsThatReferToEachOtherWithItself) {
   SUCCEED() << "the sanitizer's leak check is the judge";
 }
 
+TEST_F(EngineTest, TerminatesObjectsThatReferToEachOtherWhileNamedObjectsAreThere) {
+  Add("Class N : Public other : Private Sub Class_Terminate : Recorder.Print \"gone\" : End Sub : End Class\n"
+      "Set a = New N : Set b = New N : Set a.other = b : Set b.other = a");
+  m_engine.Reset();
+  EXPECT_EQ(Lines(), (std::vector<std::string>{"gone", "gone"}));
+}
+
+TEST_F(EngineTest, EndsThoughTheEndOfEachObjectMakesTheNext) {
+  auto engine = std::make_unique<Engine>(m_host);
+  engine->AddCode(
+      u"Dim kept\nClass C : Private Sub Class_Terminate : Set kept = New C : End Sub : End Class\n"
+      u"Set kept = New C");
+  engine.reset();
+  SUCCEED() << "it came back";
+}
+
+TEST_F(EngineTest, StopsAChainOfObjectsThatMakeTheNextAtTheirEnd) {
+  m_engine.LimitSteps(100'000);
+  EXPECT_EQ(Fail("Class C : Private Sub Class_Terminate : Dim o : Set o = New C : End Sub : End Class\n"
+                 "Dim o : Set o = New C : Set o = Nothing\nDo : Loop"),
+            Engine::kTimedOut);
+}
+
 TEST_F(EngineTest, LetsAnObjectOutliveItButNotBeCalled) {
   auto engine = std::make_unique<Engine>(m_host);
   engine->AddCode(
