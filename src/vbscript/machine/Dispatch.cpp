@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <new>
 #include <stdexcept>
@@ -168,23 +169,28 @@ VBS_BITWISE(Xor, ^)
 
 // ---- Comparisons: 1, 0, or -1 for operands of other kinds
 
-#define VBS_COMPARE(name, sign)                                                        \
-  VBS_INLINE int Quick##name(const Variant& left, const Variant& right) {              \
-    if (AreWhole(left, right)) [[likely]]                                              \
-      return left.AsLong() sign right.AsLong() ? 1 : 0;                                \
-    if (left.Type() == VariantType::String && right.Type() == VariantType::String)     \
-      return left.AsUtf16() sign right.AsUtf16() ? 1 : 0;                              \
-    double a;                                                                          \
-    double b;                                                                          \
-    if (!ReadNumber(left, a) || !ReadNumber(right, b)) return -1;                      \
-    return a sign b ? 1 : 0;                                                           \
-  }                                                                                    \
-  VBS_INLINE bool Fast##name(Variant& to, const Variant& left, const Variant& right) { \
-    if (left.Type() == VariantType::String) return false;                              \
-    const int holds = Quick##name(left, right);                                        \
-    if (holds < 0) return false;                                                       \
-    StoreBoolean(to, holds != 0);                                                      \
-    return true;                                                                       \
+// Texts that cost next to nothing to compare; longer ones are charged for.
+VBS_INLINE bool AreShort(const Variant& left, const Variant& right) {
+  return std::min(left.AsUtf16().size(), right.AsUtf16().size()) < 4096;
+}
+
+#define VBS_COMPARE(name, sign)                                                          \
+  VBS_INLINE int Quick##name(const Variant& left, const Variant& right) {                \
+    if (AreWhole(left, right)) [[likely]]                                                \
+      return left.AsLong() sign right.AsLong() ? 1 : 0;                                  \
+    if (left.Type() == VariantType::String && right.Type() == VariantType::String)       \
+      return AreShort(left, right) ? (left.AsUtf16() sign right.AsUtf16() ? 1 : 0) : -1; \
+    double a;                                                                            \
+    double b;                                                                            \
+    if (!ReadNumber(left, a) || !ReadNumber(right, b)) return -1;                        \
+    return a sign b ? 1 : 0;                                                             \
+  }                                                                                      \
+  VBS_INLINE bool Fast##name(Variant& to, const Variant& left, const Variant& right) {   \
+    if (left.Type() == VariantType::String) return false;                                \
+    const int holds = Quick##name(left, right);                                          \
+    if (holds < 0) return false;                                                         \
+    StoreBoolean(to, holds != 0);                                                        \
+    return true;                                                                         \
   }
 VBS_COMPARE(Equal, ==)
 VBS_COMPARE(NotEqual, !=)
@@ -534,6 +540,8 @@ void Machine::Execute() {
     const Variant* right = X(pc->c);                                                              \
     if (Fast##name(to, *left, *right)) NEXT();                                                    \
     if (Follow(left, right) && Fast##name(to, *left, *right)) NEXT();                             \
+    ChargeForValue(*X(pc->b));                                                                    \
+    ChargeForValue(*X(pc->c));                                                                    \
     SlowBinary(Op::name, to, *X(pc->b), *X(pc->c), LiteralsOf(pc->b, pc->c), IS_TEMPORARY(pc->b), \
                IS_TEMPORARY(pc->c));                                                              \
     NEXT();                                                                                       \
@@ -574,8 +582,11 @@ void Machine::Execute() {
         Variant& to = X(pc->a)->Target();
         const Variant& text = *X(pc->c);
         if (!(to.Type() == VariantType::String && text.Type() == VariantType::String &&
-              !to.AsStringBuffer()->IsShared() && to.AsStringBuffer()->Append(text.AsUtf16())))
+              !to.AsStringBuffer()->IsShared() && to.AsStringBuffer()->Append(text.AsUtf16()))) {
+          ChargeForValue(to);
+          ChargeForValue(text);
           AppendText(to, text);
+        }
         if (IS_TEMPORARY(pc->c)) MakePlain(*X(pc->c));
         NEXT();
       }
@@ -612,6 +623,7 @@ void Machine::Execute() {
     int holds = Quick##name(*left, *right);                                                              \
     if (holds < 0 && Follow(left, right)) holds = Quick##name(*left, *right);                            \
     if (holds < 0) {                                                                                     \
+      ChargeForValue(*X(pc->a));                                                                         \
       holds = SlowCompare(Op::name, *X(pc->a), *X(pc->b), LiteralsOf(pc->a, pc->b), IS_TEMPORARY(pc->a), \
                           IS_TEMPORARY(pc->b));                                                          \
     } else if (left->Type() == VariantType::String) {                                                    \
@@ -756,6 +768,7 @@ void Machine::Execute() {
       }
       CASE(ElementReference) {
         Variant* const lock = pc[1].b == kNoOperand ? nullptr : base + pc[1].b;
+        ChargeForOwnCopy(X(pc->b)->Target());
         ReferToElement(base[pc->a], *X(pc->b), IS_TEMPORARY(pc->b), {base + pc->c, pc[1].a}, lock);
         NEXT2();
       }
@@ -776,6 +789,7 @@ void Machine::Execute() {
       CASE(ReDim) {
         const std::size_t count = pc->c & kArgumentCountMask;
         ReDimArray(X(pc->a)->Target(), {base + pc->b, count}, (pc->c & kPreserve) != 0);
+        ChargeForValue(*X(pc->a));
         for (std::size_t i = 0; i < count; ++i) MakePlain(base[pc->b + i]);
         NEXT();
       }
@@ -848,6 +862,7 @@ void Machine::Execute() {
             }
           }
         }
+        ChargeForOwnCopy(array);
         SetElementOne(array, *X(pc->b), value, IS_TEMPORARY(pc->b), IS_TEMPORARY(pc->c));
         if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
         NEXT();
@@ -866,6 +881,7 @@ void Machine::Execute() {
           }
         }
         {
+          ChargeForOwnCopy(array);
           Variant indices[] = {CopyOf(first), CopyOf(second)};
           SetElementSlowly(array, indices, value, false);
         }
@@ -877,6 +893,7 @@ void Machine::Execute() {
       }
       CASE(SetElements) {
         const std::size_t count = pc[1].a;
+        ChargeForOwnCopy(X(pc->a)->Target());
         SetElementSlowly(X(pc->a)->Target(), {base + pc->b, count}, *X(pc->c), pc[1].b != 0);
         if (IS_TEMPORARY(pc->c)) MakePlain(*X(pc->c));
         for (std::size_t i = 0; i < count; ++i) MakePlain(base[pc->b + i]);
@@ -921,7 +938,9 @@ void Machine::Execute() {
           DISPATCH();
         }
         {
+          for (std::size_t i = 0; i < count; ++i) ChargeForArgument(window[i]);
           Variant result = binding.intrinsic->call(m_context, {window, count});
+          ChargeForValue(result);
           for (std::size_t i = 0; i < count; ++i) MakePlain(window[i]);
           if ((pc->b & kNoResultWanted) == 0) window[0].OverwriteWith(result);
         }

@@ -120,6 +120,7 @@ Function* Machine::GetMember(Variant* window, Variant& from, MemberSite& site) {
     return nullptr;
   }
   Variant value = object.Invoke(MemberId(object, site), InvokeKind::Get, {});
+  ChargeForValue(value);
   if (&from == window) *window = Variant();
   window->OverwriteWith(value);
   return nullptr;
@@ -145,7 +146,9 @@ Function* Machine::CallMember(Variant* window, std::size_t count, MemberSite& si
     return nullptr;
   }
   const std::int32_t id = MemberId(object, site);
+  for (std::size_t i = 0; i <= count; ++i) ChargeForValue(window[i]);
   Variant result = object.Invoke(id, isWanted ? InvokeKind::Get : InvokeKind::Call, {window + 1, count});
+  ChargeForValue(result);
   Finish(window, count + 1, std::move(result), isWanted);
   return nullptr;
 }
@@ -198,6 +201,7 @@ Function* Machine::PutMember(Variant* window, std::size_t count, MemberSite& sit
       RaiseRuntime(number::kMemberNotFound, Describe(site.node));
     }
   } else {
+    for (std::size_t i = 1; i <= count; ++i) ChargeForValue(window[i]);
     object.Invoke(MemberId(object, site), kind, {window + 1, count});
   }
   ClearWindow(window, count + 1);
