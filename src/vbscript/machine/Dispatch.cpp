@@ -244,9 +244,19 @@ VBS_NOINLINE void StoreResult(Variant& to, Variant&& result) {
   to.OverwriteWith(result);
 }
 
+constexpr std::size_t kLongChain = 4096;
+
 VBS_NOINLINE void SlowBinary(Op op, Variant& to, Variant& left, Variant& right, Literals literals,
                              bool isLeftTemporary, bool isRightTemporary) {
-  Variant result = Apply(op, left, right, literals);
+  Variant result;
+  if (op == Op::Concatenate && isLeftTemporary && left.Type() == VariantType::String &&
+      left.AsUtf16().size() >= kLongChain) {
+    // A chain a & b & c … grows one text, or its cost would be quadratic.
+    AppendText(left, right);
+    result = std::move(left);
+  } else {
+    result = Apply(op, left, right, literals);
+  }
   if (isRightTemporary && &right != &to) right = Variant();
   if (isLeftTemporary && &left != &to) left = Variant();
   StoreResult(to, std::move(result));
@@ -283,6 +293,7 @@ VBS_NOINLINE bool SlowTruth(Variant& condition, bool isTemporary) {
 VBS_NOINLINE void GetElementSlowly(Variant& to, const Variant& from, std::span<Variant> indices) {
   const Variant& array = from.Target();
   Variant result;
+  if (array.Type() == VariantType::Array) ResolveIndices(indices);
   if (array.Type() == VariantType::Array) {
     result = CopyOf(Element(*array.AsArray(), indices));
   } else if (array.IsObject()) {
@@ -302,8 +313,9 @@ VBS_NOINLINE void SetElementSlowly(Variant& to, std::span<Variant> indices, cons
   const Variant& source = value.Target();
   if (isSet && !source.IsObject()) RaiseRuntime(number::kObjectRequired);
   if (to.Type() == VariantType::Array) {
-    // First the value: getting it may run code that changes the array.
+    // First the value and the indices: getting them may run code that changes the array.
     Variant stored = source.IsObject() && !isSet ? CopyOf(ValueOf(source)) : CopyOf(source);
+    ResolveIndices(indices);
     if (to.Type() != VariantType::Array) RaiseRuntime(number::kTypeMismatch);
     Variant& element = Element(OwnArray(to), indices);
     const Variant old(std::move(element));
@@ -355,6 +367,7 @@ VBS_INLINE void CopyTo(Variant& to, const Variant& value) {
 VBS_NOINLINE void ReferToElement(Variant& to, Variant& from, bool isTemporary, std::span<Variant> indices,
                                  Variant* lock) {
   Variant& array = from.Target();
+  if (array.Type() == VariantType::Array) ResolveIndices(indices);
   if (array.Type() != VariantType::Array || (isTemporary && &array == &from)) {
     GetElementSlowly(to, array, indices);
     if (isTemporary) MakePlain(from);

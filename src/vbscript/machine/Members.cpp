@@ -212,6 +212,7 @@ Function* Machine::PutMember(Variant* window, std::size_t count, MemberSite& sit
 void Machine::CallValue(Variant* window, std::size_t count, MemberSite& site, bool isWanted) {
   Variant& callee = window[0].Target();
   Variant result;
+  if (callee.Type() == VariantType::Array) ResolveIndices({window + 1, count});
   if (callee.Type() == VariantType::Array) {
     result = CopyOf(Element(*callee.AsArray(), {window + 1, count}));
   } else if (callee.IsObject()) {

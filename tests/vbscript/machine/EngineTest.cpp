@@ -322,7 +322,7 @@ TEST_F(EngineTest, ChargesALoopOfFewInstructionsForWhatTheyMove) {
         u"s = String(1000000, \"x\") : t = s & \"\" : ReDim a(100000) : c = Space(100000)\n"
         u"Set d = CreateObject(\"Scripting.Dictionary\") : For i = 1 To 20000 : d.Add i, i : Next");
     engine.LimitSteps(1'000'000);
-    const std::string loop = "For i = 1 To 1000 : " + statement + " : Next";
+    const std::string loop = "For i = 1 To 1000\n" + statement + "\nNext";
     EXPECT_THROW(engine.AddCode(automation::Utf8ToUtf16(loop)), Error) << statement;
     EXPECT_EQ(engine.LastError().number, Engine::kTimedOut) << statement;
   }
