@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <new>
 #include <stdexcept>
@@ -168,23 +169,28 @@ VBS_BITWISE(Xor, ^)
 
 // ---- Comparisons: 1, 0, or -1 for operands of other kinds
 
-#define VBS_COMPARE(name, sign)                                                        \
-  VBS_INLINE int Quick##name(const Variant& left, const Variant& right) {              \
-    if (AreWhole(left, right)) [[likely]]                                              \
-      return left.AsLong() sign right.AsLong() ? 1 : 0;                                \
-    if (left.Type() == VariantType::String && right.Type() == VariantType::String)     \
-      return left.AsUtf16() sign right.AsUtf16() ? 1 : 0;                              \
-    double a;                                                                          \
-    double b;                                                                          \
-    if (!ReadNumber(left, a) || !ReadNumber(right, b)) return -1;                      \
-    return a sign b ? 1 : 0;                                                           \
-  }                                                                                    \
-  VBS_INLINE bool Fast##name(Variant& to, const Variant& left, const Variant& right) { \
-    if (left.Type() == VariantType::String) return false;                              \
-    const int holds = Quick##name(left, right);                                        \
-    if (holds < 0) return false;                                                       \
-    StoreBoolean(to, holds != 0);                                                      \
-    return true;                                                                       \
+// Texts that cost next to nothing to compare; longer ones are charged for.
+VBS_INLINE bool AreShort(const Variant& left, const Variant& right) {
+  return std::min(left.AsUtf16().size(), right.AsUtf16().size()) < 4096;
+}
+
+#define VBS_COMPARE(name, sign)                                                          \
+  VBS_INLINE int Quick##name(const Variant& left, const Variant& right) {                \
+    if (AreWhole(left, right)) [[likely]]                                                \
+      return left.AsLong() sign right.AsLong() ? 1 : 0;                                  \
+    if (left.Type() == VariantType::String && right.Type() == VariantType::String)       \
+      return AreShort(left, right) ? (left.AsUtf16() sign right.AsUtf16() ? 1 : 0) : -1; \
+    double a;                                                                            \
+    double b;                                                                            \
+    if (!ReadNumber(left, a) || !ReadNumber(right, b)) return -1;                        \
+    return a sign b ? 1 : 0;                                                             \
+  }                                                                                      \
+  VBS_INLINE bool Fast##name(Variant& to, const Variant& left, const Variant& right) {   \
+    if (left.Type() == VariantType::String) return false;                                \
+    const int holds = Quick##name(left, right);                                          \
+    if (holds < 0) return false;                                                         \
+    StoreBoolean(to, holds != 0);                                                        \
+    return true;                                                                         \
   }
 VBS_COMPARE(Equal, ==)
 VBS_COMPARE(NotEqual, !=)
@@ -238,9 +244,19 @@ VBS_NOINLINE void StoreResult(Variant& to, Variant&& result) {
   to.OverwriteWith(result);
 }
 
+constexpr std::size_t kLongChain = 4096;
+
 VBS_NOINLINE void SlowBinary(Op op, Variant& to, Variant& left, Variant& right, Literals literals,
                              bool isLeftTemporary, bool isRightTemporary) {
-  Variant result = Apply(op, left, right, literals);
+  Variant result;
+  if (op == Op::Concatenate && isLeftTemporary && left.Type() == VariantType::String &&
+      left.AsUtf16().size() >= kLongChain) {
+    // A chain a & b & c … grows one text, or its cost would be quadratic.
+    AppendText(left, right);
+    result = std::move(left);
+  } else {
+    result = Apply(op, left, right, literals);
+  }
   if (isRightTemporary && &right != &to) right = Variant();
   if (isLeftTemporary && &left != &to) left = Variant();
   StoreResult(to, std::move(result));
@@ -277,6 +293,7 @@ VBS_NOINLINE bool SlowTruth(Variant& condition, bool isTemporary) {
 VBS_NOINLINE void GetElementSlowly(Variant& to, const Variant& from, std::span<Variant> indices) {
   const Variant& array = from.Target();
   Variant result;
+  if (array.Type() == VariantType::Array) ResolveIndices(indices);
   if (array.Type() == VariantType::Array) {
     result = CopyOf(Element(*array.AsArray(), indices));
   } else if (array.IsObject()) {
@@ -296,8 +313,9 @@ VBS_NOINLINE void SetElementSlowly(Variant& to, std::span<Variant> indices, cons
   const Variant& source = value.Target();
   if (isSet && !source.IsObject()) RaiseRuntime(number::kObjectRequired);
   if (to.Type() == VariantType::Array) {
-    // First the value: getting it may run code that changes the array.
+    // First the value and the indices: getting them may run code that changes the array.
     Variant stored = source.IsObject() && !isSet ? CopyOf(ValueOf(source)) : CopyOf(source);
+    ResolveIndices(indices);
     if (to.Type() != VariantType::Array) RaiseRuntime(number::kTypeMismatch);
     Variant& element = Element(OwnArray(to), indices);
     const Variant old(std::move(element));
@@ -349,6 +367,7 @@ VBS_INLINE void CopyTo(Variant& to, const Variant& value) {
 VBS_NOINLINE void ReferToElement(Variant& to, Variant& from, bool isTemporary, std::span<Variant> indices,
                                  Variant* lock) {
   Variant& array = from.Target();
+  if (array.Type() == VariantType::Array) ResolveIndices(indices);
   if (array.Type() != VariantType::Array || (isTemporary && &array == &from)) {
     GetElementSlowly(to, array, indices);
     if (isTemporary) MakePlain(from);
@@ -534,6 +553,8 @@ void Machine::Execute() {
     const Variant* right = X(pc->c);                                                              \
     if (Fast##name(to, *left, *right)) NEXT();                                                    \
     if (Follow(left, right) && Fast##name(to, *left, *right)) NEXT();                             \
+    ChargeForValue(*X(pc->b));                                                                    \
+    ChargeForValue(*X(pc->c));                                                                    \
     SlowBinary(Op::name, to, *X(pc->b), *X(pc->c), LiteralsOf(pc->b, pc->c), IS_TEMPORARY(pc->b), \
                IS_TEMPORARY(pc->c));                                                              \
     NEXT();                                                                                       \
@@ -574,8 +595,11 @@ void Machine::Execute() {
         Variant& to = X(pc->a)->Target();
         const Variant& text = *X(pc->c);
         if (!(to.Type() == VariantType::String && text.Type() == VariantType::String &&
-              !to.AsStringBuffer()->IsShared() && to.AsStringBuffer()->Append(text.AsUtf16())))
+              !to.AsStringBuffer()->IsShared() && to.AsStringBuffer()->Append(text.AsUtf16()))) {
+          ChargeForValue(to);
+          ChargeForValue(text);
           AppendText(to, text);
+        }
         if (IS_TEMPORARY(pc->c)) MakePlain(*X(pc->c));
         NEXT();
       }
@@ -612,6 +636,7 @@ void Machine::Execute() {
     int holds = Quick##name(*left, *right);                                                              \
     if (holds < 0 && Follow(left, right)) holds = Quick##name(*left, *right);                            \
     if (holds < 0) {                                                                                     \
+      ChargeForValue(*X(pc->a));                                                                         \
       holds = SlowCompare(Op::name, *X(pc->a), *X(pc->b), LiteralsOf(pc->a, pc->b), IS_TEMPORARY(pc->a), \
                           IS_TEMPORARY(pc->b));                                                          \
     } else if (left->Type() == VariantType::String) {                                                    \
@@ -756,6 +781,7 @@ void Machine::Execute() {
       }
       CASE(ElementReference) {
         Variant* const lock = pc[1].b == kNoOperand ? nullptr : base + pc[1].b;
+        ChargeForOwnCopy(X(pc->b)->Target());
         ReferToElement(base[pc->a], *X(pc->b), IS_TEMPORARY(pc->b), {base + pc->c, pc[1].a}, lock);
         NEXT2();
       }
@@ -776,6 +802,7 @@ void Machine::Execute() {
       CASE(ReDim) {
         const std::size_t count = pc->c & kArgumentCountMask;
         ReDimArray(X(pc->a)->Target(), {base + pc->b, count}, (pc->c & kPreserve) != 0);
+        ChargeForValue(*X(pc->a));
         for (std::size_t i = 0; i < count; ++i) MakePlain(base[pc->b + i]);
         NEXT();
       }
@@ -848,6 +875,7 @@ void Machine::Execute() {
             }
           }
         }
+        ChargeForOwnCopy(array);
         SetElementOne(array, *X(pc->b), value, IS_TEMPORARY(pc->b), IS_TEMPORARY(pc->c));
         if (IS_TEMPORARY(pc->a)) MakePlain(*X(pc->a));
         NEXT();
@@ -866,6 +894,7 @@ void Machine::Execute() {
           }
         }
         {
+          ChargeForOwnCopy(array);
           Variant indices[] = {CopyOf(first), CopyOf(second)};
           SetElementSlowly(array, indices, value, false);
         }
@@ -877,6 +906,7 @@ void Machine::Execute() {
       }
       CASE(SetElements) {
         const std::size_t count = pc[1].a;
+        ChargeForOwnCopy(X(pc->a)->Target());
         SetElementSlowly(X(pc->a)->Target(), {base + pc->b, count}, *X(pc->c), pc[1].b != 0);
         if (IS_TEMPORARY(pc->c)) MakePlain(*X(pc->c));
         for (std::size_t i = 0; i < count; ++i) MakePlain(base[pc->b + i]);
@@ -921,7 +951,9 @@ void Machine::Execute() {
           DISPATCH();
         }
         {
+          for (std::size_t i = 0; i < count; ++i) ChargeForArgument(window[i]);
           Variant result = binding.intrinsic->call(m_context, {window, count});
+          ChargeForValue(result);
           for (std::size_t i = 0; i < count; ++i) MakePlain(window[i]);
           if ((pc->b & kNoResultWanted) == 0) window[0].OverwriteWith(result);
         }

@@ -141,6 +141,25 @@ class Machine {
   automation::Variant InvokeForeign(automation::Object& object, std::int32_t id, automation::InvokeKind kind,
                                     std::span<automation::Variant> arguments);
 
+  // What a value costs that is copied, compared or made whole: a loop of few instructions may do much.
+  void ChargeForValue(const automation::Variant& value) {
+    const automation::Variant& target = value.Target();
+    if (target.Type() == automation::VariantType::String) {
+      m_context.budget.Charge(static_cast<std::int64_t>(target.AsUtf16().size() / 16));
+    } else if (target.Type() == automation::VariantType::Array) {
+      m_context.budget.Charge(static_cast<std::int64_t>(target.AsArray()->Elements().size() / 4));
+    }
+  }
+  // An array that is written and must be copied first.
+  void ChargeForOwnCopy(const automation::Variant& array) {
+    if (array.Type() == automation::VariantType::Array && array.AsArray()->IsShared()) ChargeForValue(array);
+  }
+  // A function may look at all of its argument or at one unit; those that walk it charge more themselves.
+  void ChargeForArgument(const automation::Variant& value) {
+    if (value.Type() == automation::VariantType::String)
+      m_context.budget.Charge(static_cast<std::int64_t>(value.AsUtf16().size() / 16'384));
+  }
+
   // Text.cpp
   automation::Variant ExecuteText(std::u16string_view text, bool isExpression);
 

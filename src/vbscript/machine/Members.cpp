@@ -127,6 +127,7 @@ Function* Machine::GetMember(Variant* window, Variant& from, MemberSite& site) {
     return nullptr;
   }
   Variant value = object.Invoke(MemberId(object, site), InvokeKind::Get, {});
+  ChargeForValue(value);
   if (&from == window) *window = Variant();
   window->OverwriteWith(value);
   return nullptr;
@@ -152,7 +153,9 @@ Function* Machine::CallMember(Variant* window, std::size_t count, MemberSite& si
     return nullptr;
   }
   const std::int32_t id = MemberId(object, site);
+  for (std::size_t i = 0; i <= count; ++i) ChargeForValue(window[i]);
   Variant result = object.Invoke(id, isWanted ? InvokeKind::Get : InvokeKind::Call, {window + 1, count});
+  ChargeForValue(result);
   Finish(window, count + 1, std::move(result), isWanted);
   return nullptr;
 }
@@ -205,6 +208,7 @@ Function* Machine::PutMember(Variant* window, std::size_t count, MemberSite& sit
       RaiseRuntime(number::kMemberNotFound, Describe(site.node));
     }
   } else {
+    for (std::size_t i = 1; i <= count; ++i) ChargeForValue(window[i]);
     object.Invoke(MemberId(object, site), kind, {window + 1, count});
   }
   ClearWindow(window, count + 1);
@@ -215,6 +219,7 @@ Function* Machine::PutMember(Variant* window, std::size_t count, MemberSite& sit
 void Machine::CallValue(Variant* window, std::size_t count, MemberSite& site, bool isWanted) {
   Variant& callee = window[0].Target();
   Variant result;
+  if (callee.Type() == VariantType::Array) ResolveIndices({window + 1, count});
   if (callee.Type() == VariantType::Array) {
     result = CopyOf(Element(*callee.AsArray(), {window + 1, count}));
   } else if (callee.IsObject()) {

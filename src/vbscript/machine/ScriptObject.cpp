@@ -106,6 +106,7 @@ Variant ScriptObject::InvokeMember(const ClassMember& member, InvokeKind kind, s
     if (isPut && arguments.empty()) RaiseRuntime(number::kWrongNumberOfArguments);
     Variant* place = &field;
     if (indices != 0) {
+      if (field.Type() == VariantType::Array) ResolveIndices(arguments.first(indices));
       if (field.Type() == VariantType::Array) {
         place = &Element(isPut ? OwnArray(field) : *field.AsArray(), arguments.first(indices));
       } else if (field.IsObject() && field.AsObject() != nullptr) {

@@ -31,6 +31,7 @@ class DepthGuard {
 
 void Machine::ExecuteGlobal(std::u16string_view text) {
   const DepthGuard guard(m_textDepth);
+  m_context.budget.Charge(static_cast<std::int64_t>(text.size()));
   const std::shared_ptr<const Script> script = ParseScript(text, m_globals.Names());
   DeclareGlobals(script, m_globals);
   const std::unique_ptr<Code> code = CompileSource(script, false, m_globals);
@@ -39,6 +40,7 @@ void Machine::ExecuteGlobal(std::u16string_view text) {
 
 Variant Machine::EvalGlobal(std::u16string_view text) {
   const DepthGuard guard(m_textDepth);
+  m_context.budget.Charge(static_cast<std::int64_t>(text.size()));
   const std::shared_ptr<const Script> script = ParseExpression(text, m_globals.Names());
   const std::unique_ptr<Code> code = CompileSource(script, true, m_globals);
   return RunSource(*code);
@@ -54,6 +56,7 @@ Variant Machine::ExecuteText(std::u16string_view text, bool isExpression) {
     return {};
   }
   const DepthGuard guard(m_textDepth);
+  m_context.budget.Charge(static_cast<std::int64_t>(text.size()));
   const std::shared_ptr<const Script> script =
       isExpression ? ParseExpression(text, m_globals.Names()) : ParseScript(text, m_globals.Names());
   for (const Procedure* procedure : script->procedures)

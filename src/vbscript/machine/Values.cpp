@@ -69,6 +69,12 @@ std::int32_t ToIndex(const Variant& index) {
   return ToLong32(index);
 }
 
+void ResolveIndices(std::span<Variant> indices) {
+  for (Variant& index : indices) {
+    if (index.Target().IsObject()) index = Variant::FromLong(ToIndex(index.Target()));
+  }
+}
+
 Variant& Element(ArrayBuffer& array, std::span<const Variant> indices) {
   const auto bounds = array.Bounds();
   if (indices.size() != bounds.size() || bounds.empty()) RaiseRuntime(number::kSubscriptOutOfRange);

@@ -19,6 +19,9 @@ void SetVariable(automation::Variant& variable, const automation::Variant& value
 // A value to be kept on its own; an array that is locked is copied.
 automation::Variant CopyOf(const automation::Variant& value);
 
+// Takes the numbers of objects among indices. Before an array is looked at: it may run code that changes it.
+void ResolveIndices(std::span<automation::Variant> indices);
+
 // The array of a variable, which is its sole owner then.
 automation::ArrayBuffer& OwnArray(automation::Variant& variable);
 // The element; error 9 outside and for a wrong number of indices.

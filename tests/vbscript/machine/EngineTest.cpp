@@ -313,6 +313,21 @@ TEST_F(EngineTest, StopsAfterSteps) {
   EXPECT_EQ(Fail("Do : Loop"), Engine::kTimedOut);
 }
 
+TEST_F(EngineTest, ChargesALoopOfFewInstructionsForWhatTheyMove) {
+  for (const std::string statement :
+       {"x = s & \"y\"", "x = (s = t)", "If s = t Then x = 1", "x = Mid(s, 2)", "x = UCase(s)",
+        "x = Space(1000000)", "b = a : b(0) = 1", "ReDim a(100000)", "x = d.Items", "Execute c"}) {
+    Engine engine(m_host);
+    engine.AddCode(
+        u"s = String(1000000, \"x\") : t = s & \"\" : ReDim a(100000) : c = Space(100000)\n"
+        u"Set d = CreateObject(\"Scripting.Dictionary\") : For i = 1 To 20000 : d.Add i, i : Next");
+    engine.LimitSteps(1'000'000);
+    const std::string loop = "For i = 1 To 1000\n" + statement + "\nNext";
+    EXPECT_THROW(engine.AddCode(automation::Utf8ToUtf16(loop)), Error) << statement;
+    EXPECT_EQ(engine.LastError().number, Engine::kTimedOut) << statement;
+  }
+}
+
 TEST_F(EngineTest, CompilesSourcesWithMoreThanSixteenBitsCanCount) {
   std::string code = "Dim s : s = 0\n";
   for (int i = 0; i < 40'000; ++i)

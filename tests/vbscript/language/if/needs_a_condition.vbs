@@ -1,0 +1,2 @@
+If Then  ' compile error: 1023 @4
+End If

@@ -1,0 +1,1 @@
+x = 1e+  ' compile error: 1031 @5

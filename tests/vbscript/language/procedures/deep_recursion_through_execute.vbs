@@ -1,0 +1,4 @@
+Sub E
+  Execute "E"  ' error: 28
+End Sub
+E

@@ -1,0 +1,1 @@
+Set x =  ' compile error: 1023

@@ -1,0 +1,2 @@
+With Err
+End If  ' compile error: 1029 @5
