@@ -1,7 +1,6 @@
 #include "automation/Variant.hpp"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -196,18 +195,6 @@ void Variant::ReleaseCounted() noexcept {
 Variant Variant::FromText(std::string_view utf8) { return FromUtf16(Utf8ToUtf16(utf8)); }
 
 Variant Variant::FromUtf16(std::u16string_view text) { return FromStringBuffer(StringBuffer::New(text)); }
-
-Variant Variant::FromUnit(char16_t unit) {
-  // Scripts take texts apart unit by unit; those of ASCII need no memory of their own.
-  struct Units {
-    Units() {
-      for (char16_t c = 0; c < 128; ++c) text[c] = FromUtf16({&c, 1});
-    }
-    std::array<Variant, 128> text;
-  };
-  thread_local Units units;
-  return unit < 128 ? units.text[unit] : FromUtf16({&unit, 1});
-}
 
 Variant Variant::FromUtf16(std::u16string_view first, std::u16string_view second) {
   Variant result;

@@ -180,8 +180,6 @@ class Variant {
   static Variant FromBoolean(bool value) { return FromWhole(VariantType::Boolean, value ? -1 : 0); }
   static Variant FromText(std::string_view utf8);
   static Variant FromUtf16(std::u16string_view text);
-  // A text of one unit; those of ASCII are shared.
-  static Variant FromUnit(char16_t unit);
   // Takes a reference of its own.
   static Variant FromStringBuffer(StringBuffer* text) {
     Variant result(VariantType::String);
