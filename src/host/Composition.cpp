@@ -15,6 +15,7 @@
 #include "host/Console.hpp"
 #include "host/HostEventPump.hpp"
 #include "host/HostSystemInfo.hpp"
+#include "host/Interrupt.hpp"
 #include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::host {
@@ -51,6 +52,7 @@ vbs::Services MakeServices() {
     Console(true).Note(Printable(prompt));
     return CommandScriptHost::DefaultAnswer(style);
   };
+  services.isStopWanted = &Interrupt::IsRequested;
   return services;
 }
 

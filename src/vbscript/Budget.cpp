@@ -21,7 +21,8 @@ void Budget::Look() {
   const std::int64_t spent = kStepsBetweenLooks - m_untilLook;
   m_untilLook = kStepsBetweenLooks;
   m_stepsLeft -= spent;
-  if (m_isInterrupted || m_stepsLeft < 0 || Clock::now() >= m_deadline) {
+  const bool isStopWanted = m_isInterrupted || (m_isStopWanted != nullptr && m_isStopWanted());
+  if (isStopWanted || m_stepsLeft < 0 || Clock::now() >= m_deadline) {
     // Whatever runs while the stack unwinds (Class_Terminate, a handler) is stopped at its first look too.
     m_untilLook = 0;
     throw Interrupted();

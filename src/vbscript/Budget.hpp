@@ -25,6 +25,9 @@ class Budget {
   // May be called from a signal handler or another thread: the script ends at its next look.
   void Interrupt() { m_isInterrupted = true; }
 
+  // Asked at each look: true ends the script as Interrupt does. Null for none.
+  void SetStopCheck(bool (*isStopWanted)()) { m_isStopWanted = isStopWanted; }
+
   // Throws Interrupted when the budget is used up. One step is about one cheap instruction, or some
   // sixteen units of text.
   void Charge(std::int64_t steps) {
@@ -40,6 +43,7 @@ class Budget {
   std::int64_t m_stepsLeft = std::numeric_limits<std::int64_t>::max();
   Clock::time_point m_deadline = Clock::time_point::max();
   volatile bool m_isInterrupted = false;
+  bool (*m_isStopWanted)() = nullptr;
 };
 
 }  // namespace hearthmake::vbscript

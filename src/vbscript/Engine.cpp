@@ -72,7 +72,7 @@ class Engine::Implementation {
       throw Error(lastError.number, lastError.source, lastError.description);
     } catch (const Interrupted&) {
       if (!isOutermost) throw;
-      const Error error(kTimedOut, kRuntimeErrorSource, "The script was stopped: it ran out of its time");
+      const Error error(kTimedOut, kRuntimeErrorSource, "The script was stopped, or ran out of its time");
       Keep(error, {}, 0, false);
       throw error;
     }

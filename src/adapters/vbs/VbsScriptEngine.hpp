@@ -27,7 +27,9 @@ class ServiceHost final : public vbscript::Host {
 class VbsScriptEngine final : public platform::ScriptEngine {
  public:
   VbsScriptEngine(const platform::Platform& ports, const Services& services)
-      : m_host(ports, services), m_engine(m_host) {}
+      : m_host(ports, services), m_engine(m_host) {
+    m_engine.SharedContext().budget.SetStopCheck(services.isStopWanted);
+  }
 
   void SetLanguage(std::string_view language) override { m_engine.SetLanguage(language); }
   void SetTimeout(std::int32_t milliseconds) override { m_engine.SetTimeout(milliseconds); }

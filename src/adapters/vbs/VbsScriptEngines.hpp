@@ -21,6 +21,8 @@ struct Services {
   // InputBox.
   std::function<std::string(std::string_view prompt, std::string_view title, std::string_view defaultText)>
       askForText;
+  // Asked while scripts run: true ends them, as their time-out does.
+  bool (*isStopWanted)() = nullptr;
 };
 
 // Engines of the library's own VBScript.

@@ -40,6 +40,13 @@ TEST_F(VbsScriptEngineTest, SpeaksVbscriptOnly) {
   EXPECT_EQ(ErrorOf([&] { engine->SetLanguage("JScript"); }).Number(), 380);
 }
 
+TEST_F(VbsScriptEngineTest, EndsAScriptWhenTheProgramWantsToStop) {
+  services.isStopWanted = [] { return true; };
+  engine = VbsScriptEngines({}, services).Create();
+  const auto error = ErrorOf([&] { engine->ExecuteStatement("On Error Resume Next\r\nDo\r\nLoop"); });
+  EXPECT_EQ(error.Number(), vbscript::Engine::kTimedOut);
+}
+
 TEST_F(VbsScriptEngineTest, KnowsObjectsByNameAndTheirMembersWhenWanted) {
   engine->AddObject("Named", recorder, false);
   EXPECT_EQ(Printed("Named.Print \"é\""), Lines{"é"});

@@ -212,6 +212,20 @@ TEST_F(BuildCommandTest, CtrlCEndsTheCompilerAndTheRunCanBeResumed) {
   EXPECT_THAT(command.Compiled(), ElementsAre("App", "Tool"));
 }
 
+TEST_F(BuildCommandTest, CtrlCEndsAScriptThatRunsWithoutEnd) {
+  command.root.MakeFile("endless.vbs", "CreateObject(\"Scripting.FileSystemObject\").CreateTextFile(\"Z:" +
+                                           command.root.Path("sleeper") +
+                                           "\").WriteLine 1\r\nOn Error Resume Next\r\nDo\r\nLoop\r\n");
+  command.Run({"settings", "RunScripts", "true"});
+  command.Run({"scripts", "Shop", "BeforeComplie", "--set", command.root.Path("endless.vbs")});
+  const pid_t process = command.Start({"build", "Shop"});
+  ASSERT_EQ(command.WaitForSleeper(), 1) << "the script did not begin";
+  kill(process, SIGINT);
+  const CommandResult result = command.Finish(process);
+  EXPECT_EQ(result.status, 3) << result.err;
+  EXPECT_THAT(command.Compiled(), ElementsAre());
+}
+
 TEST_F(BuildCommandTest, ATerminationSignalCancelsToo) {
   command.SleepOn("Lib");
   const pid_t process = command.Start({"build", "Shop", "--json"});
