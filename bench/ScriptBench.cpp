@@ -3,22 +3,17 @@
 // TOOLS is the folder of a release build, SUITE an existing suite to build with and without scripts.
 
 #include <fmt/format.h>
-#include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "Program.hpp"
+#include "Scratch.hpp"
 #include "Suite.hpp"
 
 namespace hearthmake::bench {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr int kRounds = 9;
 constexpr int kTurns = 1'000'000;
@@ -30,31 +25,6 @@ void Report(const std::string& what, double ratio, double budget) {
              ratio <= budget ? "within" : "OVER");
   std::fflush(stdout);
 }
-
-// A folder for scripts.
-class Scratch {
- public:
-  Scratch() {
-    std::string pattern = (fs::temp_directory_path() / "script_bench_XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
-    m_folder = pattern;
-  }
-  Scratch(const Scratch&) = delete;
-  Scratch& operator=(const Scratch&) = delete;
-  ~Scratch() {
-    std::error_code ignored;
-    fs::remove_all(m_folder, ignored);
-  }
-  std::string Write(const std::string& name, const std::string& text) const {
-    const std::string path = m_folder / name;
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-  }
-  std::string Data() const { return m_folder / "data"; }
-
- private:
-  fs::path m_folder;
-};
 
 // Seconds of a script that does something in a loop of a procedure.
 class LoopScripts {
@@ -68,7 +38,7 @@ class LoopScripts {
                           "Dim build\nSet build = CreateObject(\"Hearthmake.Build\")\n"
                           "build.Name = \"a name\"\nWork build\n",
                           kTurns, statement));
-    const ProgramRun run = RunProgram({m_command, "--data", m_scratch.Data(), "script", script}, {});
+    const ProgramRun run = RunProgram({m_command, "--data", m_scratch.Path("data"), "script", script}, {});
     if (run.status != 0) throw std::runtime_error(fmt::format("{} ended with {}", script, run.status));
     return run.seconds;
   }

@@ -4,7 +4,6 @@
 // --wine adds a column for Wine's own script host, with a smaller size where it would take minutes.
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +17,7 @@
 #include <vector>
 
 #include "Program.hpp"
+#include "Scratch.hpp"
 
 namespace hearthmake::bench {
 namespace {
@@ -37,30 +37,6 @@ struct Arguments {
   fs::path programs;
   bool withWine = false;
   std::vector<std::string> names;
-};
-
-// A scratch folder for what the programs print and for the empty scripts.
-class Scratch {
- public:
-  Scratch() {
-    std::string pattern = (fs::temp_directory_path() / "vbs_bench_XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
-    m_folder = pattern;
-  }
-  Scratch(const Scratch&) = delete;
-  Scratch& operator=(const Scratch&) = delete;
-  ~Scratch() {
-    std::error_code ignored;
-    fs::remove_all(m_folder, ignored);
-  }
-  std::string Path(const std::string& name) const { return (m_folder / name).string(); }
-  std::string MakeEmptyFile(const std::string& name) const {
-    std::ofstream file(Path(name));
-    return Path(name);
-  }
-
- private:
-  fs::path m_folder;
 };
 
 struct Timed {
@@ -156,14 +132,14 @@ void MeasureAgainstLua(const Arguments& arguments, const Scratch& scratch) {
   const double mean = GeometricMean(ratios);
   fmt::print("{:<16} {:>28.2f}  budget {:g} x  {}\n", "geometric mean", mean, kBudgetAgainstLua,
              mean <= kBudgetAgainstLua ? "within" : "OVER");
-  const Comparison start = Compare(ScriptCommand(arguments, scratch.MakeEmptyFile("empty.vbs")),
-                                   LuaCommand(scratch.MakeEmptyFile("empty.lua")), kStartRounds, scratch);
+  const Comparison start = Compare(ScriptCommand(arguments, scratch.Write("empty.vbs", "")),
+                                   LuaCommand(scratch.Write("empty.lua", "")), kStartRounds, scratch);
   fmt::print("{:<16} {:>7.2f}ms {:>7.2f}ms\n\n", "an empty script", start.ours * 1000, start.theirs * 1000);
 }
 
 // Wine's start-up, some tenths of a second, is taken off its time: it is the engines that are compared.
 void MeasureAgainstWine(const Arguments& arguments, const Scratch& scratch) {
-  const std::string empty = scratch.MakeEmptyFile("empty.vbs");
+  const std::string empty = scratch.Write("empty.vbs", "");
   Run(WineCommand(empty), scratch);  // starts its server
   const Comparison start = Compare(ScriptCommand(arguments, empty), WineCommand(empty), 3, scratch);
   fmt::print("{:<16} {:>9} {:>9} {:>8}\n", "small size", "script s", "Wine s", "faster");

@@ -83,8 +83,8 @@ std::string CommandScriptHost::AskForText(std::string_view prompt, std::string_v
 }
 
 automation::Ref<automation::Object> CommandScriptHost::CreateObject(std::string_view progId) {
-  const PublicClass* found = FindPublicClass(progId);
-  if (found == nullptr || found->create == nullptr) return nullptr;
+  const PublicClass* found = FindCreatableClass(progId);
+  if (found == nullptr) return nullptr;
   m_prepareLibrary();
   return found->create();
 }

@@ -71,4 +71,9 @@ const PublicClass* FindPublicClass(std::string_view progId) {
   return nullptr;
 }
 
+const PublicClass* FindCreatableClass(std::string_view progId) {
+  const PublicClass* found = FindPublicClass(progId);
+  return found != nullptr && found->create != nullptr ? found : nullptr;
+}
+
 }  // namespace hearthmake

@@ -23,4 +23,7 @@ std::span<const automation::Enumeration* const> PublicEnumerations();
 // The class of a ProgID ("Hearthmake.Build", in any case); null for a name that is no public class.
 const PublicClass* FindPublicClass(std::string_view progId);
 
+// The same for a class that CreateObject makes objects of; null for another.
+const PublicClass* FindCreatableClass(std::string_view progId);
+
 }  // namespace hearthmake

@@ -19,10 +19,12 @@ namespace {
 constexpr std::string_view kInclude = "Include<";
 constexpr std::string_view kPlaceholder = "%Build.";
 constexpr std::string_view kLineEnd = "\r\n";
+constexpr const char* kIncludesSource = "Scripts.DoIncludes";
+constexpr const char* kInternalsSource = "Scripts.EvaluateInternals";
 constexpr std::size_t kLongestText = std::size_t{64} * 1024 * 1024;
 
-void CheckLength(std::size_t length) {
-  if (length > kLongestText) automation::Raise(automation::RuntimeError::OutOfMemory, "Scripts.DoIncludes");
+void CheckLength(std::size_t length, const char* source) {
+  if (length > kLongestText) automation::Raise(automation::RuntimeError::OutOfMemory, source);
 }
 
 // Expands depth first: a text that is still to be searched waits while one that it includes is. (Replacing
@@ -43,7 +45,7 @@ class IncludeExpansion {
 
   void Push(std::shared_ptr<const std::string> text) {
     m_length += text->size();
-    CheckLength(m_length);
+    CheckLength(m_length, kIncludesSource);
     m_waiting.push_back({std::move(text)});
   }
 
@@ -81,7 +83,7 @@ class IncludeExpansion {
     try {
       text = std::make_shared<const std::string>(clFile::ReadText(file));
     } catch (const automation::Error&) {
-      automation::Raise(automation::BuildErrors::beOpenIncludeFile, "Scripts.DoIncludes",
+      automation::Raise(automation::BuildErrors::beOpenIncludeFile, kIncludesSource,
                         "Could not open include file " + file);
     }
     return text;
@@ -125,7 +127,7 @@ std::string ValueOfPath(Build& build, std::string_view path) {
 }
 
 [[noreturn]] void RaiseMethodFailed(const std::string& path) {
-  automation::Raise(automation::BuildErrors::beEvaluateInternalsFaild, "Scripts.EvaluateInternals",
+  automation::Raise(automation::BuildErrors::beEvaluateInternalsFaild, kInternalsSource,
                     "Method " + path + " failed");
 }
 
@@ -155,7 +157,7 @@ std::string EvaluateInternals(const std::string& text, Build& build) {
     if (!replaced.insert(path).second) RaiseMethodFailed(path);
     const std::string value = ValueOrRaise(build, path);
     result = automation::ReplaceAll(result, result.substr(begin, end + 1 - begin), value);
-    CheckLength(result.size());
+    CheckLength(result.size(), kInternalsSource);
     from = begin;
   }
 }

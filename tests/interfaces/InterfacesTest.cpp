@@ -221,6 +221,8 @@ TEST(Interfaces, AreFoundByTheirProgId) {
   ASSERT_NE(FindPublicClass("hearthmake.BUILD"), nullptr);
   EXPECT_EQ(FindPublicClass("hearthmake.BUILD")->describe().Name(), "Build");
   EXPECT_EQ(FindPublicClass("Hearthmake.Projects")->create, nullptr);
+  EXPECT_EQ(FindCreatableClass("Hearthmake.Projects"), nullptr);
+  EXPECT_EQ(FindCreatableClass("Hearthmake.Build"), FindPublicClass("Hearthmake.Build"));
   EXPECT_EQ(FindPublicClass("Hearthmake.Nothing"), nullptr);
   EXPECT_EQ(FindPublicClass("Build"), nullptr);
   EXPECT_EQ(FindPublicClass(""), nullptr);

@@ -98,6 +98,15 @@ TEST(EvaluateInternals, AValueMayHoldOtherPlaceholdersButNotItsOwn) {
               "Scripts.EvaluateInternals", "Method Name failed");
 }
 
+TEST(EvaluateInternals, ValuesThatGrowTheTextWithoutEndRunOutOfMemory) {
+  const BuildScene scene;
+  scene.build->Scripts().SetBuildFailed(std::string(1'000'000, 'x'));
+  std::string text;
+  for (int i = 0; i < 80; ++i) text += "%Build.Scripts.BuildFailed%";
+  ExpectError([&] { EvaluateInternals(text, *scene.build); }, 7, "Scripts.EvaluateInternals",
+              "Out of memory");
+}
+
 TEST(EvaluateInternals, AnObjectStandsForItsDefaultProperty) {
   const BuildScene scene;
   scene.Add("Bad");

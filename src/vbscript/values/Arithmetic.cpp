@@ -134,6 +134,18 @@ struct Rounded {
   std::int64_t divisor;
 };
 
+// What \ and Mod share: Null stays Null, the result has the wider side's whole type.
+template <class Compute>
+Variant OfRounded(const Variant& left, const Variant& right, const Compute& compute) {
+  const Operand a(left);
+  const Operand b(right);
+  const SubtypeSet kinds(a.Type(), b.Type());
+  CheckOperands(kinds);
+  const VariantType type = RoundedType(kinds);
+  if (type == VariantType::Null) return Variant::Null();
+  return FromWhole(compute(Rounded(a, b)), type);
+}
+
 }  // namespace
 
 Variant Add(const Variant& left, const Variant& right) {
@@ -213,27 +225,15 @@ Variant Divide(const Variant& left, const Variant& right) {
 }
 
 Variant IntegerDivide(const Variant& left, const Variant& right) {
-  const Operand a(left);
-  const Operand b(right);
-  const SubtypeSet kinds(a.Type(), b.Type());
-  CheckOperands(kinds);
-  const VariantType type = RoundedType(kinds);
-  if (type == VariantType::Null) return Variant::Null();
-  const Rounded sides(a, b);
-  const std::int64_t quotient = sides.dividend / sides.divisor;
-  if (quotient > std::numeric_limits<std::int32_t>::max()) RaiseRuntime(number::kOverflow);
-  return FromWhole(quotient, type);
+  return OfRounded(left, right, [](const Rounded& sides) {
+    const std::int64_t quotient = sides.dividend / sides.divisor;
+    if (quotient > std::numeric_limits<std::int32_t>::max()) RaiseRuntime(number::kOverflow);
+    return quotient;
+  });
 }
 
 Variant Modulo(const Variant& left, const Variant& right) {
-  const Operand a(left);
-  const Operand b(right);
-  const SubtypeSet kinds(a.Type(), b.Type());
-  CheckOperands(kinds);
-  const VariantType type = RoundedType(kinds);
-  if (type == VariantType::Null) return Variant::Null();
-  const Rounded sides(a, b);
-  return FromWhole(sides.dividend % sides.divisor, type);
+  return OfRounded(left, right, [](const Rounded& sides) { return sides.dividend % sides.divisor; });
 }
 
 Variant Power(const Variant& left, const Variant& right) {
