@@ -1,5 +1,7 @@
 #include "deployment/PackageDefinition.hpp"
 
+#include <utility>
+
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "build/Build.hpp"
