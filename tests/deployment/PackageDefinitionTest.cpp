@@ -273,6 +273,54 @@ TYPED_TEST(PackageDefinitionTest, ANewOneThatIsDeletedLeavesNothing) {
   EXPECT_EQ(DeployScene::CountRows("MTSPackages"), 0);
 }
 
+TYPED_TEST(PackageDefinitionTest, WritesItsColumnsInTheirOrder) {
+  DeployScene scene;
+  const auto definition = scene.NewOf<TypeParam>("Server");
+  const std::string id = automation::Decimal(definition->Id());
+  Steps expected = {"SELECT * FROM MTSPackages where id = " + id,
+                    "Edit",
+                    "Name",
+                    "User",
+                    "Description",
+                    "Password",
+                    "Autentication",
+                    "LeaveRunningIdle",
+                    "Shutdowntime",
+                    "DisableDelete",
+                    "DisableChanges",
+                    "LibraryPackage",
+                    "idBuild",
+                    "ExportFile"};
+  if constexpr (std::is_same_v<TypeParam, COMApplication>) {
+    const Steps own = {"CreateFlags",          "IsSystem",
+                       "AccessChecksLevel",    "ApplicationAccessChecksEnabled",
+                       "CommandLine",          "ImpersonationLevel",
+                       "CRMEnabled",           "AuthenticationCapability",
+                       "GigSupportEnabled",    "QueuingEnabled",
+                       "QueueListenerEnabled", "EventsEnabled",
+                       "ApplicationProxy",     "ApplicationProxyServerName",
+                       "CRMLogFile",           "ExportFlags"};
+    expected.insert(expected.end(), own.begin(), own.end());
+  }
+  expected.emplace_back("Update");
+  scene.workspace->lines->clear();
+  definition->BeginEdit();
+  definition->SetName("Renamed");
+  definition->ApplyEdit();
+  EXPECT_EQ(*scene.workspace->lines, expected);
+}
+
+TYPED_TEST(PackageDefinitionTest, ADeletionAsksFirstWhetherProjectsUseIt) {
+  DeployScene scene;
+  const auto definition = scene.NewOf<TypeParam>("Server");
+  const std::string id = automation::Decimal(definition->Id());
+  scene.workspace->lines->clear();
+  this->Delete(*definition);
+  EXPECT_EQ(*scene.workspace->lines, (Steps{"SELECT * FROM MTSPackages where id = " + id,
+                                            "SELECT COUNT(MTSPackage)FROM Project WHERE MTSPackage = " + id,
+                                            "DELETE FROM MTSPackages WHERE id = " + id}));
+}
+
 TYPED_TEST(PackageDefinitionTest, CancelEditRestoresTheRecord) {
   DeployScene scene;
   const auto definition = scene.NewOf<TypeParam>("Server");

@@ -101,6 +101,14 @@ TYPED_TEST(PackageDefinitionsTest, AreLoadedAtTheirFirstUse) {
   EXPECT_EQ(definitions.Item(Variant::FromLong(1)), known) << "only new rows were read";
 }
 
+TYPED_TEST(PackageDefinitionsTest, AreReadWithOneSelection) {
+  const DeployScene scene;
+  const auto loaded = DeployScene::Loaded(scene.build->Id());
+  scene.workspace->lines->clear();
+  KindOf<TypeParam>::In(*loaded);
+  EXPECT_EQ(*scene.workspace->lines, (Steps{"SELECT * FROM MTSPackages WHERE idBuild = 1"}));
+}
+
 TYPED_TEST(PackageDefinitionsTest, AFailedLoadIsTriedAgain) {
   DeployScene scene;
   scene.NewOf<TypeParam>("Server");

@@ -11,6 +11,7 @@
 #include "foundation/modDatabase.hpp"
 #include "support/BuildScene.hpp"
 #include "support/RecordingCatalogs.hpp"
+#include "support/RecordingWorkspace.hpp"
 
 namespace hearthmake::support {
 
@@ -53,6 +54,8 @@ class DeployScene : public BuildScene {
     ports.mtsCatalogs = mts;
     ports.comPlusCatalogs = comPlus;
     ports.events = std::make_shared<RecordingPump>(log);
+    workspace = std::make_shared<RecordingWorkspace>(ports.workspace);
+    ports.workspace = workspace;
     build = nullptr;
     apartment = nullptr;
     apartment = std::make_unique<Apartment>(std::move(ports));
@@ -90,6 +93,7 @@ class DeployScene : public BuildScene {
   static platform::Database& Database() { return *modDatabase::GetDatabase(); }
 
   StepLog log;
+  std::shared_ptr<RecordingWorkspace> workspace;
   std::shared_ptr<RecordingMtsCatalogs> mts = std::make_shared<RecordingMtsCatalogs>(log);
   std::shared_ptr<RecordingComPlusCatalogs> comPlus = std::make_shared<RecordingComPlusCatalogs>(log);
   LoggedEvents events{log};
