@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace hearthmake::catalog {
+
+// Lines of a JSON text, from 1: the parsed values don't remember where they stood.
+
+// The line of a byte, counted from 1 as parse errors count it.
+std::size_t LineAt(std::string_view text, std::size_t byte);
+
+// The line on which a value begins, by its JSON pointer ("/packages/0/key", names unescaped). The text is
+// sound JSON; 1 for what is not there.
+std::size_t LineOfPlace(std::string_view text, std::string_view place);
+
+}  // namespace hearthmake::catalog
