@@ -18,6 +18,8 @@ using nlohmann::ordered_json;
 
 constexpr const char* kFormat = "hearthmake catalog";
 constexpr std::int64_t kVersion = 1;
+// Far more than a catalog has. The parsed values are copied by recursion.
+constexpr std::size_t kDeepest = 64;
 
 ordered_json ValueJson(const Variant& value) {
   switch (value.Type()) {
@@ -270,6 +272,8 @@ std::string PrintCatalog(const CatalogData& data) {
 
 CatalogData ParseCatalog(std::string_view text, const std::string& path) {
   if (text.empty()) return {};
+  if (const std::size_t byte = ByteTooDeep(text, kDeepest); byte != 0)
+    RaiseDamaged(path, LineAt(text, byte), "this is nested deeper than any catalog");
   try {
     const auto root = ordered_json::parse(text);
     return ReadCatalog(Node(root, ""));

@@ -128,4 +128,18 @@ std::size_t LineOfPlace(std::string_view text, std::string_view place) {
   return 1 + static_cast<std::size_t>(std::count(text.data(), furthest, '\n'));
 }
 
+std::size_t ByteTooDeep(std::string_view text, std::size_t limit) {
+  std::size_t depth = 0;
+  bool isText = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == '"') isText = !isText;
+    if (isText && c == '\\') ++i;
+    if (isText) continue;
+    if ((c == '[' || c == '{') && ++depth > limit) return i + 1;
+    if ((c == ']' || c == '}') && depth > 0) --depth;
+  }
+  return 0;
+}
+
 }  // namespace hearthmake::catalog

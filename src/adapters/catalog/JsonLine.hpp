@@ -15,4 +15,8 @@ std::size_t LineAt(std::string_view text, std::size_t byte);
 // sound JSON; 1 for what is not there.
 std::size_t LineOfPlace(std::string_view text, std::string_view place);
 
+// The byte, counted from 1, at which brackets first nest deeper than the limit; 0 when they don't. The text
+// need not be sound.
+std::size_t ByteTooDeep(std::string_view text, std::size_t limit);
+
 }  // namespace hearthmake::catalog
