@@ -4,6 +4,7 @@
 #include "host/BinaryState.hpp"
 #include "host/Json.hpp"
 #include "host/Numbers.hpp"
+#include "host/Packages.hpp"
 #include "host/Properties.hpp"
 #include "host/ReferenceText.hpp"
 #include "host/commands/Commands.hpp"
@@ -62,11 +63,18 @@ void ShowBuild(Session& session, Build& build, bool asJson) {
                         TypeOf(*project), project->CompileMe() ? "" : " (not compiled)",
                         Printable(project->ProjectPath()));
   }
+  auto packages = ordered_json::array();
+  for (const Package& package : AllPackages(build)) {
+    packages.push_back({{"id", package->Id()}, {"name", package->Name()}});
+    text += fmt::format("{}{:>4}  {:<24} {}\n", packages.size() == 1 ? "Packages\n" : "", package->Id(),
+                        Printable(package->Name()), Printable(NamesOf(ProjectsOf(build, *package))));
+  }
   if (projects.empty()) text += "No projects yet. Add some with: hearthmake add BUILD FILE...\n";
   const ordered_json json = {{"id", build.Id()},
                              {"name", build.Name()},
                              {"startDllBaseAddress", build.StartDllBaseAddress()},
-                             {"projects", std::move(projects)}};
+                             {"projects", std::move(projects)},
+                             {"packages", std::move(packages)}};
   session.Out().Out(asJson ? JsonText(json, 2) + "\n" : text);
 }
 
