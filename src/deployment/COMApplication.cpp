@@ -1,6 +1,7 @@
 #include "deployment/COMApplication.hpp"
 
 #include <limits>
+#include <memory>
 
 #include "automation/Error.hpp"
 #include "build/Build.hpp"

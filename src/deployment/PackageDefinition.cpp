@@ -1,5 +1,7 @@
 #include "deployment/PackageDefinition.hpp"
 
+#include <utility>
+
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "build/Build.hpp"
@@ -152,9 +154,10 @@ void PackageDefinition::Tell(const std::string& strInfo) const {
 
 void PackageDefinition::InstallProjects(const std::string& where,
                                         const std::function<void(Project&)>& install) const {
-  Projects& projects = ParentBuild().Projects();
-  for (const auto& project : projects.All()) {
-    const bool isTakenOut = project->ParentOrNull() != &projects;  // by an event handler
+  const automation::Ref<Projects> projects(&ParentBuild().Projects());
+  for (const auto& project : projects->All()) {
+    ParentBuild();  // one that was killed meanwhile gets no further
+    const bool isTakenOut = project->ParentOrNull() != projects.Get();  // by an event handler
     // A definition that was never stored has the id of none.
     if (isTakenOut || Id() == 0 || project->MtsPackageId() != Id()) continue;
     Tell("Adding component " + project->Name() + where);
