@@ -277,8 +277,10 @@ CatalogData ParseCatalog(std::string_view text, const std::string& path) {
   try {
     const auto root = ordered_json::parse(text);
     return ReadCatalog(Node(root, ""));
-  } catch (const ordered_json::parse_error& error) {
-    RaiseDamaged(path, LineAt(text, error.byte), "this is damaged or no JSON");
+  } catch (const ordered_json::parse_error&) {
+    RaiseDamaged(path, LineOfDamage(text), "this is damaged or no JSON");
+  } catch (const ordered_json::out_of_range&) {
+    RaiseDamaged(path, LineOfDamage(text), "the number is too large");
   } catch (const Misfit& misfit) {
     RaiseDamaged(path, LineOfPlace(text, misfit.place), misfit.what);
   }

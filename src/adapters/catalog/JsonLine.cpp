@@ -47,6 +47,8 @@ class PlaceFinder final : public json::json_sax_t {
       : m_place(place), m_depth(static_cast<std::size_t>(std::count(place.begin(), place.end(), '/'))) {}
 
   bool IsFound() const { return m_isFound; }
+  // Counted from 1; 0 while the text is sound.
+  std::size_t FailedByte() const { return m_failedByte; }
 
   bool null() override { return Scalar(); }
   bool boolean(bool /*value*/) override { return Scalar(); }
@@ -63,8 +65,9 @@ class PlaceFinder final : public json::json_sax_t {
     m_open.back().name = name;
     return true;
   }
-  bool parse_error(std::size_t /*byte*/, const std::string& /*token*/,
+  bool parse_error(std::size_t byte, const std::string& /*token*/,
                    const nlohmann::detail::exception& /*error*/) override {
+    m_failedByte = byte;
     return false;
   }
 
@@ -105,6 +108,7 @@ class PlaceFinder final : public json::json_sax_t {
   std::size_t m_depth;
   std::vector<Level> m_open;
   bool m_isFound = false;
+  std::size_t m_failedByte = 0;
 };
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
@@ -115,6 +119,12 @@ std::size_t LineAt(std::string_view text, std::size_t byte) {
   const std::size_t before = std::min(byte > 0 ? byte - 1 : 0, text.size());
   return 1 + static_cast<std::size_t>(
                  std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(before), '\n'));
+}
+
+std::size_t LineOfDamage(std::string_view text) {
+  PlaceFinder finder("-");  // no place: nothing is to be found
+  json::sax_parse(text, &finder);
+  return LineAt(text, finder.FailedByte());
 }
 
 std::size_t LineOfPlace(std::string_view text, std::string_view place) {

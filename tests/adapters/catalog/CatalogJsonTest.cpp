@@ -118,6 +118,11 @@ TEST(CatalogJson, ReadsLargeNumbersAsDoubles) {
   EXPECT_EQ(data.packages[0].properties.Value("Size").AsDouble(), 5e9);
 }
 
+TEST(CatalogJson, RefusesNumbersBeyondADouble) {
+  EXPECT_THAT(Failure(Spoilt("3\n", "1e400\n")),
+              StartsWith("/data/catalog.json, line 9: the number is too large"));
+}
+
 TEST(CatalogJson, RefusesDeepNesting) {
   const std::string deep = std::string(200000, '[') + std::string(200000, ']');
   EXPECT_THAT(Failure(Spoilt("\"packages\": [", "\"x\": " + deep + ", \"packages\": [")),
