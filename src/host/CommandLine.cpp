@@ -32,7 +32,7 @@ constexpr const char* kEpilogue =
     "\n"
     "A BUILD is an id or a name, a PROJECT a name or an id. Paths may be POSIX or DOS paths.\n"
     "Each command has its own help: hearthmake build --help\n"
-    "Exit status: 0 done, 1 the build or deployment failed, 2 wrong usage or input, 3 cancelled.";
+    "Exit status: 0 done, 1 the build failed, or a deployment, 2 wrong usage or input, 3 cancelled.";
 
 // The words of the command with their options. Parsing fills the arguments and leaves the action to run.
 class Words {

@@ -5,6 +5,7 @@
 
 #include <iostream>
 
+#include "foundation/Settings.hpp"
 #include "host/HostError.hpp"
 #include "host/Packages.hpp"
 
@@ -46,7 +47,7 @@ bool Ask(Session& session, Build& build, const Project& project, const std::stri
 }  // namespace
 
 void AskForPackages(Session& session, Build& build, const ProjectList& projects) {
-  if (!IsTerminal()) return;
+  if (projects.empty() || !IsTerminal() || !session.LibrarySettings()->AskForMTSPackage()) return;
   const std::vector<Package> packages = AllPackages(build);
   if (packages.empty()) return;
   const std::string choices = Choices(packages);

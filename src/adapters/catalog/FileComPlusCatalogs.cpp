@@ -3,8 +3,8 @@
 #include <string>
 
 #include "adapters/catalog/CatalogExport.hpp"
+#include "adapters/catalog/FileCollection.hpp"
 #include "adapters/catalog/PackageList.hpp"
-#include "adapters/catalog/PendingEntries.hpp"
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
 

@@ -4,8 +4,8 @@
 
 #include "adapters/catalog/CatalogExport.hpp"
 #include "adapters/catalog/ClassList.hpp"
+#include "adapters/catalog/FileCollection.hpp"
 #include "adapters/catalog/PackageList.hpp"
-#include "adapters/catalog/PendingEntries.hpp"
 #include "adapters/catalog/RoleList.hpp"
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"

@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include "automation/Error.hpp"
-#include "foundation/Settings.hpp"
 #include "host/AddedProjects.hpp"
 #include "host/PackageQuestion.hpp"
 #include "host/commands/Commands.hpp"
@@ -35,7 +34,7 @@ ExitStatus AddCommand(Session& session, const AddArguments& arguments) {
     }
     // A reference may be to a project that came later.
     if (added.Count() > 0) build->AutoDetectReferences();
-    if (session.LibrarySettings()->AskForMTSPackage()) AskForPackages(session, *build, added.Projects());
+    AskForPackages(session, *build, added.Projects());
   }
   session.Out().Out(fmt::format("{}: {}.\n", Printable(build->Name()), SizeText(*build)));
   return isComplete ? ExitStatus::Done : ExitStatus::WrongInput;

@@ -63,13 +63,13 @@ void ShowBuild(Session& session, Build& build, bool asJson) {
                         TypeOf(*project), project->CompileMe() ? "" : " (not compiled)",
                         Printable(project->ProjectPath()));
   }
+  if (projects.empty()) text += "No projects yet. Add some with: hearthmake add BUILD FILE...\n";
   auto packages = ordered_json::array();
   for (const Package& package : AllPackages(build)) {
     packages.push_back({{"id", package->Id()}, {"name", package->Name()}});
     text += fmt::format("{}{:>4}  {:<24} {}\n", packages.size() == 1 ? "Packages\n" : "", package->Id(),
                         Printable(package->Name()), Printable(NamesOf(ProjectsOf(build, *package))));
   }
-  if (projects.empty()) text += "No projects yet. Add some with: hearthmake add BUILD FILE...\n";
   const ordered_json json = {{"id", build.Id()},
                              {"name", build.Name()},
                              {"startDllBaseAddress", build.StartDllBaseAddress()},
