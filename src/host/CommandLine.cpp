@@ -3,9 +3,11 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <functional>
 #include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "automation/Error.hpp"
@@ -34,10 +36,14 @@ constexpr const char* kEpilogue =
     "Each command has its own help: hearthmake build --help\n"
     "Exit status: 0 done, 1 the build failed, or a deployment, 2 wrong usage or input, 3 cancelled.";
 
+constexpr const char* kPackagesWord = "packages";
+
 // The words of the command with their options. Parsing fills the arguments and leaves the action to run.
 class Words {
  public:
-  explicit Words(CLI::App& app) : m_app(app) {
+  // The options for the properties of packages are many, and made only for those who might use them.
+  Words(CLI::App& app, bool withPackageProperties)
+      : m_app(app), m_withPackageProperties(withPackageProperties) {
     AddGlobalOptions();
     AddBuildWords();
     AddProjectWords();
@@ -264,7 +270,7 @@ class Words {
 
   void AddPackagesWord() {
     CLI::App* word = Add(
-        "packages",
+        kPackagesWord,
         "List the packages of a build: what a catalog of component services gets of it, and which of its\n"
         "projects go there. The same package is an MTS package and a COM+ application.",
         "hearthmake packages Shop add Orders --Description 'The order desk' --Shutdowntime 10", m_packages,
@@ -307,6 +313,7 @@ class Words {
   }
 
   void AddPackageProperties(CLI::App* word, bool withName) {
+    if (!m_withPackageProperties) return;
     for (const PackageProperty& property : SettablePackageProperties()) {
       const std::string& name = property.member->name;
       if (name == "Name" && !withName) continue;
@@ -350,6 +357,7 @@ class Words {
   }
 
   CLI::App& m_app;
+  bool m_withPackageProperties;
   HostOptions m_options;
   std::function<ExitStatus(Session&)> m_action;
   NewArguments m_new;
@@ -417,7 +425,8 @@ ExitStatus RunCommandLine(int argc, const char* const* argv) {
   app.footer(kEpilogue);
   app.set_version_flag("--version", "hearthmake " HEARTHMAKE_VERSION);
   app.require_subcommand(1);
-  Words words(app);
+  const auto isPackages = [](const char* typed) { return std::string_view(typed) == kPackagesWord; };
+  Words words(app, std::any_of(argv, argv + argc, isPackages));
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& help) {
