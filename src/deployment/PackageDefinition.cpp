@@ -69,8 +69,8 @@ void PackageDefinition::BeginEdit() {
 void PackageDefinition::ApplyEdit() {
   RequireEditMode();
   const automation::Ref<PackageDefinition> self(this);  // the collection may let go of it below
-  // A name that was refused, or that its width left nothing of, is refused here; naming it again is no
-  // change.
+  // A new one that was never named, or a name of which the width left only blanks, is refused here. Naming it
+  // again is no change.
   const bool isChanged = m_record.dirty;
   SetName(Name());
   if (isChanged || m_isNew || m_isDeleted) Save();
