@@ -40,7 +40,7 @@ class Build final : public automation::Object, public automation::EventSource {
   void SetStartDllBaseAddress(std::int32_t value);
   // Key of the row; 0 until first saved.
   std::int32_t Id() const { return m_id; }
-  // The collections come to life when first read; the projects are loaded then.
+  // The collections come to life when first read; their members are loaded then.
   hearthmake::Projects& Projects();
   // be_BuildNotFound, source "Build.Load", "Build not found!".
   void Load(std::int32_t lngBuildId);
@@ -97,6 +97,7 @@ class Build final : public automation::Object, public automation::EventSource {
   // Tells of a failed run and keeps its project; no error leaves it.
   void BuildFailed(Project* objProject, const std::string& strMessage, bool bCompileError);
   void RaiseBuildCancled(Project& objProject);
+  void RaiseGettingLatestVersion(SSProject& objSSProject, bool& bCancel);
   void RaiseMTSEvent(const std::string& strInfo, bool& Cancel);
   void RaiseProjectAdded(Project& NewProject);
   void RaiseError(const std::string& strMessage);

@@ -9,6 +9,7 @@
 #include "automation/Variant.hpp"
 #include "host/Json.hpp"
 #include "project/Project.hpp"
+#include "sourcecontrol/SSProject.hpp"
 
 namespace hearthmake::host {
 
@@ -95,8 +96,10 @@ void JsonDisplay::Finish() {
                              Result() == RunResult::Failed ? "failed" : "was cancelled", m_buildName));
 }
 
-void JsonDisplay::GettingLatestVersion(SSProject& /*objSSProject*/, bool& /*bCancel*/) {
-  Print("GettingLatestVersion", ordered_json::object());
+void JsonDisplay::GettingLatestVersion(SSProject& objSSProject, bool& /*bCancel*/) {
+  Print("GettingLatestVersion", {{"project", objSSProject.Project()},
+                                 {"database", objSSProject.Database()},
+                                 {"workingFolder", objSSProject.WorkingFolder()}});
 }
 
 void JsonDisplay::MTSEvent(const std::string& strInfo, bool& /*Cancel*/) {
