@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "adapters/posix/DriveMap.hpp"
 #include "foundation/Apartment.hpp"
@@ -24,12 +25,15 @@ class Composition {
   const posix::DriveMap& Drives() const { return *m_drives; }
   // Called several times a second while the library waits for a child.
   void OnTick(std::function<void()> tick);
+  // Called for each file that is got from source control, with its DOS path.
+  void OnFileGot(std::function<void(std::string_view path)> call) { m_onFileGot = std::move(call); }
 
  private:
   platform::Platform FillPlatform(const HostSettings& settings);
 
   std::shared_ptr<posix::DriveMap> m_drives;
   std::shared_ptr<HostEventPump> m_pump;
+  std::function<void(std::string_view)> m_onFileGot;
   Apartment m_apartment;
 };
 

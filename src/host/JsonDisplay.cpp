@@ -96,11 +96,13 @@ void JsonDisplay::Finish() {
                              Result() == RunResult::Failed ? "failed" : "was cancelled", m_buildName));
 }
 
-void JsonDisplay::GettingLatestVersion(SSProject& objSSProject, bool& /*bCancel*/) {
-  Print("GettingLatestVersion", {{"project", objSSProject.Project()},
-                                 {"database", objSSProject.Database()},
-                                 {"workingFolder", objSSProject.WorkingFolder()}});
+void JsonDisplay::ShowGetting(SSProject& source) {
+  Print("GettingLatestVersion", {{"project", source.Project()},
+                                 {"database", source.Database()},
+                                 {"workingFolder", source.WorkingFolder()}});
 }
+
+void JsonDisplay::ShowFile(std::string_view path) { Print("FileGot", {{"path", path}}); }
 
 void JsonDisplay::MTSEvent(const std::string& strInfo, bool& /*Cancel*/) {
   Print("MTSEvent", {{"info", strInfo}});

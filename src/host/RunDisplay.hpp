@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "build/BuildEvents.hpp"
 
@@ -17,11 +18,20 @@ class RunDisplay : public BuildEvents {
 
   // Called several times a second while a compiler runs.
   virtual void Tick() {}
+  // A file was got from source control: its DOS path.
+  void FileGot(std::string_view path) {
+    ++m_files;
+    ShowFile(path);
+  }
+  // No more files come.
+  virtual void EndSources() {}
   // After the run.
   virtual void Finish() {}
 
+  std::size_t Files() const { return m_files; }
   RunResult Result() const { return m_result; }
 
+  void GettingLatestVersion(SSProject& objSSProject, bool& bCancel) final;
   void WillCompile(Project& objProject, bool& bCancel) final;
   void ProjectCompiled(Project& objProject) final;
   void BuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError) final;
@@ -30,6 +40,8 @@ class RunDisplay : public BuildEvents {
 
  protected:
   // The events, after they were counted.
+  virtual void ShowGetting(SSProject& source) = 0;
+  virtual void ShowFile(std::string_view path) = 0;
   virtual void ShowWillCompile(Project& project) = 0;
   virtual void ShowCompiled(Project& project) = 0;
   virtual void ShowFailed(Project* project, const std::string& message, bool isCompileError) = 0;
@@ -49,6 +61,7 @@ class RunDisplay : public BuildEvents {
   std::size_t m_total;
   std::size_t m_current = 0;
   std::size_t m_compiled = 0;
+  std::size_t m_files = 0;
   Clock::time_point m_start = Clock::now();
   Clock::time_point m_projectStart = m_start;
   RunResult m_result = RunResult::Cancelled;  // until the run says otherwise

@@ -139,4 +139,9 @@ bool SSProject::Label(const std::string& strLabel, const std::string& strComment
   return true;
 }
 
+std::vector<platform::VSSCheckout> SSProject::Checkouts() const {
+  SSSession session;
+  return OpenItem(session)->Checkouts();
+}
+
 }  // namespace hearthmake

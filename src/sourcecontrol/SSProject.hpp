@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "automation/FixedText.hpp"
 #include "automation/Object.hpp"
@@ -69,6 +70,9 @@ class SSProject final : public automation::Object, public ReportItem {
 
   std::string IReportItem_Name() const override { return Project(); }
   std::string IReportItem_Details() const override { return "\tDatabase: " + Database(); }
+
+  // Who holds which of its files. Errors of the source control.
+  std::vector<platform::VSSCheckout> Checkouts() const;
 
   // For the collection.
   void LoadFromRow(const platform::Recordset& row);

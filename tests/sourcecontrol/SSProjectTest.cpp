@@ -262,5 +262,20 @@ TEST(SSProject, LabelIsPutOnTheProject) {
             (Texts{"Open C:\\vss\\srcsafe.ini as Bob", "Label $/Suite 1.0, 'the first release'"}));
 }
 
+TEST(SSProject, KnowsWhoHoldsItsFiles) {
+  const SourceScene scene;
+  scene.Base().Change("$/Suite/Lib/a.cls", "1");
+  scene.Base().Change("$/Other/b.cls", "1");
+  const auto project = scene.AddSource("$/Suite", "C:\\Src");
+  EXPECT_TRUE(project->Checkouts().empty());
+  const auto database = scene.sources->Open(SourceScene::kIni, "Ann", "");
+  database->VSSItem("$/Suite/Lib/a.cls", false)->Checkout("mine", "", 0);
+  database->VSSItem("$/Other/b.cls", false)->Checkout("mine too", "", 0);
+  const auto checkouts = project->Checkouts();
+  ASSERT_EQ(checkouts.size(), 1U);
+  EXPECT_EQ(checkouts[0].Spec, "$/Suite/Lib/a.cls");
+  EXPECT_EQ(checkouts[0].Username, "Ann");
+}
+
 }  // namespace
 }  // namespace hearthmake

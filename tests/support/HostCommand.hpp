@@ -72,8 +72,9 @@ class HostCommand {
     close(other);
     return true;
   }
-  // On a terminal of so many columns; both streams come as one.
-  CommandResult RunOnTerminal(Arguments arguments, unsigned short columns) {
+  // On a terminal of so many columns; both streams come as one. An answer is typed when a question (what ends
+  // in a colon and a blank) has been asked.
+  CommandResult RunOnTerminal(Arguments arguments, unsigned short columns, std::string answer = {}) {
     arguments.insert(arguments.begin(), {"--data", Data()});
     const winsize size{24, columns, 0, 0};
     int terminal = -1;
@@ -83,6 +84,9 @@ class HostCommand {
     char buffer[4096];
     for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;) {
       result.out.append(buffer, static_cast<std::size_t>(count));
+      if (answer.empty() || !result.out.ends_with(": ")) continue;
+      if (write(terminal, answer.data(), answer.size()) < 0) break;
+      answer.clear();
     }
     close(terminal);
     int status = 0;

@@ -132,10 +132,18 @@ class MemorySourceControl final : public platform::SourceControl {
       return holders.front().Username == m_user ? platform::CheckoutState::ByCurrentUser
                                                 : platform::CheckoutState::ByOther;
     }
-    std::vector<platform::VSSCheckout> Checkouts() override { return Holders(); }
+    std::vector<platform::VSSCheckout> Checkouts() override {
+      std::vector<platform::VSSCheckout> found;
+      const std::string own = automation::Lower(m_spec);
+      for (const auto& [spec, holders] : m_base.checkouts) {
+        if (spec == own || Below(own, spec)) found.insert(found.end(), holders.begin(), holders.end());
+      }
+      return found;
+    }
     void Checkout(std::string_view strComment, std::string_view strLocal, std::int32_t lngFlags) override {
       m_owner.Note("Checkout", Described(strComment, strLocal, lngFlags));
       platform::VSSCheckout checkout;
+      checkout.Spec = m_spec;
       checkout.Username = m_user;
       checkout.Date = kNow;
       checkout.Comment = strComment;

@@ -6,7 +6,9 @@
 #include "host/EditCycle.hpp"
 #include "host/Interrupt.hpp"
 #include "host/JsonDisplay.hpp"
+#include "host/LatestSources.hpp"
 #include "host/RunJournal.hpp"
+#include "host/SinkGuard.hpp"
 #include "host/TextDisplay.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/CompileOrder.hpp"
@@ -14,19 +16,6 @@
 namespace hearthmake::host {
 
 namespace {
-
-// Sinks stay in the build for as long as they live, whatever happens in between.
-class SinkGuard {
- public:
-  SinkGuard(Build& build, BuildEvents& sink) : m_build(build), m_sink(sink) { build.AddSink(sink); }
-  SinkGuard(const SinkGuard&) = delete;
-  SinkGuard& operator=(const SinkGuard&) = delete;
-  ~SinkGuard() { m_build.RemoveSink(m_sink); }
-
- private:
-  Build& m_build;
-  BuildEvents& m_sink;
-};
 
 // What compiled in another process can't be marked as compiled here. It is left out of the run instead:
 // not to be compiled, by an edit that is never stored.
@@ -109,11 +98,19 @@ RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildAr
   return display->Result();
 }
 
+// A run that goes on where the last one stopped goes on with its sources.
+bool TakesSources(Session& session, const BuildArguments& arguments) {
+  const bool isSwitchedOn = session.LibrarySettings()->TakeLatestFromVSS();
+  return arguments.sources || (isSwitchedOn && !arguments.noSources && !arguments.resume);
+}
+
 }  // namespace
 
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
   const auto build = session.OpenBuild(arguments.build);
-  session.LibrarySettings();  // junk there is better told before anything runs
+  // Junk in the settings is told before anything runs.
+  if (TakesSources(session, arguments) && !TakeLatestSources(session, *build, arguments.json))
+    return ExitStatus::Cancelled;
   SetCompileOrder(*build);
   RunJournal journal = OpenJournal(session, *build);
   switch (Run(session, *build, journal, arguments)) {

@@ -6,6 +6,7 @@
 #include "host/Numbers.hpp"
 #include "host/Properties.hpp"
 #include "host/ReferenceText.hpp"
+#include "host/SourceProjects.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {
@@ -63,10 +64,13 @@ void ShowBuild(Session& session, Build& build, bool asJson) {
                         Printable(project->ProjectPath()));
   }
   if (projects.empty()) text += "No projects yet. Add some with: hearthmake add BUILD FILE...\n";
+  const std::string sources = SourceLines(session, build);
+  if (!sources.empty()) text += "Sources\n" + sources;
   const ordered_json json = {{"id", build.Id()},
                              {"name", build.Name()},
                              {"startDllBaseAddress", build.StartDllBaseAddress()},
-                             {"projects", std::move(projects)}};
+                             {"projects", std::move(projects)},
+                             {"sourceProjects", SourcesJson(build)}};
   session.Out().Out(asJson ? JsonText(json, 2) + "\n" : text);
 }
 
