@@ -9,6 +9,7 @@
 #include "adapters/posix/DriveMap.hpp"
 #include "foundation/Apartment.hpp"
 #include "host/HostSettings.hpp"
+#include "host/SourceFile.hpp"
 
 namespace hearthmake::host {
 
@@ -25,15 +26,15 @@ class Composition {
   const posix::DriveMap& Drives() const { return *m_drives; }
   // Called several times a second while the library waits for a child.
   void OnTick(std::function<void()> tick);
-  // Called for each file that is got from source control, with its DOS path.
-  void OnFileGot(std::function<void(std::string_view path)> call) { m_onFileGot = std::move(call); }
+  // Called for each file that comes from source control.
+  void OnSourceFile(std::function<void(const SourceFile& file)> call) { m_onSourceFile = std::move(call); }
 
  private:
   platform::Platform FillPlatform(const HostSettings& settings);
 
   std::shared_ptr<posix::DriveMap> m_drives;
   std::shared_ptr<HostEventPump> m_pump;
-  std::function<void(std::string_view)> m_onFileGot;
+  std::function<void(const SourceFile&)> m_onSourceFile;
   Apartment m_apartment;
 };
 

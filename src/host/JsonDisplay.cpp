@@ -102,7 +102,13 @@ void JsonDisplay::ShowGetting(SSProject& source) {
                                  {"workingFolder", source.WorkingFolder()}});
 }
 
-void JsonDisplay::ShowFile(std::string_view path) { Print("FileGot", {{"path", path}}); }
+void JsonDisplay::ShowFile(const SourceFile& file) {
+  if (file.state == SourceFileState::Unchanged) return;
+  Print("File", {{"file", file.spec},
+                 {"got", file.state == SourceFileState::Got},
+                 {"number", file.number},
+                 {"count", file.count}});
+}
 
 void JsonDisplay::MTSEvent(const std::string& strInfo, bool& /*Cancel*/) {
   Print("MTSEvent", {{"info", strInfo}});

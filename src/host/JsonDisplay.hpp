@@ -24,7 +24,7 @@ class JsonDisplay final : public RunDisplay {
 
  private:
   void ShowGetting(SSProject& source) override;
-  void ShowFile(std::string_view path) override;
+  void ShowFile(const SourceFile& file) override;
   void ShowWillCompile(Project& project) override;
   void ShowCompiled(Project& project) override;
   void ShowFailed(Project* project, const std::string& message, bool isCompileError) override;

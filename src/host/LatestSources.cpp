@@ -24,11 +24,11 @@ std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, bool asJ
 class FileProgress {
  public:
   FileProgress(Composition& library, RunDisplay& display) : m_library(library) {
-    library.OnFileGot([&display](std::string_view path) { display.FileGot(path); });
+    library.OnSourceFile([&display](const SourceFile& file) { display.TellFile(file); });
   }
   FileProgress(const FileProgress&) = delete;
   FileProgress& operator=(const FileProgress&) = delete;
-  ~FileProgress() { m_library.OnFileGot({}); }
+  ~FileProgress() { m_library.OnSourceFile({}); }
 
  private:
   Composition& m_library;

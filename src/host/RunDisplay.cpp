@@ -23,6 +23,11 @@ void RunDisplay::GettingLatestVersion(SSProject& objSSProject, bool& bCancel) {
   ShowGetting(objSSProject);
 }
 
+void RunDisplay::TellFile(const SourceFile& file) {
+  ++m_files[static_cast<std::size_t>(file.state)];
+  ShowFile(file);
+}
+
 void RunDisplay::WillCompile(Project& objProject, bool& bCancel) {
   // A compiler that was through before the signal reached it leaves the run to be ended here.
   if (Interrupt::IsRequested()) {

@@ -69,12 +69,13 @@ void TextDisplay::ShowGetting(SSProject& source) {
                      folder.empty() ? "" : " into " + m_session.PosixPath(folder)));
 }
 
-void TextDisplay::ShowFile(std::string_view path) {
-  const std::string shown = Printable(m_session.PosixPath(std::string(path)));
-  if (m_console.CanRedraw()) {
-    DrawLine(shown);
-  } else {
-    m_console.Out("  " + shown + "\n");
+void TextDisplay::ShowFile(const SourceFile& file) {
+  if (file.state == SourceFileState::Skipped) {
+    Notice(fmt::format("  {} was left as it is: the local file is writable and different", file.spec));
+  } else if (m_console.CanRedraw()) {
+    DrawLine(fmt::format("[{}/{}] {}", file.number, file.count, Printable(file.spec)));
+  } else if (file.state == SourceFileState::Got) {
+    m_console.Out(fmt::format("  {}\n", Printable(file.spec)));
   }
 }
 

@@ -31,7 +31,13 @@ SourceList GetLabel(const SourceList& chosen, const std::string& label, RunDispl
   return without;
 }
 
-std::string Files(std::size_t count) { return fmt::format("{} file{}", count, count == 1 ? "" : "s"); }
+std::string CountsText(const RunDisplay& display) {
+  const std::size_t got = display.Files(SourceFileState::Got);
+  const std::size_t skipped = display.Files(SourceFileState::Skipped);
+  return fmt::format("got {} file{}, {} unchanged{}", got, got == 1 ? "" : "s",
+                     display.Files(SourceFileState::Unchanged),
+                     skipped == 0 ? "" : fmt::format(", {} left as they are", skipped));
+}
 
 }  // namespace
 
@@ -40,14 +46,14 @@ ExitStatus SourcesCommand(Session& session, const SourcesArguments& arguments) {
   session.LibrarySettings();  // junk there is better told before anything is got
   const SourceList chosen = ChosenSources(*build, arguments.projects);
   SourceList without;
-  std::size_t files = 0;
+  std::string counts;
   const bool isThrough = FollowSources(session, *build, arguments.json, [&](RunDisplay& display) {
     if (arguments.label) {
       without = GetLabel(chosen, *arguments.label, display);
     } else {
       GetLatest(*build, chosen);
     }
-    files = display.Files();
+    counts = CountsText(display);
   });
   if (!isThrough) {
     session.Out().Note(
@@ -57,8 +63,7 @@ ExitStatus SourcesCommand(Session& session, const SourcesArguments& arguments) {
   for (const auto& source : without) {
     session.Out().Note(fmt::format("{} has no label {}.", Printable(source->Project()), *arguments.label));
   }
-  if (!arguments.json)
-    session.Out().Out(fmt::format("{}: got {}.\n", Printable(build->Name()), Files(files)));
+  if (!arguments.json) session.Out().Out(fmt::format("{}: {}.\n", Printable(build->Name()), counts));
   return without.empty() ? ExitStatus::Done : ExitStatus::Failed;
 }
 
