@@ -255,7 +255,7 @@ class Words {
         ->type_name("TEXT");
     word->add_option("--flags", m_sourceprojects.flags,
                      "how files are got: readonly or writable, recursive or flat, timenow, timemodified or\n"
-                     "timeupdated, parted by commas; none; or a number")
+                     "timeupdated, parted by commas; none; or a number. add takes recursive without it")
         ->type_name("FLAGS");
   }
 

@@ -31,6 +31,7 @@ class Composition {
 
  private:
   platform::Platform FillPlatform(const HostSettings& settings);
+  std::shared_ptr<platform::SourceControl> MakeSources() const;
 
   std::shared_ptr<posix::DriveMap> m_drives;
   std::shared_ptr<HostEventPump> m_pump;

@@ -234,6 +234,19 @@ TEST_P(SourceControlConformance, AFileIsHeldByOnePerson) {
   EXPECT_EQ(Item("$/Suite/main.bas", "Ben")->IsCheckedOut(), CheckoutState::NotCheckedOut);
 }
 
+TEST_P(SourceControlConformance, AFolderKnowsTheCheckOutsBelowIt) {
+  EXPECT_TRUE(Item("$/")->Checkouts().empty());
+  Item("$/Suite/Lib/Deep/er/b.cls", "Ann")->Checkout("mine", "", SourceFlags::kGetNo);
+  Item("$/Other/x.txt", "Ben")->Checkout("", "", SourceFlags::kGetNo);
+  const auto checkouts = Item("$/suite/lib", "Ben")->Checkouts();
+  ASSERT_EQ(checkouts.size(), 1U);
+  EXPECT_EQ(checkouts[0].Spec, "$/Suite/Lib/Deep/er/b.cls");
+  EXPECT_EQ(checkouts[0].Username, "Ann");
+  EXPECT_EQ(checkouts[0].Comment, "mine");
+  EXPECT_EQ(Item("$/")->Checkouts().size(), 2U);
+  EXPECT_TRUE(Item("$/Suite/main.bas")->Checkouts().empty());
+}
+
 TEST_P(SourceControlConformance, ACheckOutGetsTheFileWritableUnlessAskedNotTo) {
   using namespace SourceFlags;
   Item("$/Suite")->Get(At("work"), kAll);

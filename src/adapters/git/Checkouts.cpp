@@ -2,16 +2,20 @@
 
 #include <array>
 #include <random>
+#include <utility>
 
 #include "adapters/git/GitFailure.hpp"
 #include "adapters/git/Message.hpp"
 #include "adapters/git/OleTime.hpp"
 #include "adapters/git/RefName.hpp"
+#include "automation/Error.hpp"
 #include "automation/Text.hpp"
 
 namespace hearthmake::git {
 
 namespace {
+
+constexpr const char* kItemTrailer = "Check-out";
 
 // Makes the commit of a check-out differ from any other, made by the same person in the same second: one that
 // is the same object could be "taken" twice on a server.
@@ -31,7 +35,7 @@ git_oid WriteCheckout(const Session& session, const ItemPath& path, std::string_
   Check(git_treebuilder_write(&treeId, builder.get()), path.Spec());
   const Handle<git_tree> tree = session.Repo().Tree(treeId);
   const Handle<git_signature> who = session.Signature();
-  const std::string message = PrintMessage(comment, {{"Check-out", path.Spec()}, {"Token", Token()}});
+  const std::string message = PrintMessage(comment, {{kItemTrailer, path.Spec()}, {"Token", Token()}});
   git_oid id{};
   Check(git_commit_create(&id, repository, nullptr, who.get(), who.get(), nullptr, message.c_str(),
                           tree.get(), 0, nullptr),
@@ -39,20 +43,43 @@ git_oid WriteCheckout(const Session& session, const ItemPath& path, std::string_
   return id;
 }
 
+CheckoutEntry ReadCheckout(const Session& session, const git_oid& id) {
+  const Handle<git_commit> commit = session.Repo().Commit(id);
+  const git_signature* who = git_commit_author(commit.get());
+  const char* text = git_commit_message(commit.get());
+  const Message message = ParseMessage(text == nullptr ? "" : text);
+  CheckoutEntry entry;
+  entry.id = id;
+  entry.checkout.Spec = message.Find(kItemTrailer).value_or("");
+  entry.checkout.Username = ReadableText(who->name);
+  entry.checkout.Date = OleTime(who->when.time);
+  entry.checkout.Comment = message.comment;
+  return entry;
+}
+
 }  // namespace
 
 std::optional<CheckoutEntry> FindCheckout(const Session& session, const ItemPath& path) {
   const std::optional<git_oid> id = session.Refs().Read(CheckoutRef(path));
   if (!id) return std::nullopt;
-  const Handle<git_commit> commit = session.Repo().Commit(*id);
-  const git_signature* who = git_commit_author(commit.get());
-  const char* text = git_commit_message(commit.get());
-  CheckoutEntry entry;
-  entry.id = *id;
-  entry.checkout.Username = ReadableText(who->name);
-  entry.checkout.Date = OleTime(who->when.time);
-  entry.checkout.Comment = ParseMessage(text == nullptr ? "" : text).comment;
+  CheckoutEntry entry = ReadCheckout(session, *id);
+  entry.checkout.Spec = path.Spec();
   return entry;
+}
+
+std::vector<platform::VSSCheckout> FindCheckoutsAtOrBelow(const Session& session, const ItemPath& path) {
+  std::vector<platform::VSSCheckout> checkouts;
+  for (const auto& [name, id] : session.Refs().List(kCheckoutRefs)) {
+    try {
+      CheckoutEntry entry = ReadCheckout(session, id);
+      const bool isMeant =
+          !entry.checkout.Spec.empty() && ItemPath::Parse(entry.checkout.Spec).IsAtOrBelow(path);
+      if (isMeant) checkouts.push_back(std::move(entry.checkout));
+    } catch (const automation::Error&) {
+      continue;  // a ref that somebody else has put there
+    }
+  }
+  return checkouts;
 }
 
 bool IsHeldByUser(const Session& session, const CheckoutEntry& entry) {

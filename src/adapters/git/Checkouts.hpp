@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "adapters/git/Session.hpp"
 #include "platform/SourceControl.hpp"
@@ -17,6 +18,8 @@ struct CheckoutEntry {
 
 // Nothing when nobody holds the file.
 std::optional<CheckoutEntry> FindCheckout(const Session& session, const ItemPath& path);
+// Those of the file, or of all files below the folder.
+std::vector<platform::VSSCheckout> FindCheckoutsAtOrBelow(const Session& session, const ItemPath& path);
 bool IsHeldByUser(const Session& session, const CheckoutEntry& entry);
 
 // Takes the file for the session's user; of several who try at once one succeeds. Error 70 for the others,

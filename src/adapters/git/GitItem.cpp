@@ -86,12 +86,7 @@ platform::CheckoutState GitItem::IsCheckedOut() {
 }
 
 std::vector<platform::VSSCheckout> GitItem::Checkouts() {
-  return Operation("VSSItem.Checkouts", [&] {
-    std::vector<platform::VSSCheckout> checkouts;
-    const auto checkout = m_path.IsRoot() ? std::nullopt : FindCheckout(*m_session, m_path);
-    if (checkout) checkouts.push_back(checkout->checkout);
-    return checkouts;
-  });
+  return Operation("VSSItem.Checkouts", [&] { return FindCheckoutsAtOrBelow(*m_session, m_path); });
 }
 
 void GitItem::RequireFile() const {

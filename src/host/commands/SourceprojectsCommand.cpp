@@ -119,7 +119,9 @@ ExitStatus Add(Session& session, Build& build, SourceprojectsArguments arguments
         "A source project needs its path and the ini file of its database.",
         fmt::format("hearthmake sourceprojects '{}' add '$/Suite' --ini FILE --folder DIR", build.Name()));
   }
-  return Store(session, build, *build.SSProjects().Create(), arguments, "Added");
+  const auto source = build.SSProjects().Create();
+  source->SetFlags(platform::SourceFlags::kRecursiveYes);  // a suite has folders
+  return Store(session, build, *source, arguments, "Added");
 }
 
 ExitStatus Remove(Session& session, SSProject& source) {

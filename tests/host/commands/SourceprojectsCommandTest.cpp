@@ -134,6 +134,7 @@ TEST_F(SourceprojectsCommandTest, LetsTheEndsOfPathAndFolderAgree) {
   Add("$/Root", "D:\\");
   const json list = List();
   EXPECT_EQ(list[0].at("workingFolder"), "C:\\Src");
+  EXPECT_EQ(list[0].at("flags"), 0x2000) << "recursive, when nothing is said";
   EXPECT_EQ(list[1].at("workingFolder"), "C:\\Lib\\");
   EXPECT_EQ(list[2].at("workingFolder"), "C:\\All\\");
   EXPECT_EQ(list[3].at("workingFolder"), "D:\\");
