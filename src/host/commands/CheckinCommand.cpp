@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include "host/Interrupt.hpp"
 #include "host/SourceProjects.hpp"
 #include "host/commands/Commands.hpp"
 
@@ -9,7 +10,9 @@ ExitStatus CheckinCommand(Session& session, const CheckinArguments& arguments) {
   const auto build = session.OpenBuild(arguments.build);
   ChosenSources(*build, {});  // without any there is nothing to check in to
   ExitStatus status = ExitStatus::Done;
+  const InterruptibleRun interruptible;  // a file that is checked out is checked in, too
   for (const std::string& file : arguments.files) {
+    if (Interrupt::IsRequested()) return ExitStatus::Cancelled;
     std::string reason;
     const std::string path = session.DosPath(file);
     if (build->SSProjects().CheckInFile(path, arguments.comment, arguments.keep, reason)) {
