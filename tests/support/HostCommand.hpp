@@ -56,6 +56,14 @@ class HostCommand {
     arguments.insert(arguments.begin(), {"--data", Data()});
     return StartBare(arguments);
   }
+  // The same with standard output into a descriptor, such as the end of a pipe.
+  pid_t StartInto(int output, Arguments arguments) {
+    arguments.insert(arguments.begin(), {"--data", Data()});
+    const pid_t child = fork();
+    if (child != 0) return child;
+    dup2(output, STDOUT_FILENO);
+    Become(arguments);
+  }
   CommandResult Finish(pid_t child) {
     int status = 0;
     waitpid(child, &status, 0);

@@ -1,7 +1,10 @@
 // The commands that work with source control, on a real repository.
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
 
 #include <nlohmann/json.hpp>
 
@@ -213,24 +216,35 @@ TEST_F(SourceCommandsTest, ARunChecksProjectFileAndBinaryIn) {
   EXPECT_THAT(command.Run({"checkouts", "Shop"}).out, HasSubstr("Nothing is checked out."));
 }
 
+// The command is caught in the middle of a get by the smallest of pipes, which it fills and waits for.
 TEST_F(SourceCommandsTest, CtrlCEndsAGet) {
-  for (int i = 0; i < 20000; ++i)
-    repository->Write("Many/" + std::to_string(i % 100) + "/" + std::to_string(i) + ".bas", "x\n");
+  constexpr std::size_t kFiles = 1000;
+  for (std::size_t i = 0; i < kFiles; ++i) repository->Write("Many/" + std::to_string(i) + ".bas", "x\n");
   repository->CommitAndPush("Many files");
   command.Run(
       {"sourceprojects", "Shop", "edit", "1", "--project", "$/Many", "--folder", command.root.Path("many")});
-  const pid_t child = command.Start({"sources", "Shop"});
-  const std::string output = "output-" + std::to_string(child) + ".out";
-  for (int i = 0; i < 5000 && command.root.Content(output).find(".bas\n") == std::string::npos; ++i)
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  int ends[2] = {-1, -1};
+  ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+  ASSERT_GE(fcntl(ends[1], F_SETPIPE_SZ, 4096), 4096);
+  const pid_t child = command.StartInto(ends[1], {"sources", "Shop"});
+  close(ends[1]);
+  std::string out;
+  char buffer[256];
+  const auto readSome = [&] {
+    const ssize_t count = read(ends[0], buffer, sizeof buffer);
+    if (count > 0) out.append(buffer, static_cast<std::size_t>(count));
+    return count > 0;
+  };
+  while (out.find(".bas\n") == std::string::npos && readSome()) continue;
   kill(child, SIGINT);
-  const CommandResult result = command.Finish(child);
-  EXPECT_EQ(result.status, 3) << result.out.substr(result.out.size() > 200 ? result.out.size() - 200 : 0);
-  EXPECT_THAT(result.err, HasSubstr("Cancelled."));
-  EXPECT_LT(LinesOf(result.out).size(), 20000U);
+  while (readSome()) continue;
+  close(ends[0]);
+  EXPECT_EQ(command.Finish(child).status, 3);
+  EXPECT_LT(LinesOf(out).size(), kFiles / 2) << out;
   // The next get brings the rest.
   EXPECT_EQ(command.Run({"sources", "Shop"}).status, 0);
-  EXPECT_EQ(command.root.Content("many/99/19999.bas"), "x\n");
+  for (std::size_t i = 0; i < kFiles; ++i)
+    ASSERT_EQ(command.root.Content("many/" + std::to_string(i) + ".bas"), "x\n");
 }
 
 }  // namespace
