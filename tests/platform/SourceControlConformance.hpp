@@ -361,8 +361,8 @@ TEST_P(SourceControlConformance, DifferentItemsMayHaveTheSameLabel) {
   CheckInText("$/Other/x.txt", "two");
   Item("$/Other")->Label("1.0", "of the other");
   Item("$/")->Label("1.0", "of all");
-  EXPECT_EQ(Find("$/Suite", "1.0")->Comment(), "of all");  // the newest that holds for it comes first
-  EXPECT_EQ(Find("$/Other", "1.0")->Comment(), "of all");
+  EXPECT_EQ(Find("$/Suite", "1.0")->Comment(), "of all");        // on a newer version
+  EXPECT_EQ(Find("$/Other", "1.0")->Comment(), "of the other");  // on one version the item's own comes first
   EXPECT_EQ(History("$/Other"), (Strings{"[1.0]", "[1.0]", "change", "First"}));
 }
 

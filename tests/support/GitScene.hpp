@@ -30,13 +30,11 @@ class GitScene {
     m_folder.MakeFile("gitconfig",
                       "[user]\nname = Tester\nemail = t@example.org\n[init]\ndefaultBranch = main\n"
                       "[gc]\nauto = 0\n[safe]\ndirectory = *\n[protocol \"file\"]\nallow = always\n");
-    Git("", "init -q --bare db/repo.git");
     for (const auto& [path, bytes] : files) m_folder.MakeFile("seed/" + path, bytes);
     m_folder.MakeFolder("seed");
-    Git("seed", "init -q .");
-    Git("seed", "add -A -f .");
-    Git("seed", "commit -q --allow-empty -m First");
-    Git("seed", "push -q ../db/repo.git main");
+    Shell("seed",
+          "git init -q --bare ../db/repo.git && git init -q . && git add -A -f . && "
+          "git commit -q --allow-empty -m First && git push -q ../db/repo.git main");
     WriteIni("[git]\r\nrepository = repo.git\r\n[users]\r\nAnn = ann@example.org\r\n");
   }
 

@@ -100,8 +100,12 @@ std::vector<LabelEntry> FindLabels(const Session& session, const ItemPath& path)
   for (TagRef& tag : ReadTags(session)) {
     if (path.IsAtOrBelow(tag.entry.path)) labels.push_back(std::move(tag.entry));
   }
-  std::stable_sort(labels.begin(), labels.end(),
-                   [](const LabelEntry& a, const LabelEntry& b) { return a.time > b.time; });
+  // On one commit the item's own come before those of the items above it.
+  std::stable_sort(labels.begin(), labels.end(), [](const LabelEntry& a, const LabelEntry& b) {
+    const std::size_t depthOfA = a.path.Names().size();
+    const std::size_t depthOfB = b.path.Names().size();
+    return depthOfA != depthOfB ? depthOfA > depthOfB : a.time > b.time;
+  });
   return labels;
 }
 

@@ -22,7 +22,7 @@ struct LabelEntry {
 // Labels are tags. An annotated tag made here says in its message which label it is and of which item; any
 // other tag is a label of the root, by its own name.
 
-// Those that an item shows: put on it or on one above it. The newest first.
+// Those that an item shows: put on it or on one above it. Its own first, of these the newest.
 std::vector<LabelEntry> FindLabels(const Session& session, const ItemPath& path);
 
 // Puts a label on the item as it is in the commit. One that the item has already is moved there. Error 5 for
