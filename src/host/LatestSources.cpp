@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "automation/Error.hpp"
+#include "host/FailureAdvice.hpp"
 #include "host/HostError.hpp"
 #include "host/Interrupt.hpp"
 #include "host/JsonDisplay.hpp"
@@ -34,10 +35,13 @@ class FileProgress {
   Composition& m_library;
 };
 
-HostError Failure(const Build& build, const automation::Error& error) {
+HostError Failure(Build& build, const automation::Error& error) {
+  const bool isOfScript = error.Description().starts_with("Script Error: ");
   return HostError(
       error.Description(),
-      fmt::format("See where the sources come from with: hearthmake sourceprojects '{}'", build.Name()),
+      isOfScript
+          ? ScriptAdvice(build)
+          : fmt::format("See where the sources come from with: hearthmake sourceprojects '{}'", build.Name()),
       ExitStatus::Failed);
 }
 

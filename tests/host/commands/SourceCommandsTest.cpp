@@ -94,6 +94,17 @@ TEST_F(SourceCommandsTest, SourcesFailsWithTheReasonAndWhatToDo) {
   EXPECT_THAT(result.err, HasSubstr("has no source projects"));
 }
 
+TEST_F(SourceCommandsTest, SourcesNamesTheScriptThatFailedBeforeThem) {
+  command.root.MakeFile("before.vbs", "x = 1 / 0\n");
+  command.Run({"scripts", "Shop", "BeforeSourceSafe", "--set", command.root.Path("before.vbs")});
+  command.Run({"settings", "RunScripts", "true"});
+  const CommandResult result = command.Run({"sources", "Shop"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.err, HasSubstr("Script Error: Division by zero"));
+  EXPECT_THAT(result.err, HasSubstr("hearthmake scripts 'Shop' --check"));
+  EXPECT_FALSE(std::filesystem::exists(command.Source("readme.txt")));
+}
+
 TEST_F(SourceCommandsTest, LabelIsPutOnTheSourcesAndSourcesGetsIt) {
   const CommandResult labelled = command.Run({"label", "Shop", "Release 1", "-m", "as shipped"});
   EXPECT_EQ(labelled.status, 0) << labelled.err;
