@@ -11,8 +11,8 @@
 
 using namespace hearthmake::git;
 
-// The texts that the git adapter reads: a database's ini file, the message of a tag or commit, the memory of a
-// working folder, the path of an item. What is written of a message is read as it was.
+// The texts that the git adapter reads: a database's ini file, the message of a tag or commit, the memory of
+// a working folder, the path of an item. What is written of a message is read as it was.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   const IniFile ini(text);
