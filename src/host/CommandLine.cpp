@@ -254,8 +254,9 @@ class Words {
     word->add_option("--database", m_sourceprojects.database, "a description of the database")
         ->type_name("TEXT");
     word->add_option("--flags", m_sourceprojects.flags,
-                     "how files are got: readonly or writable, recursive or flat, timenow, timemodified or\n"
-                     "timeupdated, parted by commas; none; or a number. add takes recursive without it")
+                     "how files are got: readonly or writable, recursive or flat, keep (local work is not\n"
+                     "replaced), timenow, timemodified or timeupdated, parted by commas; none; or a number.\n"
+                     "add takes recursive without it")
         ->type_name("FLAGS");
   }
 

@@ -22,10 +22,11 @@ struct Flag {
   std::int32_t group;
 };
 
-// Not those of replacing: the library always replaces.
-constexpr std::array<Flag, 7> kFlags = {{
+constexpr std::array<Flag, 8> kFlags = {{
     {"readonly", bits::kReadOnlyYes, bits::kReadOnlyMask},
     {"writable", bits::kReadOnlyNo, bits::kReadOnlyMask},
+    // A get adds kReplaceYes, and the two together are kReplaceSkip.
+    {"keep", bits::kReplaceSkip - bits::kReplaceYes, bits::kReplaceMask},
     {"timenow", bits::kTimeNow, bits::kTimeMask},
     {"timemodified", bits::kTimeModified, bits::kTimeMask},
     {"timeupdated", bits::kTimeUpdated, bits::kTimeMask},

@@ -32,8 +32,9 @@ TEST(SourceFlagNames, AreWrittenAsTheyAreRead) {
   EXPECT_EQ(SourceFlagsText(0), "none");
   EXPECT_EQ(SourceFlagsText(0x2001), "readonly,recursive");
   EXPECT_EQ(SourceFlagsText(12), "timeupdated");
-  EXPECT_EQ(SourceFlagsText(0x2041), "readonly,recursive+64");
-  EXPECT_EQ(SourceFlagsText(64), "64");
+  EXPECT_EQ(SourceFlagsText(0x2041), "readonly,keep,recursive");
+  EXPECT_EQ(SourceFlagsText(0x2011), "readonly,recursive+16");
+  EXPECT_EQ(SourceFlagsText(0x80), "128");
 }
 
 }  // namespace

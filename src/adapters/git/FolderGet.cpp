@@ -104,8 +104,8 @@ class FolderGet {
     const git_oid* known = m_cache.Find(path, status);
     const git_oid local = known != nullptr ? *known : Hash(folder, found);
     if (git_oid_equal(&local, &file.id) != 0) {
-      const bool isModeNew = AdjustMode(folder, found);
-      if (known == nullptr || isModeNew) Remember(folder, found.name, path, file.id);
+      if (known == nullptr) m_cache.Put(path, status, file.id);
+      if (AdjustMode(folder, found)) RememberMode(folder, found.name, path, status, file.id);
       return FileOutcome::Unchanged;
     }
     const bool isSomebodysWork = known == nullptr && (found.status->st_mode & kWriteBits) != 0;
@@ -167,11 +167,14 @@ class FolderGet {
     return true;
   }
 
-  void Remember(const LocalFolder& folder, const std::string& name, const std::string& path,
-                const git_oid& id) {
+  // A new mode is a new status of the same content, unless somebody has written to the file meanwhile.
+  void RememberMode(const LocalFolder& folder, const std::string& name, const std::string& path,
+                    const FileStatus& before, const git_oid& id) {
     struct stat status {};
-    if (fstatat(folder.Handle(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0)
-      m_cache.Put(path, FileStatus::Of(status), id);
+    if (fstatat(folder.Handle(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return;
+    const FileStatus after = FileStatus::Of(status);
+    const FileStatus sameContent{before.size, before.modified, after.changed, before.inode};
+    if (after == sameContent) m_cache.Put(path, after, id);
   }
 
   void Write(const LocalFolder& folder, const std::string& name, const std::string& path,
