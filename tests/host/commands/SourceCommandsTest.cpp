@@ -61,6 +61,19 @@ TEST_F(SourceCommandsTest, SourcesGetsWhatIsNew) {
   EXPECT_EQ(Read("Deep/Er/a.cls"), "a\n");
 }
 
+TEST_F(SourceCommandsTest, SourcesReplacesLocalWorkUnlessItIsToBeKept) {
+  command.root.MakeFile("src/readme.txt", "mine\n");
+  command.Run({"sourceprojects", "Shop", "edit", "1", "--flags", "recursive,keep"});
+  const CommandResult kept = command.Run({"sources", "Shop"});
+  EXPECT_EQ(kept.status, 0) << kept.err;
+  EXPECT_THAT(kept.out, HasSubstr("$/Suite/readme.txt was left as it is"));
+  EXPECT_THAT(kept.out, HasSubstr("got 0 files, 3 unchanged, 1 left as they are"));
+  EXPECT_EQ(Read("readme.txt"), "mine\n");
+  command.Run({"sourceprojects", "Shop", "edit", "1", "--flags", "recursive"});
+  EXPECT_EQ(command.Run({"sources", "Shop"}).status, 0);
+  EXPECT_EQ(Read("readme.txt"), "first\n");
+}
+
 TEST_F(SourceCommandsTest, SourcesPrintsJsonLines) {
   const auto lines = LinesOf(command.Run({"sources", "Shop", "--json"}).out);
   ASSERT_EQ(lines.size(), 2U);
