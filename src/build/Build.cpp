@@ -41,12 +41,6 @@ T& LoadAtFirstUse(automation::Held<T>& member, Build& build) {
   return *member;
 }
 
-template <class T>
-T& MakeAtFirstUse(automation::Held<T>& member, Build& build) {
-  if (!member) member = automation::Held<T>(new T(build));
-  return *member;
-}
-
 }  // namespace
 
 Build::~Build() { DropMembers(); }
@@ -73,7 +67,7 @@ void Build::SetStartDllBaseAddress(std::int32_t value) {
 }
 
 hearthmake::Projects& Build::Projects() { return LoadAtFirstUse(m_projects, *this); }
-hearthmake::SSProjects& Build::SSProjects() { return MakeAtFirstUse(m_ssProjects, *this); }
+hearthmake::SSProjects& Build::SSProjects() { return LoadAtFirstUse(m_ssProjects, *this); }
 hearthmake::MTSPackages& Build::MTSPackages() { return LoadAtFirstUse(m_mtsPackages, *this); }
 hearthmake::COMApplications& Build::COMApplications() { return LoadAtFirstUse(m_comApplications, *this); }
 hearthmake::Scripts& Build::Scripts() { return LoadAtFirstUse(m_scripts, *this); }
@@ -164,6 +158,7 @@ void Build::DeleteBuild() {
 
 void Build::DeleteMembers() {
   while (Projects().Count() > 0) Remove(*Projects().Item(automation::Variant::FromLong(1)));
+  while (SSProjects().Count() > 0) Remove(*SSProjects().Item(automation::Variant::FromLong(1)));
   MTSPackages().Load();  // rows that came through COMApplications since
   while (MTSPackages().Count() > 0) Remove(*MTSPackages().Item(automation::Variant::FromLong(1)));
   const auto database = modDatabase::GetDatabase();

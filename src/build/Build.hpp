@@ -97,6 +97,7 @@ class Build final : public automation::Object, public automation::EventSource {
   // Tells of a failed run and keeps its project; no error leaves it.
   void BuildFailed(Project* objProject, const std::string& strMessage, bool bCompileError);
   void RaiseBuildCancled(Project& objProject);
+  void RaiseGettingLatestVersion(SSProject& objSSProject, bool& bCancel);
   void RaiseMTSEvent(const std::string& strInfo, bool& Cancel);
   void RaiseProjectAdded(Project& NewProject);
   void RaiseError(const std::string& strMessage);

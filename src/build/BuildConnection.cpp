@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "project/Project.hpp"
+#include "sourcecontrol/SSProject.hpp"
 
 namespace hearthmake {
 
@@ -10,8 +11,8 @@ namespace {
 
 using automation::Variant;
 
-Variant ObjectOf(Project* project) {
-  return Variant::FromObject(automation::Ref<automation::Object>(project));
+Variant ObjectOf(automation::Object* object) {
+  return Variant::FromObject(automation::Ref<automation::Object>(object));
 }
 
 }  // namespace
@@ -44,9 +45,8 @@ void BuildConnection::BuildCancled(Project& objProject) {
   Raise("BuildCancled", values);
 }
 
-// Source projects have no objects yet.
-void BuildConnection::GettingLatestVersion(SSProject& /*objSSProject*/, bool& bCancel) {
-  bCancel = RaiseWithFlag("GettingLatestVersion", ObjectOf(nullptr), bCancel);
+void BuildConnection::GettingLatestVersion(SSProject& objSSProject, bool& bCancel) {
+  bCancel = RaiseWithFlag("GettingLatestVersion", ObjectOf(&objSSProject), bCancel);
 }
 
 void BuildConnection::MTSEvent(const std::string& strInfo, bool& Cancel) {

@@ -76,6 +76,10 @@ void Build::RaiseBuildCancled(Project& objProject) {
   Raise([&](BuildEvents& sink) { sink.BuildCancled(objProject); });
 }
 
+void Build::RaiseGettingLatestVersion(SSProject& objSSProject, bool& bCancel) {
+  Raise([&](BuildEvents& sink) { sink.GettingLatestVersion(objSSProject, bCancel); });
+}
+
 void Build::RaiseMTSEvent(const std::string& strInfo, bool& Cancel) {
   Raise([&](BuildEvents& sink) { sink.MTSEvent(strInfo, Cancel); });
 }

@@ -113,6 +113,18 @@ std::string AbsolutePath(std::string_view folder, std::string_view path) {
   return result;
 }
 
+std::size_t CommonLength(std::string_view path, std::string_view other) {
+  std::string_view rest = path;
+  while (!rest.empty() && !other.empty()) {
+    const std::string_view here = automation::Left(rest, 1);
+    const std::string_view there = automation::Left(other, 1);
+    if (!automation::EqualsIgnoreCase(here, there)) break;
+    rest.remove_prefix(here.size());
+    other.remove_prefix(there.size());
+  }
+  return path.size() - rest.size();
+}
+
 std::string_view WithoutResourceIndex(std::string_view path) {
   const std::string_view index = FileNamePart(path);
   if (index.empty() || index.size() == path.size()) return path;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -33,6 +34,10 @@ std::string_view FileStem(std::string_view path);
 // normalised, "\.\" steps included. For look-ups: unlike IsRelativePath it knows UNC paths, and unlike
 // NormalizePath it takes the folder above the root of a drive or share for that root.
 std::string AbsolutePath(std::string_view folder, std::string_view path);
+
+// How much of a path the two share from their start on, compared without regard to case: in bytes of the
+// first one. Names count letter by letter: C:\src\Library and C:\src\Lib share all of the second.
+std::size_t CommonLength(std::string_view path, std::string_view other);
 
 // A type-library path without the resource index that may follow the file name
 // ("C:\x\vbscript.dll\3" gives "C:\x\vbscript.dll").

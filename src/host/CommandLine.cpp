@@ -48,6 +48,7 @@ class Words {
     AddBuildWords();
     AddProjectWords();
     AddRunWords();
+    AddSourceWords();
     AddOutputWords();
     AddDeploymentWords();
     AddScriptWord();
@@ -172,6 +173,10 @@ class Words {
                "hearthmake build Shop --resume", m_build, &BuildCommand);
     AddBuild(word, m_build.build);
     word->add_flag("--resume", m_build.resume, "go on where the last run failed or was cancelled");
+    CLI::Option* sources = word->add_flag("--sources", m_build.sources,
+                                          "take the latest sources first, as with TakeLatestFromVSS on");
+    word->add_flag("--no-sources", m_build.noSources, "compile what is there, whatever TakeLatestFromVSS is")
+        ->excludes(sources);
     AddJson(word, m_build.json, "print each event as a line of JSON");
 
     word = Add("scripts",
@@ -193,6 +198,75 @@ class Words {
     word->add_option(
         "START", m_bases.start,
         "first address (&H..., 0x... or decimal), kept for the next time; without it the one kept");
+  }
+
+  void AddSourceWords() {
+    CLI::App* word =
+        Add("sources",
+            "Get the latest sources of a build from source control, or those of a label. Exit status 1 when\n"
+            "they can't be got, or when a source project has no such label.",
+            "hearthmake sources Shop --label 'Release 2'", m_sources, &SourcesCommand);
+    AddBuild(word, m_sources.build);
+    word->add_option("PROJECT", m_sources.projects, "paths or ids of source projects; without any, all");
+    word->add_option("--label", m_sources.label, "the newest version that has this label, exactly")
+        ->type_name("LABEL");
+    AddJson(word, m_sources.json, "print each source project and file as a line of JSON");
+
+    word = Add("label", "Put a label on the sources of a build as they are in source control.",
+               "hearthmake label Shop 'Release 2' -m 'as shipped'", m_label, &LabelCommand);
+    AddBuild(word, m_label.build);
+    word->add_option("LABEL", m_label.label, "the label")->required();
+    word->add_option("-m,--message", m_label.comment, "a comment to it")->type_name("TEXT");
+
+    word = Add(
+        "checkin",
+        "Check files in to source control, each where its working folder says. A file is checked out\n"
+        "first, without being got, unless you hold it. Exit status 1 when one could not be checked in.",
+        "hearthmake checkin Shop src/Prices/Prices.vbp -m 'New base address'", m_checkin, &CheckinCommand);
+    AddBuild(word, m_checkin.build);
+    word->add_option("FILE", m_checkin.files, "files below the working folders")->required();
+    word->add_option("-m,--message", m_checkin.comment, "the comment, else 'Hearthmake Check in'")
+        ->type_name("TEXT");
+    word->add_flag("--keep", m_checkin.keep, "keep the files checked out");
+
+    word = Add("checkouts", "List the files of a build's sources that somebody has checked out.",
+               "hearthmake checkouts Shop --json", m_checkouts, &CheckoutsCommand);
+    AddBuild(word, m_checkouts.build);
+    AddJson(word, m_checkouts.json);
+
+    word = Add("sourceprojects",
+               "List, add, change or remove the source projects of a build: where its sources come from and\n"
+               "where they are worked on. docs/sourcecontrol.md tells what the ini file says.",
+               "hearthmake sourceprojects Shop add '$/Shop' --ini /srv/shop/srcsafe.ini --folder ~/src/shop",
+               m_sourceprojects, &SourceprojectsCommand);
+    AddBuild(word, m_sourceprojects.build);
+    word->add_option("ACTION", m_sourceprojects.action, "list (the default), add, edit or remove")
+        ->check(CLI::IsMember({"list", "add", "edit", "remove"}));
+    word->add_option("SOURCE", m_sourceprojects.source,
+                     "the path inside the database, as '$/Shop', or the id of the source project");
+    AddSourceProperties(word);
+    AddJson(word, m_sourceprojects.json, "print the list as JSON");
+  }
+
+  void AddSourceProperties(CLI::App* word) {
+    word->add_option("--ini", m_sourceprojects.ini, "ini file of the database")->type_name("FILE");
+    word->add_option("--user", m_sourceprojects.user, "who opens it")->type_name("NAME");
+    CLI::Option* password = word->add_flag("--password", m_sourceprojects.password,
+                                           "ask for a password or access token on the terminal");
+    word->add_flag("--password-stdin", m_sourceprojects.passwordStdin,
+                   "read it from the first line of standard input")
+        ->excludes(password);
+    word->add_option("--project", m_sourceprojects.project, "path inside the database")->type_name("PATH");
+    word->add_option("--folder", m_sourceprojects.folder,
+                     "the working folder; empty: the one that the database has for the user")
+        ->type_name("DIR");
+    word->add_option("--database", m_sourceprojects.database, "a description of the database")
+        ->type_name("TEXT");
+    word->add_option("--flags", m_sourceprojects.flags,
+                     "how files are got: readonly or writable, recursive or flat, keep (local work is not\n"
+                     "replaced), timenow, timemodified or timeupdated, parted by commas; none; or a number.\n"
+                     "add takes recursive without it")
+        ->type_name("FLAGS");
   }
 
   void AddOutputWords() {
@@ -370,6 +444,11 @@ class Words {
   RefsArguments m_refs;
   OrderArguments m_order;
   BuildArguments m_build;
+  SourcesArguments m_sources;
+  LabelArguments m_label;
+  CheckinArguments m_checkin;
+  CheckoutsArguments m_checkouts;
+  SourceprojectsArguments m_sourceprojects;
   BasesArguments m_bases;
   GroupArguments m_group;
   RegfilesArguments m_regfiles;

@@ -2,6 +2,7 @@
 
 #include "adapters/catalog/FileComPlusCatalogs.hpp"
 #include "adapters/catalog/FileMtsCatalogs.hpp"
+#include "adapters/git/GitSourceControl.hpp"
 #include "adapters/posix/IniSettingsStore.hpp"
 #include "adapters/posix/PosixClock.hpp"
 #include "adapters/posix/PosixFileSystem.hpp"
@@ -59,6 +60,19 @@ vbs::Services MakeServices() {
   return services;
 }
 
+SourceFile ToSourceFile(const git::FileProgress& progress) {
+  SourceFile file;
+  file.spec = progress.item;
+  file.number = progress.number;
+  file.count = progress.count;
+  switch (progress.outcome) {
+    case git::FileOutcome::Got: file.state = SourceFileState::Got; break;
+    case git::FileOutcome::Unchanged: file.state = SourceFileState::Unchanged; break;
+    case git::FileOutcome::Skipped: file.state = SourceFileState::Skipped; break;
+  }
+  return file;
+}
+
 }  // namespace
 
 Composition::Composition(const HostSettings& settings)
@@ -70,6 +84,17 @@ Composition::Composition(const HostSettings& settings)
 Composition::~Composition() = default;
 
 void Composition::OnTick(std::function<void()> tick) { m_pump->OnTick(std::move(tick)); }
+
+std::shared_ptr<platform::SourceControl> Composition::MakeSources() const {
+  git::Options options;
+  options.onFile = [this](const git::FileProgress& progress) {
+    if (m_onSourceFile) m_onSourceFile(ToSourceFile(progress));
+  };
+  options.isStopWanted = &Interrupt::IsRequested;
+  return std::make_shared<git::GitSourceControl>(
+      [drives = m_drives](std::string_view path) { return drives->ToPosix(path).value_or(""); },
+      std::move(options));
+}
 
 platform::Platform Composition::FillPlatform(const HostSettings& settings) {
   const std::string prefix = settings.WinePrefix();
@@ -96,6 +121,7 @@ platform::Platform Composition::FillPlatform(const HostSettings& settings) {
   ports.settings = std::make_shared<posix::IniSettingsStore>(posix::IniSettingsStore::DefaultPath());
   ports.clock = std::make_shared<posix::PosixClock>();
   AddCatalogs(ports);
+  ports.sources = MakeSources();
   ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeServices());
   return ports;
 }

@@ -7,6 +7,7 @@
 #include "automation/Variant.hpp"
 #include "host/JsonEvent.hpp"
 #include "project/Project.hpp"
+#include "sourcecontrol/SSProject.hpp"
 
 namespace hearthmake::host {
 
@@ -79,8 +80,18 @@ void JsonDisplay::Finish() {
                              Result() == RunResult::Failed ? "failed" : "was cancelled", m_buildName));
 }
 
-void JsonDisplay::GettingLatestVersion(SSProject& /*objSSProject*/, bool& /*bCancel*/) {
-  Print("GettingLatestVersion", ordered_json::object());
+void JsonDisplay::ShowGetting(SSProject& source) {
+  Print("GettingLatestVersion", {{"project", source.Project()},
+                                 {"database", source.Database()},
+                                 {"workingFolder", source.WorkingFolder()}});
+}
+
+void JsonDisplay::ShowFile(const SourceFile& file) {
+  if (file.state == SourceFileState::Unchanged) return;
+  Print("File", {{"file", file.spec},
+                 {"got", file.state == SourceFileState::Got},
+                 {"number", file.number},
+                 {"count", file.count}});
 }
 
 void JsonDisplay::MTSEvent(const std::string& strInfo, bool& /*Cancel*/) {

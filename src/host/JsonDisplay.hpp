@@ -16,7 +16,6 @@ class JsonDisplay final : public RunDisplay {
   JsonDisplay(const Console& console, Build& build, std::size_t projectsToCompile);
 
   void Finish() override;
-  void GettingLatestVersion(SSProject& objSSProject, bool& bCancel) override;
   void MTSEvent(const std::string& strInfo, bool& Cancel) override;
   void Error(const automation::Variant& strMessage) override;
   void BuildStart(bool bResume) override;
@@ -24,6 +23,8 @@ class JsonDisplay final : public RunDisplay {
                     std::int32_t Progress) override;
 
  private:
+  void ShowGetting(SSProject& source) override;
+  void ShowFile(const SourceFile& file) override;
   void ShowWillCompile(Project& project) override;
   void ShowCompiled(Project& project) override;
   void ShowFailed(Project* project, const std::string& message, bool isCompileError) override;

@@ -15,6 +15,19 @@ double SecondsSince(std::chrono::steady_clock::time_point start) {
 double RunDisplay::Seconds() const { return SecondsSince(m_start); }
 double RunDisplay::ProjectSeconds() const { return SecondsSince(m_projectStart); }
 
+void RunDisplay::GettingLatestVersion(SSProject& objSSProject, bool& bCancel) {
+  if (Interrupt::IsRequested()) {
+    bCancel = true;
+    return;
+  }
+  ShowGetting(objSSProject);
+}
+
+void RunDisplay::TellFile(const SourceFile& file) {
+  ++m_files[static_cast<std::size_t>(file.state)];
+  ShowFile(file);
+}
+
 void RunDisplay::WillCompile(Project& objProject, bool& bCancel) {
   // A compiler that was through before the signal reached it leaves the run to be ended here.
   if (Interrupt::IsRequested()) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstddef>
 #include <string>
 
 #include "build/BuildEvents.hpp"
+#include "host/SourceFile.hpp"
 
 namespace hearthmake::host {
 
@@ -17,11 +19,18 @@ class RunDisplay : public BuildEvents {
 
   // Called several times a second while a compiler runs.
   virtual void Tick() {}
+  // A file came from source control.
+  void TellFile(const SourceFile& file);
+  // No more files come.
+  virtual void EndSources() {}
   // After the run.
   virtual void Finish() {}
 
+  // How many files came to that.
+  std::size_t Files(SourceFileState state) const { return m_files[static_cast<std::size_t>(state)]; }
   RunResult Result() const { return m_result; }
 
+  void GettingLatestVersion(SSProject& objSSProject, bool& bCancel) final;
   void WillCompile(Project& objProject, bool& bCancel) final;
   void ProjectCompiled(Project& objProject) final;
   void BuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError) final;
@@ -30,6 +39,8 @@ class RunDisplay : public BuildEvents {
 
  protected:
   // The events, after they were counted.
+  virtual void ShowGetting(SSProject& source) = 0;
+  virtual void ShowFile(const SourceFile& file) = 0;
   virtual void ShowWillCompile(Project& project) = 0;
   virtual void ShowCompiled(Project& project) = 0;
   virtual void ShowFailed(Project* project, const std::string& message, bool isCompileError) = 0;
@@ -49,6 +60,7 @@ class RunDisplay : public BuildEvents {
   std::size_t m_total;
   std::size_t m_current = 0;
   std::size_t m_compiled = 0;
+  std::array<std::size_t, 3> m_files{};  // by SourceFileState
   Clock::time_point m_start = Clock::now();
   Clock::time_point m_projectStart = m_start;
   RunResult m_result = RunResult::Cancelled;  // until the run says otherwise

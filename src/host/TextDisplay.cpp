@@ -6,6 +6,7 @@
 #include "automation/Variant.hpp"
 #include "host/FailureAdvice.hpp"
 #include "project/Project.hpp"
+#include "sourcecontrol/SSProject.hpp"
 
 namespace hearthmake::host {
 
@@ -43,8 +44,12 @@ void TextDisplay::Tick() {
 
 void TextDisplay::Draw() {
   m_drawnSecond = static_cast<long>(Seconds());
-  const std::string line = fmt::format("[{}/{}] {} Compiling {}", Current(), Total(),
-                                       ClockText(m_drawnSecond), Printable(m_projectName));
+  DrawLine(fmt::format("[{}/{}] {} Compiling {}", Current(), Total(), ClockText(m_drawnSecond),
+                       Printable(m_projectName)));
+}
+
+void TextDisplay::DrawLine(const std::string& line) {
+  m_line = line;
   // The last column stays free: some terminals go to the next line when it is filled.
   const std::size_t width = m_console.Width();
   const std::string_view fitting = automation::Left(line, width > 1 ? width - 1 : 1);
@@ -55,6 +60,23 @@ void TextDisplay::Draw() {
 void TextDisplay::ClearLine() {
   if (m_isDrawn) m_console.Out("\r\x1b[K");
   m_isDrawn = false;
+}
+
+void TextDisplay::ShowGetting(SSProject& source) {
+  const std::string folder = source.WorkingFolder();
+  ClearLine();
+  Notice(fmt::format("Getting {}{}", source.Project(),
+                     folder.empty() ? "" : " into " + m_session.PosixPath(folder)));
+}
+
+void TextDisplay::ShowFile(const SourceFile& file) {
+  if (file.state == SourceFileState::Skipped) {
+    Notice(fmt::format("  {} was left as it is: the local file is writable and different", file.spec));
+  } else if (m_console.CanRedraw()) {
+    DrawLine(fmt::format("[{}/{}] {}", file.number, file.count, Printable(file.spec)));
+  } else if (file.state == SourceFileState::Got) {
+    m_console.Out(fmt::format("  {}\n", Printable(file.spec)));
+  }
 }
 
 void TextDisplay::ShowWillCompile(Project& project) {
@@ -87,7 +109,7 @@ void TextDisplay::Notice(const std::string& text) {
   const bool wasDrawn = m_isDrawn;
   ClearLine();
   m_console.Out(Printable(text) + "\n");
-  if (wasDrawn) Draw();
+  if (wasDrawn) DrawLine(m_line);
 }
 
 void TextDisplay::MTSEvent(const std::string& strInfo, bool& /*Cancel*/) { Notice(strInfo); }

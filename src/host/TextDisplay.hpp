@@ -17,6 +17,7 @@ class TextDisplay final : public RunDisplay {
   TextDisplay(Session& session, Build& build, std::size_t projectsToCompile);
 
   void Tick() override;
+  void EndSources() override { ClearLine(); }
   void Finish() override;
   void MTSEvent(const std::string& strInfo, bool& Cancel) override;
   void ScriptNotify(const std::string& strMessage, automation::Variant& Cancel,
@@ -24,6 +25,8 @@ class TextDisplay final : public RunDisplay {
   void Error(const automation::Variant& strMessage) override;
 
  private:
+  void ShowGetting(SSProject& source) override;
+  void ShowFile(const SourceFile& file) override;
   void ShowWillCompile(Project& project) override;
   void ShowCompiled(Project& project) override;
   void ShowFailed(Project* project, const std::string& message, bool isCompileError) override;
@@ -31,6 +34,7 @@ class TextDisplay final : public RunDisplay {
   void ShowComplete() override {}
 
   void Draw();
+  void DrawLine(const std::string& line);
   void ClearLine();
   void Notice(const std::string& text);
 
@@ -39,6 +43,7 @@ class TextDisplay final : public RunDisplay {
   Build& m_build;
   std::string m_buildName;
   std::string m_projectName;
+  std::string m_line;  // drawn last
   long m_drawnSecond = -1;
   bool m_isDrawn = false;
 };

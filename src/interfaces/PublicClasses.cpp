@@ -32,6 +32,7 @@ constexpr PublicClass kClasses[] = {
     {&References::Describe, nullptr},
     {&Reference::Describe, nullptr},
     {&SSProjects::Describe, nullptr},
+    {&SSProject::Describe, nullptr},
     {&Scripts::Describe, nullptr},
     {&MTSPackages::Describe, nullptr},
     {&MTSPackage::Describe, nullptr},

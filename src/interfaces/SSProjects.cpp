@@ -12,7 +12,15 @@ const automation::Interface& SSProjects::Describe() {
           .get<&SSProjects::Item>("item", {"vIndex"})
           .get<&SSProjects::Count>("Count")
           .newEnum<&SSProjects::NewEnum>()
+          .method<&SSProjects::Create>("Create")
+          .method<&SSProjects::GetLatestFromSoursafe>("GetLatestFromSoursafe")
           .get<&SSProjects::Parent>("Parent")
+          .method<&SSProjects::NetSendCheckedOutFiles>("NetSendCheckedOutFiles", {"strMachine", "strMessage"},
+                                                       "Not supported")
+          .method<&SSProjects::CheckInFile>(
+              "CheckInFile", {"strFile", "strComment", "bKeepCheckedOut", "strResult"},
+              "This function will check out the file (witout first taking latest version) and then 'check it "
+              "in. This function returns TRUE if the file was successfully checked in otherwise false")
           .build();
   return kInterface;
 }

@@ -403,6 +403,39 @@ TEST(Build, DeletingRemovesEverythingThatBelongsToIt) {
   EXPECT_EQ(BuildScene::Loaded(other->Id())->Projects().Count(), 1);
 }
 
+Ref<SSProject> AddSource(Build& build, const std::string& project) {
+  auto source = build.SSProjects().Create();
+  source->BeginEdit();
+  source->SetProject(project);
+  source->ApplyEdit();
+  return source;
+}
+
+TEST(Build, DeletingRemovesItsSourceProjectsAlone) {
+  const BuildScene scene;
+  scene.Add("A");
+  const auto first = AddSource(*scene.build, "$/A");
+  AddSource(*scene.build, "$/B");
+  const auto other = BuildScene::Stored("Other");
+  AddSource(*other, "$/C");
+  Delete(*BuildScene::Loaded(scene.build->Id()));
+  EXPECT_EQ(BuildScene::CountRows("SSProjects"), 1);
+  EXPECT_EQ(BuildScene::CountRows("SSProjects", "Project = '$/C'"), 1);
+}
+
+TEST(Build, ASourceProjectThatIsBeingEditedKeepsItsBuildFromBeingDeleted) {
+  const BuildScene scene;
+  scene.Add("A");
+  AddSource(*scene.build, "$/A");
+  AddSource(*scene.build, "$/B")->BeginEdit();
+  scene.build->BeginEdit();
+  scene.build->Delete();
+  ExpectError([&] { scene.build->ApplyEdit(); }, BuildErrors::beBuildCanNotDelete, "Build.DeleteBuild",
+              "Error occured when deleteing build! Already in edit mode");
+  EXPECT_EQ(BuildScene::CountRows("Project"), 1) << "what was deleted before is back";
+  EXPECT_EQ(scene.build->SSProjects().Count(), 2);
+}
+
 TEST(Build, DeletingClosesTheDatabaseAndReleasesTheCollections) {
   const BuildScene scene;
   const auto a = scene.Add("A");
@@ -476,7 +509,10 @@ TEST(Build, KillReleasesTheCollections) {
   const auto a = scene.Add("A");
   const Ref<Projects> projects(&scene.build->Projects());
   const Ref<SSProjects> sources(&scene.build->SSProjects());
+  const auto source = AddSource(*scene.build, "$/A");
   scene.build->Kill();
+  EXPECT_EQ(source->Owner(), nullptr);
+  EXPECT_EQ(sources->Count(), 0);
   EXPECT_EQ(projects->Count(), 0);
   EXPECT_EQ(sources->Parent(), nullptr);
   EXPECT_EQ(a->Owner(), nullptr);

@@ -93,6 +93,40 @@ TEST(ObjectLife, AGraphThatNobodyHoldsIsFreedAsAWhole) {
     EXPECT_FALSE(watch->IsAlive());
 }
 
+Ref<SSProject> AddSource(Build& build) {
+  auto source = build.SSProjects().Create();
+  source->BeginEdit();
+  source->ApplyEdit();
+  return source;
+}
+
+TEST(ObjectLife, ASourceProjectKeepsTheGraphForAsLongAsAHostHoldsIt) {
+  BuildScene scene;
+  const Watch build(*scene.build);
+  auto source = AddSource(*scene.build);
+  const Watch watched(*source);
+  scene.build = nullptr;
+  EXPECT_TRUE(build.IsAlive());
+  source = nullptr;
+  EXPECT_FALSE(build.IsAlive());
+  EXPECT_FALSE(watched.IsAlive());
+}
+
+TEST(ObjectLife, ASourceProjectThatWasNeverStoredGoesAlone) {
+  BuildScene scene;
+  auto source = scene.build->SSProjects().Create();
+  const Watch watched(*source);
+  const Watch build(*scene.build);
+  source = nullptr;
+  EXPECT_FALSE(watched.IsAlive());
+  source = scene.build->SSProjects().Create();
+  scene.build = nullptr;
+  EXPECT_TRUE(build.IsAlive());
+  EXPECT_EQ(source->Skip(), false);
+  source = nullptr;
+  EXPECT_FALSE(build.IsAlive());
+}
+
 TEST(ObjectLife, AProjectThatAHostKeepsIsUsableAfterTheBuildWasDropped) {
   BuildScene scene;
   scene.Add("A", "Exe");

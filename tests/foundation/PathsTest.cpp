@@ -105,6 +105,16 @@ TEST(Paths, NothingLiesAboveARoot) {
   EXPECT_EQ(AbsolutePath("C:\\a\\", "\\\\.\\x\\y.vbp"), "\\\\.\\x\\y.vbp");
 }
 
+TEST(Paths, ShareTheirFirstLettersInAnyCase) {
+  EXPECT_EQ(CommonLength("C:\\Src\\a.dll", "c:\\SRC"), 6U);
+  EXPECT_EQ(CommonLength("C:\\Src", "C:\\Src\\Lib"), 6U);
+  EXPECT_EQ(CommonLength("C:\\Library", "C:\\Lib\\x"), 6U);
+  EXPECT_EQ(CommonLength("C:\\\xC3\x84x", "C:\\\xC3\xA4y"), 5U);
+  EXPECT_EQ(CommonLength("C:\\a", "D:\\a"), 0U);
+  EXPECT_EQ(CommonLength("C:\\a", ""), 0U);
+  EXPECT_EQ(CommonLength("", "C:\\a"), 0U);
+}
+
 TEST(Paths, AResourceIndexIsNoPartOfTheFile) {
   EXPECT_EQ(WithoutResourceIndex("C:\\x\\vbscript.dll\\3"), "C:\\x\\vbscript.dll");
   EXPECT_EQ(WithoutResourceIndex("C:\\x\\vbscript.dll\\3a"), "C:\\x\\vbscript.dll\\3a");

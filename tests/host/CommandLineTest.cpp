@@ -22,8 +22,9 @@ TEST_F(CommandLineTest, HelpsWithEveryWord) {
   const CommandResult overview = command.RunBare({"--help"});
   EXPECT_EQ(overview.status, 0);
   EXPECT_THAT(overview.out, HasSubstr("Exit status: 0 done, 1 the build failed"));
-  for (const char* word : {"new", "list", "show", "delete", "add", "remove", "scan", "refs", "order", "build",
-                           "bases", "set", "settings"}) {
+  for (const char* word :
+       {"new", "list", "show", "delete", "add", "remove", "scan", "refs", "order", "build", "bases", "set",
+        "settings", "sources", "label", "checkin", "checkouts", "sourceprojects"}) {
     EXPECT_THAT(overview.out, HasSubstr(std::string("\n  ") + word + " "));
     const CommandResult help = command.RunBare({word, "--help"});
     EXPECT_EQ(help.status, 0);

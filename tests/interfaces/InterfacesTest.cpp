@@ -255,6 +255,31 @@ TEST(Interfaces, ScriptsHasItsMembersInOrder) {
   EXPECT_TRUE(notify.parameters[2].isOptional);
 }
 
+TEST(Interfaces, SSProjectHasItsMembersInOrder) {
+  EXPECT_EQ(Listing(SSProject::Describe()),
+            Expand("User lg String\nProject lg String\nWorkingFolder lg String\nDatabase lg String\n"
+                   "SrcSafeIni gl String\nPassword lg String\nFlags lg Long\nId g Long\n") +
+                "call BeginEdit() \ncall ApplyEdit() \ncall Delete() \ncall CancelEdit() \n" +
+                Expand("Skip gl Boolean\n") +
+                "call GetLatest() Boolean\ncall GetFromLabel(strLabel String) Boolean\n"
+                "call Label(strLabel String, strComment String) Boolean\n");
+}
+
+TEST(Interfaces, SSProjectsHasItsMembersInOrder) {
+  const auto& members = SSProjects::Describe().Members();
+  ASSERT_EQ(members.size(), 8U);
+  EXPECT_EQ(Line(members[0]), "get item(vIndex Variant) SSProject");
+  EXPECT_EQ(Line(members[1]), "get Count() Long");
+  EXPECT_EQ(members[2].name, "NewEnum");
+  EXPECT_EQ(Line(members[3]), "call Create() SSProject");
+  EXPECT_EQ(Line(members[4]), "call GetLatestFromSoursafe() Boolean");
+  EXPECT_EQ(Line(members[5]), "get Parent() Build");
+  EXPECT_EQ(Line(members[6]), "call NetSendCheckedOutFiles(strMachine String, strMessage String) ");
+  EXPECT_EQ(Line(members[7]),
+            "call CheckInFile(strFile String, strComment String, bKeepCheckedOut Boolean, strResult String&) "
+            "Boolean");
+}
+
 TEST(Interfaces, ReportItemsAndAppHaveTheirMembersInOrder) {
   EXPECT_EQ(Listing(IReportItem::Describe()), Expand("Name g String\nDetails g String\n"));
   EXPECT_EQ(Listing(Enums::Describe()), "");
@@ -292,6 +317,8 @@ TEST(Interfaces, HelpTextsStandWithTheirMembers) {
   };
   EXPECT_EQ(help(Build::Describe(), "CmdExecute"), "Executes commands synchronously. Used from scripts.");
   EXPECT_EQ(help(Settings::Describe(), "RunScripts"), "Run user defined scripts");
+  EXPECT_EQ(help(SSProject::Describe(), "Database"), "Description of database. Free text.");
+  EXPECT_EQ(help(SSProjects::Describe(), "NetSendCheckedOutFiles"), "Not supported");
 }
 
 TEST(Interfaces, CollectionsHaveAnItemByDefaultAndAnEnumerator) {

@@ -7,6 +7,7 @@
 
 #include "support/ErrorExpect.hpp"
 #include "support/ProjectBench.hpp"
+#include "support/SourceScene.hpp"
 
 namespace hearthmake {
 namespace {
@@ -14,7 +15,9 @@ namespace {
 using platform::WindowState;
 using support::Failure;
 using support::FailureOf;
+using support::NoticeSink;
 using support::ProjectBench;
+using support::SourceScene;
 
 using Texts = std::vector<std::string>;
 
@@ -268,6 +271,61 @@ TEST(ProjectCheckIn, AfterACompileReportsWhatCouldNotBeCheckedIn) {
       (Texts{"Failed to check in the VBP file for project Lib. Reason: No matching SourceSafe project found",
              "Failed to check in the binary file for project Lib. Reason: No matching SourceSafe project "
              "found"}));
+}
+
+// A build of one library in $/Suite, checked in after its compile.
+class CheckedInLibrary : public SourceScene {
+ public:
+  CheckedInLibrary() : library(Add("Lib")) {
+    Base().Change("$/Suite/Lib.vbp", "old project");
+    Base().Change("$/Suite/Lib.dll", "old binary");
+    AddSource("$/Suite", "C:\\src");
+    Write("C:\\src\\Lib.dll", "new binary");
+    library->SetCheckInVBPFile(true);
+    library->SetCheckInBinaryFile(true);
+    build->AddSink(sink);
+  }
+  ~CheckedInLibrary() { build->RemoveSink(sink); }
+
+  automation::Ref<Project> library;
+  NoticeSink sink;
+};
+
+TEST(ProjectCheckIn, AfterACompileTakesProjectFileAndBinary) {
+  const CheckedInLibrary scene;
+  EXPECT_TRUE(scene.build->Projects().Build(false));
+  EXPECT_EQ(
+      scene.TakeCalls(),
+      (Texts{
+          "Open C:\\vss\\srcsafe.ini as Bob", "Checkout $/Suite/Lib.vbp 'Hearthmake Check out' '' 134217728",
+          "Checkin $/Suite/Lib.vbp 'Hearthmake Check in' 'C:\\src\\Lib.vbp' 65536",
+          "Open C:\\vss\\srcsafe.ini as Bob", "Checkout $/Suite/Lib.dll 'Hearthmake Check out' '' 134217728",
+          "Checkin $/Suite/Lib.dll 'Hearthmake Check in' 'C:\\src\\Lib.dll' 65536"}));
+  EXPECT_EQ(scene.Base().Content("$/Suite/Lib.vbp"), scene.Read("C:\\src\\Lib.vbp"));
+  EXPECT_EQ(scene.Base().Content("$/Suite/Lib.dll"), "new binary");
+  EXPECT_TRUE(scene.sink.notices.empty());
+}
+
+TEST(ProjectCheckIn, OfAFileThatSomebodyElseHoldsIsReportedAndTheRunGoesOn) {
+  const CheckedInLibrary scene;
+  platform::VSSCheckout held;
+  held.Username = "Ann";
+  scene.Base().checkouts["$/suite/lib.vbp"] = {held};
+  EXPECT_TRUE(scene.build->Projects().Build(false));
+  EXPECT_TRUE(scene.library->CompiledOK());
+  EXPECT_EQ(
+      scene.sink.notices.back(),
+      "Failed to check in the VBP file for project Lib. Reason: The file Lib.vbp is checked out to Ann");
+  EXPECT_EQ(scene.Base().Content("$/Suite/Lib.vbp"), "old project");
+  EXPECT_EQ(scene.Base().Content("$/Suite/Lib.dll"), "new binary");
+}
+
+TEST(ProjectLastCheckInInfo, TellsWhoChangedTheFileThatBrokeTheCompile) {
+  const CheckedInLibrary scene;
+  scene.Base().Change("$/Suite/X.cls", "broken", "Ann", "half done", 36975.545138888889);
+  scene.SetCompiler("echo \"Compile Error in File 'C:\\src\\X.cls', Line 3 : Syntax error\" > \"$LOG\"");
+  EXPECT_FALSE(scene.build->Projects().Build(false));
+  EXPECT_EQ(scene.library->LastCheckInInfo(), "Ann 2001-03-25 13:05:00\r\nhalf done");
 }
 
 TEST(ProjectLastCheckInInfo, IsForFailedCompilesThatNameAFile) {

@@ -30,8 +30,8 @@ class RecordingEvents : public BuildEvents {
          (bCompileError ? "compile error" : "other error") + ": " + strMessage);
   }
   void BuildCancled(Project& objProject) override { Note("BuildCancled " + objProject.Name()); }
-  void GettingLatestVersion(SSProject& /*objSSProject*/, bool& bCancel) override {
-    Note("GettingLatestVersion", bCancel);
+  void GettingLatestVersion(SSProject& objSSProject, bool& bCancel) override {
+    Note("GettingLatestVersion " + objSSProject.Project(), bCancel);
   }
   void MTSEvent(const std::string& strInfo, bool& Cancel) override { Note("MTSEvent " + strInfo, Cancel); }
   void ProjectAdded(Project& NewProject) override { Note("ProjectAdded " + NewProject.Name()); }

@@ -56,6 +56,14 @@ class HostCommand {
     arguments.insert(arguments.begin(), {"--data", Data()});
     return StartBare(arguments);
   }
+  // The same with standard output into a descriptor, such as the end of a pipe.
+  pid_t StartInto(int output, Arguments arguments) {
+    arguments.insert(arguments.begin(), {"--data", Data()});
+    const pid_t child = fork();
+    if (child != 0) return child;
+    dup2(output, STDOUT_FILENO);
+    Become(arguments);
+  }
   CommandResult Finish(pid_t child) {
     int status = 0;
     waitpid(child, &status, 0);
@@ -72,8 +80,9 @@ class HostCommand {
     close(other);
     return true;
   }
-  // On a terminal of so many columns; both streams come as one.
-  CommandResult RunOnTerminal(Arguments arguments, unsigned short columns) {
+  // On a terminal of so many columns; both streams come as one. An answer is typed when a question (what ends
+  // in a colon and a blank) has been asked.
+  CommandResult RunOnTerminal(Arguments arguments, unsigned short columns, std::string answer = {}) {
     arguments.insert(arguments.begin(), {"--data", Data()});
     const winsize size{24, columns, 0, 0};
     int terminal = -1;
@@ -83,6 +92,9 @@ class HostCommand {
     char buffer[4096];
     for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;) {
       result.out.append(buffer, static_cast<std::size_t>(count));
+      if (answer.empty() || !result.out.ends_with(": ")) continue;
+      if (write(terminal, answer.data(), answer.size()) < 0) break;
+      answer.clear();
     }
     close(terminal);
     int status = 0;

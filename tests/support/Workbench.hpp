@@ -21,6 +21,7 @@
 #include "foundation/Apartment.hpp"
 #include "foundation/Settings.hpp"
 #include "foundation/mTypes.hpp"
+#include "support/MemorySourceControl.hpp"
 #include "support/PosixFolder.hpp"
 
 namespace hearthmake::support {
@@ -77,7 +78,8 @@ class RecordingShell final : public platform::Shell {
   std::shared_ptr<platform::Shell> m_real;
 };
 
-// An apartment over the real embedded adapters in a folder of its own: C: is <folder>/drive_c, the data
+// An apartment over the real embedded adapters (but for source control, whose databases are in memory) in a
+// folder of its own: C: is <folder>/drive_c, the data
 // folder (with Build.mdb) is C:\data, Z: is the machine. The compiler is C:\vb6.exe; tests give it as a
 // shell script.
 class Workbench {
@@ -94,6 +96,7 @@ class Workbench {
     pump = std::make_shared<CountingPump>();
     launcher = std::make_shared<RecordingLauncher>(*drives);
     registry = std::make_shared<posix::RegistryStore>(root.Path("registry.reg"));
+    sources = std::make_shared<MemorySourceControl>(files);
     apartment = std::make_unique<Apartment>(Ports(majorVersion));
   }
 
@@ -137,6 +140,7 @@ class Workbench {
   std::shared_ptr<RecordingLauncher> launcher;
   std::shared_ptr<RecordingShell> shell;
   std::shared_ptr<posix::RegistryStore> registry;
+  std::shared_ptr<MemorySourceControl> sources;
   std::shared_ptr<posix::IniSettingsStore> settings;
   std::unique_ptr<Apartment> apartment;
 
@@ -151,6 +155,7 @@ class Workbench {
     ports.processes = launcher;
     ports.settings = settings;
     ports.registry = registry;
+    ports.sources = sources;
     ports.typeLibs = std::make_shared<typelib::TypeLibFileReader>(files);
     shell = std::make_shared<RecordingShell>(std::make_shared<posix::PosixShell>(
         launcher, [keys = registry, libraries = ports.typeLibs](const posix::SelfRegistration& request) {

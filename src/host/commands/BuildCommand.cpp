@@ -6,6 +6,7 @@
 #include "host/EditCycle.hpp"
 #include "host/Interrupt.hpp"
 #include "host/JsonDisplay.hpp"
+#include "host/LatestSources.hpp"
 #include "host/RunJournal.hpp"
 #include "host/SinkGuard.hpp"
 #include "host/TextDisplay.hpp"
@@ -88,11 +89,19 @@ RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildAr
   return display->Result();
 }
 
+// A run that goes on where the last one stopped goes on with its sources.
+bool TakesSources(Session& session, const BuildArguments& arguments) {
+  const bool isSwitchedOn = session.LibrarySettings()->TakeLatestFromVSS();
+  return arguments.sources || (isSwitchedOn && !arguments.noSources && !arguments.resume);
+}
+
 }  // namespace
 
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
   const auto build = session.OpenBuild(arguments.build);
-  session.LibrarySettings();  // junk there is better told before anything runs
+  // Junk in the settings is told before anything runs.
+  if (TakesSources(session, arguments) && !TakeLatestSources(session, *build, arguments.json))
+    return ExitStatus::Cancelled;
   SetCompileOrder(*build);
   RunJournal journal = OpenJournal(session, *build);
   switch (Run(session, *build, journal, arguments)) {

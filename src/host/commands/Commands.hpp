@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -71,9 +72,56 @@ ExitStatus OrderCommand(Session& session, const OrderArguments& arguments);
 struct BuildArguments {
   std::string build;
   bool resume = false;
+  bool sources = false;    // take the latest sources first, whatever the setting says
+  bool noSources = false;  // don't, whatever the setting says
   bool json = false;
 };
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments);
+
+struct SourcesArguments {
+  std::string build;
+  std::vector<std::string> projects;  // source projects; none: all
+  std::optional<std::string> label;
+  bool json = false;
+};
+ExitStatus SourcesCommand(Session& session, const SourcesArguments& arguments);
+
+struct LabelArguments {
+  std::string build;
+  std::string label;
+  std::string comment;
+};
+ExitStatus LabelCommand(Session& session, const LabelArguments& arguments);
+
+struct CheckinArguments {
+  std::string build;
+  std::vector<std::string> files;
+  std::string comment;  // empty: the library's own
+  bool keep = false;
+};
+ExitStatus CheckinCommand(Session& session, const CheckinArguments& arguments);
+
+struct CheckoutsArguments {
+  std::string build;
+  bool json = false;
+};
+ExitStatus CheckoutsCommand(Session& session, const CheckoutsArguments& arguments);
+
+struct SourceprojectsArguments {
+  std::string build;
+  std::string action = "list";  // or add, edit, remove
+  std::string source;           // path or id
+  std::optional<std::string> ini;
+  std::optional<std::string> user;
+  std::optional<std::string> project;
+  std::optional<std::string> folder;
+  std::optional<std::string> database;
+  std::optional<std::string> flags;
+  bool password = false;       // asked for on the terminal
+  bool passwordStdin = false;  // read from standard input
+  bool json = false;
+};
+ExitStatus SourceprojectsCommand(Session& session, const SourceprojectsArguments& arguments);
 
 struct GroupArguments {
   std::string build;

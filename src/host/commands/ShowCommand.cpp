@@ -7,6 +7,7 @@
 #include "host/Packages.hpp"
 #include "host/Properties.hpp"
 #include "host/ReferenceText.hpp"
+#include "host/SourceProjects.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {
@@ -70,11 +71,14 @@ void ShowBuild(Session& session, Build& build, bool asJson) {
     text += fmt::format("{}{:>4}  {:<24} {}\n", packages.size() == 1 ? "Packages\n" : "", package->Id(),
                         Printable(package->Name()), Printable(NamesOf(ProjectsOf(build, *package))));
   }
+  const std::string sources = SourceLines(session, build);
+  if (!sources.empty()) text += "Sources\n" + sources;
   const ordered_json json = {{"id", build.Id()},
                              {"name", build.Name()},
                              {"startDllBaseAddress", build.StartDllBaseAddress()},
                              {"projects", std::move(projects)},
-                             {"packages", std::move(packages)}};
+                             {"packages", std::move(packages)},
+                             {"sourceProjects", SourcesJson(build)}};
   session.Out().Out(asJson ? JsonText(json, 2) + "\n" : text);
 }
 

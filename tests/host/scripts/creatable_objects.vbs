@@ -15,11 +15,12 @@ On Error Resume Next
 ' expect: Reference 429
 ' expect: References 429
 ' expect: Scripts 429
+' expect: SSProject 429
 ' expect: SSProjects 429
 ' expect: MTSPackages 429
 ' expect: COMApplications 429
 ' expect: Nothing 429
-For Each name In Array("Projects", "Reference", "References", "Scripts", "SSProjects", "MTSPackages", "COMApplications", "Nothing")
+For Each name In Array("Projects", "Reference", "References", "Scripts", "SSProject", "SSProjects", "MTSPackages", "COMApplications", "Nothing")
   Err.Clear
   Set o = CreateObject("Hearthmake." & name)
   WScript.Echo name & " " & Err.Number
