@@ -180,9 +180,12 @@ bool RemoteRefs::Change(const std::string& name, const std::optional<git_oid>& f
     Refresh();
     return false;
   }
-  // Only a copy of what the remote says: when another process has just made a newer one, so be it.
-  const std::string mirror = Mirror(name);
-  m_local.Change(mirror, m_local.Read(mirror), to, who, why);
+  try {
+    // Only a copy of what the remote says: when another process has just made a newer one, so be it.
+    const std::string mirror = Mirror(name);
+    m_local.Change(mirror, m_local.Read(mirror), to, who, why);
+  } catch (const automation::Error&) {  // it is done where it counts; the next fetch brings the copy
+  }
   return true;
 }
 
