@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,12 @@ struct RegistryValue {
   std::string data;
 };
 
+struct RegistryEntry {
+  std::string key;
+  std::string name;
+  RegistryValue value;
+};
+
 // Keys by root and path (`Software\Hearthmake`), names without regard to case; the empty value name
 // is a key's default value. A 32-bit program's view: ClassesRoot is the merged view of the user's and
 // the machine's classes, the user's first.
@@ -51,6 +58,8 @@ class Registry {
   // Makes the key where it is missing.
   virtual void Set(RegistryRoot root, std::string_view key, std::string_view name,
                    const RegistryValue& value) = 0;
+  // Set for each in turn, which a store may make one change.
+  virtual void SetAll(RegistryRoot root, std::span<const RegistryEntry> entries) = 0;
   virtual void RemoveValue(RegistryRoot root, std::string_view key, std::string_view name) = 0;
   // Removes the key and all below it; a missing key is no error.
   virtual void RemoveKey(RegistryRoot root, std::string_view key) = 0;

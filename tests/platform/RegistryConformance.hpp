@@ -121,6 +121,18 @@ TEST_P(RegistryConformance, PutsTheLastValueInThePlaceOfTheFirst) {
   EXPECT_THAT(m_playground.reopen()->ValueNames(kUser, "Software\\x"), ::testing::ElementsAre("Name"));
 }
 
+TEST_P(RegistryConformance, SetsManyValuesInTheirOrder) {
+  SetText(kClasses, "A.B", "", "before");
+  const std::vector<RegistryEntry> entries = {{"a.b", "", {RegistryType::String, "first"}},
+                                              {"A.B", "", {RegistryType::String, "last"}},
+                                              {"A.B\\Clsid", "n", {RegistryType::String, "x"}}};
+  Keys().SetAll(kClasses, entries);
+  EXPECT_EQ(Text(kClasses, "A.B"), "last");
+  EXPECT_EQ(Text(kClasses, "A.B\\Clsid", "N"), "x");
+  Keys().SetAll(kClasses, {});
+  EXPECT_EQ(Text(*m_playground.registry, kClasses, "A.B"), "last");
+}
+
 TEST_P(RegistryConformance, ListsKeysAndValues) {
   SetText(kMachine, "Software\\List\\One\\Deep", "", "1");
   SetText(kMachine, "Software\\List\\Two", "", "2");

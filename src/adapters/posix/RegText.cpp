@@ -34,6 +34,14 @@ constexpr std::array<RootNames, 4> kRoots = {{
     {RegistryRoot::Users, "HKEY_USERS", "HKU"},
 }};
 
+// How many of the characters a text begins with. find_first_not_of calls memchr for each of them.
+std::size_t CountOf(std::string_view text, std::string_view characters) {
+  const auto isOther = [&](char c) {
+    return std::none_of(characters.begin(), characters.end(), [&](char known) { return known == c; });
+  };
+  return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isOther) - text.begin());
+}
+
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20; }
 
 void AppendQuoted(std::string& text, std::string_view content) {
@@ -84,11 +92,11 @@ class Parser {
     m_text.remove_prefix(count);
   }
 
-  void SkipBlanks() { Skip(std::min(m_text.find_first_not_of(kBlanks), m_text.size())); }
+  void SkipBlanks() { Skip(CountOf(m_text, kBlanks)); }
 
   bool SkipToContent() {
     while (true) {
-      Skip(std::min(m_text.find_first_not_of(" \t\r\n"), m_text.size()));
+      Skip(CountOf(m_text, " \t\r\n"));
       if (m_text.empty()) return false;
       if (m_text.front() != ';') return true;
       TakeLine();
@@ -135,6 +143,8 @@ class Parser {
   }
 
   RegistryRoot ReadRoot(std::string_view name) const {
+    for (const RootNames& root : kRoots)
+      if (name == root.name) return root.root;
     const std::string folded = FoldCase(name);
     for (const RootNames& root : kRoots)
       if (folded == root.name || folded == root.shortName) return root.root;
@@ -175,13 +185,17 @@ class Parser {
   // people write by mistake, means what it says. A text may go on over line ends.
   std::string TakeString() {
     std::string content;
-    for (std::size_t i = 1; i < m_text.size(); ++i) {
+    std::size_t start = 1;  // of what is not in the content yet
+    for (std::size_t i = start; i < m_text.size(); ++i) {
       if (m_text[i] == '"') {
+        content += m_text.substr(start, i - start);
         Skip(i + 1);
         return content;
       }
-      if (m_text[i] == '\\' && i + 1 < m_text.size() && (m_text[i + 1] == '\\' || m_text[i + 1] == '"')) ++i;
-      content += m_text[i];
+      if (m_text[i] != '\\' || i + 1 == m_text.size()) continue;
+      if (m_text[i + 1] != '\\' && m_text[i + 1] != '"') continue;
+      content += m_text.substr(start, i - start);
+      start = ++i;
     }
     Fail("the closing quote is missing");
   }

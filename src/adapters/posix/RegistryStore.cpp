@@ -62,6 +62,10 @@ RegistryValue AsStored(const RegistryValue& value) {
   return DecodeRegistryValue(static_cast<std::uint32_t>(value.type), EncodeRegistryValue(value));
 }
 
+// What ClassesRoot stands for, in FoldCase.
+constexpr std::string_view kFoldedUserClasses = "HKEY_CURRENT_USER\\SOFTWARE\\CLASSES";
+constexpr std::string_view kFoldedMachineClasses = "HKEY_LOCAL_MACHINE\\SOFTWARE\\CLASSES";
+
 bool IsSame(const RegistryValue& left, const RegistryValue& right) {
   return left.type == right.type && left.data == right.data;
 }
@@ -79,32 +83,38 @@ std::vector<std::string> Spellings(const std::map<std::string_view, std::string_
 RegistryStore::RegistryStore(std::string path) : m_file(std::move(path), kLargestFile) {}
 
 bool RegistryStore::KeyExists(RegistryRoot root, std::string_view key) {
-  return IsReadable() && !Find(root, key).empty();
+  return IsReadable() && Find(root, key)[0] != nullptr;
 }
 
 std::optional<RegistryValue> RegistryStore::Query(RegistryRoot root, std::string_view key,
                                                   std::string_view name) {
   if (!IsReadable()) return std::nullopt;
   const std::string folded = FoldCase(name);
-  for (const Tree::Key* place : Find(root, key))
+  for (const Tree::Key* place : Find(root, key)) {
+    if (place == nullptr) break;
     if (const auto value = place->content.find(folded); value != place->content.end())
       return value->second.value;
+  }
   return std::nullopt;
 }
 
 std::vector<std::string> RegistryStore::SubKeys(RegistryRoot root, std::string_view key) {
   if (!IsReadable()) return {};
   std::map<std::string_view, std::string_view> names;
-  for (const Tree::Key* place : Find(root, key))
+  for (const Tree::Key* place : Find(root, key)) {
+    if (place == nullptr) break;
     for (const auto& [folded, child] : place->children) names.emplace(folded, child->name);
+  }
   return Spellings(names);
 }
 
 std::vector<std::string> RegistryStore::ValueNames(RegistryRoot root, std::string_view key) {
   if (!IsReadable()) return {};
   std::map<std::string_view, std::string_view> names;
-  for (const Tree::Key* place : Find(root, key))
+  for (const Tree::Key* place : Find(root, key)) {
+    if (place == nullptr) break;
     for (const auto& [folded, value] : place->content) names.emplace(folded, value.name);
+  }
   return Spellings(names);
 }
 
@@ -114,6 +124,18 @@ void RegistryStore::Set(RegistryRoot root, std::string_view key, std::string_vie
   // Without the lock: whoever changes the file from here on might as well have done so right behind us.
   if (!m_file.HasChanged() && IsSet(root, key, name, value)) return;
   Change([&] { Apply({RegistryChange::Kind::SetValue, root, std::string(key), std::string(name), value}); });
+}
+
+void RegistryStore::SetAll(RegistryRoot root, std::span<const platform::RegistryEntry> entries) {
+  for (const platform::RegistryEntry& entry : entries) RequireNames(entry.key, entry.name);
+  const auto isSet = [&](const platform::RegistryEntry& entry) {
+    return IsSet(root, entry.key, entry.name, entry.value);
+  };
+  if (!m_file.HasChanged() && std::all_of(entries.begin(), entries.end(), isSet)) return;
+  Change([&] {
+    for (const platform::RegistryEntry& entry : entries)
+      Apply({RegistryChange::Kind::SetValue, root, entry.key, entry.name, entry.value});
+  });
 }
 
 void RegistryStore::RemoveValue(RegistryRoot root, std::string_view key, std::string_view name) {
@@ -162,7 +184,7 @@ void RegistryStore::LoadChanges(std::string bytes) {
     ++m_records;
     const bool isPlain = change.root != RegistryRoot::ClassesRoot;
     if (isPlain && change.kind == RegistryChange::Kind::MakeKey) {
-      open = &m_tree.Make(FullPath(change.root, "\\", change.key));
+      open = &m_tree.MakeBelow(m_tree.Make(RegText::RootName(change.root)), 1, change.key);
       return;
     }
     if (isPlain && change.kind == RegistryChange::Kind::SetValue && open != nullptr) {
@@ -179,10 +201,10 @@ void RegistryStore::LoadChanges(std::string bytes) {
 // Whether a Set would change nothing.
 bool RegistryStore::IsSet(RegistryRoot root, std::string_view key, std::string_view name,
                           const RegistryValue& value) {
-  const auto places = Find(root, key);
-  if (places.empty()) return false;
-  const auto known = places.front()->content.find(FoldCase(name));
-  return known != places.front()->content.end() && IsSame(known->second.value, AsStored(value));
+  const Places places = Find(root, key);
+  if (places[0] == nullptr) return false;
+  const auto known = places[0]->content.find(FoldCase(name));
+  return known != places[0]->content.end() && IsSame(known->second.value, AsStored(value));
 }
 
 bool RegistryStore::IsReadable() {
@@ -195,14 +217,25 @@ bool RegistryStore::IsReadable() {
   }
 }
 
-std::vector<RegistryStore::Tree::Key*> RegistryStore::Find(RegistryRoot root, std::string_view key) {
-  std::vector<Tree::Key*> keys;
-  for (const std::string& path : Views(root, key))
-    if (Tree::Key* found = m_tree.Find(path)) keys.push_back(found);
+RegistryStore::Places RegistryStore::Find(RegistryRoot root, std::string_view key) {
+  const std::string folded = FoldCase(key);
+  Places places{};
+  std::size_t count = 0;
+  const auto look = [&](std::string_view start) {
+    Tree::Key* base = m_tree.Root().Below(start);
+    Tree::Key* found = base == nullptr ? nullptr : base->Below(folded);
+    if (found != nullptr) places[count++] = found;
+  };
+  if (root == RegistryRoot::ClassesRoot) {
+    look(kFoldedUserClasses);
+    look(kFoldedMachineClasses);
+  } else {
+    look(RegText::RootName(root));
+  }
   // The roots themselves are always there.
-  if (keys.empty() && key.find_first_not_of('\\') == std::string_view::npos)
-    keys.push_back(&m_tree.Make(Views(root, key).back()));
-  return keys;
+  if (count == 0 && key.find_first_not_of('\\') == std::string_view::npos)
+    places[0] = &m_tree.Make(Views(root, key).back());
+  return places;
 }
 
 void RegistryStore::Change(const std::function<void()>& change) {

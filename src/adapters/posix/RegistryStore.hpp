@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <string>
@@ -39,6 +40,8 @@ class RegistryStore : public platform::Registry {
   std::vector<std::string> ValueNames(platform::RegistryRoot root, std::string_view key) override;
   void Set(platform::RegistryRoot root, std::string_view key, std::string_view name,
            const platform::RegistryValue& value) override;
+  // One addition to the file, all or nothing.
+  void SetAll(platform::RegistryRoot root, std::span<const platform::RegistryEntry> entries) override;
   void RemoveValue(platform::RegistryRoot root, std::string_view key, std::string_view name) override;
   void RemoveKey(platform::RegistryRoot root, std::string_view key) override;
 
@@ -52,6 +55,7 @@ class RegistryStore : public platform::Registry {
   };
   using Values = std::map<std::string, Value>;  // by folded name
   using Tree = KeyTree<Values>;
+  using Places = std::array<Tree::Key*, 2>;
 
   void Load();
   void LoadChanges(std::string bytes);
@@ -59,8 +63,8 @@ class RegistryStore : public platform::Registry {
              const platform::RegistryValue& value);
   // Loads what is out of date; false when the file can't be read.
   bool IsReadable();
-  // The keys that a root and path stand for, the first one first.
-  std::vector<Tree::Key*> Find(platform::RegistryRoot root, std::string_view key);
+  // The keys that a root and path stand for, the first one first, then null.
+  Places Find(platform::RegistryRoot root, std::string_view key);
 
   void Change(const std::function<void()>& change);
   // Makes a change in memory and notes it for the file; nothing is noted when it changes nothing.

@@ -41,6 +41,7 @@ char32_t FoldCharacter(char32_t character) {
 }
 
 bool IsUtf8(std::string_view bytes) {
+  if (automation::IsAscii(bytes)) return true;
   for (std::size_t at = 0; at < bytes.size();) {
     if (static_cast<unsigned char>(bytes[at]) < 0x80) {
       ++at;

@@ -91,6 +91,10 @@ void WineRegistry::Set(RegistryRoot root, std::string_view key, std::string_view
   automation::Raise(RuntimeError::PathNotFound, "Registry", m_prefix + " has no registry for this key");
 }
 
+void WineRegistry::SetAll(RegistryRoot root, std::span<const platform::RegistryEntry> entries) {
+  for (const platform::RegistryEntry& entry : entries) Set(root, entry.key, entry.name, entry.value);
+}
+
 void WineRegistry::RemoveValue(RegistryRoot root, std::string_view key, std::string_view name) {
   CheckNames(key, name);
   for (const View& view : Views(root, key)) {

@@ -39,6 +39,7 @@ class WineRegistry : public platform::Registry {
   std::vector<std::string> ValueNames(platform::RegistryRoot root, std::string_view key) override;
   void Set(platform::RegistryRoot root, std::string_view key, std::string_view name,
            const platform::RegistryValue& value) override;
+  void SetAll(platform::RegistryRoot root, std::span<const platform::RegistryEntry> entries) override;
   void RemoveValue(platform::RegistryRoot root, std::string_view key, std::string_view name) override;
   void RemoveKey(platform::RegistryRoot root, std::string_view key) override;
 

@@ -1,6 +1,7 @@
 #include "adapters/typelib/ComponentRegistration.hpp"
 
 #include <cstdio>
+#include <utility>
 
 #include "automation/Text.hpp"
 
@@ -50,55 +51,66 @@ bool IsClass(const TypeDescription& type) {
   return type.kind == TypeKind::CoClass && (type.flags & (kCanCreate | kControl)) != 0 && !type.guid.empty();
 }
 
+void AddText(std::vector<platform::RegistryEntry>& entries, std::string key, std::string_view name,
+             std::string text) {
+  entries.push_back({std::move(key), std::string(name), {platform::RegistryType::String, std::move(text)}});
+}
+
 }  // namespace
 
 ComponentRegistration::Component ComponentRegistration::Read(std::string_view path) const {
-  return {std::string(path), m_reader.Read(path), m_reader.ReadTypes(path)};
+  // The types first: reading them tells the reader of the library too.
+  std::vector<TypeDescription> types = m_reader.ReadTypes(path);
+  return {std::string(path), m_reader.Read(path), std::move(types)};
 }
 
 void ComponentRegistration::Register(std::string_view path) {
   const Component component = Read(path);
-  RegisterLibrary(component);
+  Entries entries;
+  AddLibrary(component, entries);
   for (const TypeDescription& type : component.types) {
-    if (IsInterface(type)) RegisterInterface(component, type);
-    if (IsClass(type)) RegisterClass(component, type);
+    if (IsInterface(type)) AddInterface(component, type, entries);
+    if (IsClass(type)) AddClass(component, type, entries);
   }
+  m_registry.SetAll(kClasses, entries);
 }
 
-void ComponentRegistration::RegisterLibrary(const Component& component) {
+void ComponentRegistration::AddLibrary(const Component& component, Entries& entries) {
   const platform::TypeLibInfo& library = component.library;
   const std::string key = LibraryKey(library) + "\\" + Version(library);
-  SetText(key, "", library.helpString.empty() ? library.name : library.helpString);
-  SetText(key + "\\" + Hexadecimal(library.locale) + "\\win32", "", component.path);
-  SetText(key + "\\FLAGS", "", std::to_string(library.flags));
-  SetText(key + "\\HELPDIR", "", std::string(FolderOf(component.path)));
+  AddText(entries, key, "", library.helpString.empty() ? library.name : library.helpString);
+  AddText(entries, key + "\\" + Hexadecimal(library.locale) + "\\win32", "", component.path);
+  AddText(entries, key + "\\FLAGS", "", std::to_string(library.flags));
+  AddText(entries, key + "\\HELPDIR", "", std::string(FolderOf(component.path)));
 }
 
-void ComponentRegistration::RegisterInterface(const Component& component, const TypeDescription& type) {
+void ComponentRegistration::AddInterface(const Component& component, const TypeDescription& type,
+                                         Entries& entries) {
   const std::string key = "Interface\\" + type.guid;
-  SetText(key, "", type.name);
-  SetText(key + "\\ProxyStubClsid32", "", kAutomationProxy);
-  SetText(key + "\\TypeLib", "", component.library.guid);
-  SetText(key + "\\TypeLib", "Version", Version(component.library));
+  AddText(entries, key, "", type.name);
+  AddText(entries, key + "\\ProxyStubClsid32", "", kAutomationProxy);
+  AddText(entries, key + "\\TypeLib", "", component.library.guid);
+  AddText(entries, key + "\\TypeLib", "Version", Version(component.library));
 }
 
-void ComponentRegistration::RegisterClass(const Component& component, const TypeDescription& type) {
+void ComponentRegistration::AddClass(const Component& component, const TypeDescription& type,
+                                     Entries& entries) {
   const std::string progId = ProgId(component.library, type);
   const std::string key = "CLSID\\" + type.guid;
-  SetText(key, "", progId);
+  AddText(entries, key, "", progId);
   if (IsProgram(component.path)) {
-    SetText(key + "\\LocalServer32", "", component.path);
+    AddText(entries, key + "\\LocalServer32", "", component.path);
   } else {
-    SetText(key + "\\InprocServer32", "", component.path);
-    SetText(key + "\\InprocServer32", "ThreadingModel", "Apartment");
+    AddText(entries, key + "\\InprocServer32", "", component.path);
+    AddText(entries, key + "\\InprocServer32", "ThreadingModel", "Apartment");
   }
-  SetText(key + "\\ProgID", "", progId);
-  SetText(key + "\\TypeLib", "", component.library.guid);
-  SetText(key + "\\VERSION", "", Version(component.library));
-  SetText(key + "\\Programmable", "", "");
-  if ((type.flags & kControl) != 0) SetText(key + "\\Control", "", "");
-  SetText(progId, "", progId);
-  SetText(progId + "\\Clsid", "", type.guid);
+  AddText(entries, key + "\\ProgID", "", progId);
+  AddText(entries, key + "\\TypeLib", "", component.library.guid);
+  AddText(entries, key + "\\VERSION", "", Version(component.library));
+  AddText(entries, key + "\\Programmable", "", "");
+  if ((type.flags & kControl) != 0) AddText(entries, key + "\\Control", "", "");
+  AddText(entries, progId, "", progId);
+  AddText(entries, progId + "\\Clsid", "", type.guid);
 }
 
 void ComponentRegistration::Unregister(std::string_view path) {
@@ -129,10 +141,6 @@ void ComponentRegistration::UnregisterLibrary(const Component& component) {
 // Whether a class or interface is that of this library: a later component may have taken it over.
 bool ComponentRegistration::BelongsTo(const Component& component, const std::string& key) {
   return Text(key + "\\TypeLib") == component.library.guid;
-}
-
-void ComponentRegistration::SetText(const std::string& key, std::string_view name, const std::string& text) {
-  m_registry.Set(kClasses, key, name, {platform::RegistryType::String, text});
 }
 
 std::string ComponentRegistration::Text(const std::string& key) const {

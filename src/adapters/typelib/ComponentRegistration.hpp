@@ -30,14 +30,16 @@ class ComponentRegistration {
     std::vector<platform::TypeDescription> types;
   };
 
+  using Entries = std::vector<platform::RegistryEntry>;
+
   Component Read(std::string_view path) const;
-  void RegisterLibrary(const Component& component);
-  void RegisterInterface(const Component& component, const platform::TypeDescription& type);
-  void RegisterClass(const Component& component, const platform::TypeDescription& type);
+  static void AddLibrary(const Component& component, Entries& entries);
+  static void AddInterface(const Component& component, const platform::TypeDescription& type,
+                           Entries& entries);
+  static void AddClass(const Component& component, const platform::TypeDescription& type, Entries& entries);
   void UnregisterLibrary(const Component& component);
   void UnregisterClass(const Component& component, const platform::TypeDescription& type);
   bool BelongsTo(const Component& component, const std::string& key);
-  void SetText(const std::string& key, std::string_view name, const std::string& text);
   std::string Text(const std::string& key) const;
   void RemoveWhenEmpty(const std::string& key);
 

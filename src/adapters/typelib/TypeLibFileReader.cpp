@@ -67,7 +67,13 @@ platform::TypeLibInfo TypeLibFileReader::Read(std::string_view path) {
 
 std::vector<platform::TypeDescription> TypeLibFileReader::ReadTypes(std::string_view path) {
   std::vector<platform::TypeDescription> types;
-  Load(Find(path), [&](const TypeLib& library) { types = library.Types(); });
+  const Place place = Find(path);
+  platform::TypeLibInfo info;
+  Load(place, [&](const TypeLib& library) {
+    types = library.Types();
+    info = library.Info();
+  });
+  m_cache.Put(path, {place.file, place.stamp, std::move(info)});
   return types;
 }
 

@@ -19,9 +19,9 @@ namespace hearthmake::typelib {
 // Reads type libraries through a FileSystem: MSFT and SLTG libraries, alone in a file or as a resource of
 // a PE32 or PE32+ image. Of a large file only the bytes that matter are read.
 //
-// What Read found is remembered until the file's stamp changes, so that asking again costs one look at the
-// stamp. A resource number behind a file that is a type library itself makes no difference, as with the
-// loaders of Windows. Flags always have 8 (has disk image), as there.
+// What was found of a library is remembered until the file's stamp changes, so that asking again costs one
+// look at the stamp. A resource number behind a file that is a type library itself makes no difference, as
+// with the loaders of Windows. Flags always have 8 (has disk image), as there.
 class TypeLibFileReader final : public platform::TypeLibReader {
  public:
   static constexpr std::size_t kCacheCapacity = 65536;

@@ -17,6 +17,16 @@ TEST(KeyTree, FindsKeysWithoutRegardToCase) {
   EXPECT_EQ(tree.Find("Software\\x"), nullptr);
 }
 
+TEST(KeyTree, MakesAndFindsKeysBelowAnother) {
+  Tree tree;
+  Tree::Key& classes = tree.Make("Machine\\Classes");
+  const Tree::Key& made = tree.MakeBelow(classes, 2, "A.B\\Größe");
+  EXPECT_EQ(tree.Find("machine\\classes\\a.b\\größe"), &made);
+  EXPECT_EQ(classes.Below("A.B\\GRÖßE"), tree.Find("Machine\\Classes\\A.B\\Größe"));
+  EXPECT_EQ(classes.Below("A.B\\X"), nullptr);
+  EXPECT_EQ(classes.Below(""), &classes);
+}
+
 TEST(KeyTree, SkipsEmptyNames) {
   Tree tree;
   tree.Make("\\a\\\\b\\");

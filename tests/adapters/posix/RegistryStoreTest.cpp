@@ -77,6 +77,38 @@ TEST_F(RegistryStoreTest, TakesNoLockForWhatIsSetAlready) {
   EXPECT_EQ(Reread("k"), "1");
 }
 
+TEST_F(RegistryStoreTest, SetsManyValuesAllOrNone) {
+  RegistryStore store(Path());
+  Set(store, "k", "1");
+  const std::string before = Content();
+  const auto entry = [](const std::string& key, const std::string& text) {
+    return platform::RegistryEntry{key, "v", {RegistryType::String, text}};
+  };
+  std::string tooDeep;
+  for (int i = 0; i < 600; ++i) tooDeep += "x\\";
+  for (const std::string& wrong : {std::string("\n"), tooDeep}) {
+    const std::vector<platform::RegistryEntry> entries = {entry("k", "2"), entry(wrong, "3")};
+    EXPECT_THROW(store.SetAll(kUser, entries), automation::Error);
+    EXPECT_EQ(Content(), before);
+    EXPECT_EQ(Get(store, "k"), "1");
+  }
+  store.SetAll(kUser, std::vector{entry("K", "1")});
+  EXPECT_EQ(Content(), before);
+  store.SetAll(kUser, std::vector{entry("K", "1"), entry("l", "2")});
+  EXPECT_EQ(Content(), before + "\n[HKEY_CURRENT_USER\\l]\n\"v\"=\"2\"\n");
+  EXPECT_EQ(Reread("l"), "2");
+}
+
+TEST_F(RegistryStoreTest, ManyValuesThatAreSetAlreadyGoByWhatTheFileSaysNow) {
+  RegistryStore store(Path());
+  const std::vector<platform::RegistryEntry> entries = {{"k", "v", {RegistryType::String, "1"}}};
+  store.SetAll(kUser, entries);
+  RegistryStore other(Path());
+  Set(other, "k", "2");
+  store.SetAll(kUser, entries);
+  EXPECT_EQ(Reread("k"), "1");
+}
+
 TEST_F(RegistryStoreTest, TheLastLineOfATextWinsWhicheverNameItsKeyHas) {
   m_folder.MakeFile("registry.reg",
                     "Windows Registry Editor Version 5.00\n\n"

@@ -98,6 +98,15 @@ TEST_F(ComponentRegistrationTest, AgainChangesNothingInTheStore) {
   EXPECT_EQ(folder.Content("registry.reg"), before);
 }
 
+TEST_F(ComponentRegistrationTest, RegistersAComponentWhollyOrNotAtAll) {
+  registration.Register("C:\\bin\\Lib.dll");
+  const std::string before = folder.Content("registry.reg");
+  Put("C:\\bin\\Odd.dll", "{13000000-0000-0000-0000-000000000000}");
+  libraries.byPath["C:\\bin\\Odd.dll"].types.front().guid = "{2\n}";
+  EXPECT_THROW(registration.Register("C:\\bin\\Odd.dll"), automation::Error);
+  EXPECT_EQ(folder.Content("registry.reg"), before);
+}
+
 TEST_F(ComponentRegistrationTest, UnregisteringLeavesTheRegistryAsItWas) {
   registration.Register("C:\\bin\\Lib.dll");
   registration.Unregister("C:\\bin\\Lib.dll");

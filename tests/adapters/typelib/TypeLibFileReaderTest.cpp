@@ -131,6 +131,16 @@ TEST_F(TypeLibFileReaderTest, LooksAtTheStampAloneWhenNothingChanged) {
   }
 }
 
+TEST_F(TypeLibFileReaderTest, ReadingTheTypesTellsOfTheLibraryToo) {
+  files->Put("C:\\a.dll", TypeLibPeBuilder().AddTypeLib(3, ReadTypeLibFixture("Shapes.tlb")).Build());
+  EXPECT_EQ(reader.ReadTypes("C:\\a.dll\\3").size(), 9u);
+  files->counts = {};
+  EXPECT_EQ(NameOf("C:\\a.dll\\3"), "Shapes");
+  EXPECT_EQ(files->counts.opens, 0);
+  files->Put("C:\\a.dll", TypeLibPeBuilder().AddTypeLib(3, ReadTypeLibFixture("Bare.tlb")).Build());
+  EXPECT_EQ(NameOf("C:\\a.dll\\3"), "Bare");
+}
+
 TEST_F(TypeLibFileReaderTest, ReadsAgainWhenTheFileChanged) {
   files->Put("C:\\a.tlb", ReadTypeLibFixture("Shapes.tlb"));
   EXPECT_EQ(NameOf("C:\\a.tlb"), "Shapes");
