@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <cerrno>
-#include <cstdio>
 #include <utility>
 
 #include "adapters/git/GitFailure.hpp"

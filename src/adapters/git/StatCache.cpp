@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 
 #include "adapters/git/FileHandle.hpp"
 #include "adapters/git/GitFailure.hpp"
