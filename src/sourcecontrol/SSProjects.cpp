@@ -16,8 +16,6 @@ namespace {
 using automation::Decimal;
 using platform::CheckoutState;
 
-constexpr std::int32_t kHeaderEntry = 1;
-
 // The item at a path; null when it can't be had, whatever the reason.
 std::unique_ptr<platform::VSSItem> FindItem(platform::VSSDatabase& database, const std::string& spec) {
   try {
