@@ -157,6 +157,13 @@ TEST(GitRemote, TheRemoteMayBeConfiguredInTheRepository) {
   PlayThrough(scene, TwoClones(scene, "origin"));
 }
 
+TEST(GitRemote, AConfiguredFolderStartsAtTheRepository) {
+  const GitScene scene;
+  const TwoClones clones(scene, "near");
+  scene.Git("ann/clone", "config remote.near.url ../../db/repo.git");
+  EXPECT_EQ(clones.Item("Ann", "$/Suite")->Spec(), "$/Suite");
+}
+
 TEST(GitRemote, TheRemoteMayBeAFileUrl) {
   const GitScene scene;
   PlayThrough(scene, TwoClones(scene, "file://" + scene.Path("db/repo.git")));
