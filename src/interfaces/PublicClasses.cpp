@@ -24,7 +24,7 @@ automation::Ref<automation::Object> Create() {
 }
 
 constexpr PublicClass kClasses[] = {
-    {&Build::Describe, &Create<Build>},
+    {&Build::Describe, &Create<Build>},  // the root object
     {&Builds::Describe, &Create<Builds>},
     {&Projects::Describe, nullptr},
     {&Project::Describe, &Create<Project>},
