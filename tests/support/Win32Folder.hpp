@@ -19,14 +19,12 @@ class Win32Folder {
     static std::atomic<int> counter = 0;
     m_path = std::filesystem::temp_directory_path() /
              ("hearthmake-test-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(counter++));
+    RemoveAll();  // what a process of the same number has left
     std::filesystem::create_directories(m_path);
   }
   Win32Folder(const Win32Folder&) = delete;
   Win32Folder& operator=(const Win32Folder&) = delete;
-  ~Win32Folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
-  }
+  ~Win32Folder() { RemoveAll(); }
 
   std::string Path(std::string_view name = {}) const { return ToText(Place(name)); }
 
@@ -54,6 +52,16 @@ class Win32Folder {
   }
   std::filesystem::path Place(std::string_view name) const {
     return name.empty() ? m_path : m_path / std::u8string(name.begin(), name.end());
+  }
+
+  // Read-only files keep their folder from going.
+  void RemoveAll() const {
+    std::error_code ignored;
+    for (auto at = std::filesystem::recursive_directory_iterator(m_path, ignored);
+         at != std::filesystem::recursive_directory_iterator(); at.increment(ignored)) {
+      if (!at->is_directory(ignored)) SetFileAttributesW(at->path().c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    std::filesystem::remove_all(m_path, ignored);
   }
 
   std::filesystem::path m_path;

@@ -98,8 +98,9 @@ std::optional<std::size_t> PipeInput::Read(void* buffer, std::size_t count,
 }
 
 std::size_t PipeOutput::WriteWithin(std::string_view bytes, DWORD milliseconds) {
-  DWORD error = ERROR_SUCCESS;
-  if (!m_transfer.IsRunning()) {
+  // The system closes the ends of a process a moment after it tells of its end.
+  DWORD error = m_reader->HasEnded() ? ERROR_BROKEN_PIPE : ERROR_SUCCESS;
+  if (error == ERROR_SUCCESS && !m_transfer.IsRunning()) {
     const std::size_t count = std::min(bytes.size(), PendingTransfer::kCapacity);
     std::memcpy(m_transfer.Buffer(), bytes.data(), count);
     error = m_transfer.StartWrite(count);

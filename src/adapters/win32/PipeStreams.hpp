@@ -4,8 +4,10 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 
 #include "adapters/win32/Handle.hpp"
+#include "adapters/win32/RunningProcess.hpp"
 #include "platform/ByteStreams.hpp"
 
 namespace hearthmake::win32 {
@@ -68,7 +70,9 @@ class PipeInput final : public platform::InputStream {
 // What WriteSome could not hand over in time is offered again by its caller.
 class PipeOutput final : public platform::OutputStream {
  public:
-  explicit PipeOutput(Handle pipe) : m_transfer(std::move(pipe)) {}
+  // The reader is the process at the other end.
+  PipeOutput(Handle pipe, std::shared_ptr<RunningProcess> reader)
+      : m_transfer(std::move(pipe)), m_reader(std::move(reader)) {}
 
   void Write(std::string_view bytes) override;
   std::size_t WriteSome(std::string_view bytes, std::chrono::milliseconds timeout) override;
@@ -77,6 +81,7 @@ class PipeOutput final : public platform::OutputStream {
   std::size_t WriteWithin(std::string_view bytes, DWORD milliseconds);
 
   PendingTransfer m_transfer;
+  std::shared_ptr<RunningProcess> m_reader;
 };
 
 // A time-out for the system's waits.

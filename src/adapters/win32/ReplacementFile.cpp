@@ -27,13 +27,21 @@ bool IsPassing(DWORD error) {
          error == ERROR_UNABLE_TO_REMOVE_REPLACED;
 }
 
+// Whether somebody has the file and lets nobody replace it. ReplaceFile would find out as well, but Wine's
+// leaves files of its own behind then.
+bool IsHeld(const std::wstring& file) {
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const Handle probe(CreateFileW(file.c_str(), DELETE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+  return !probe && GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
 // File systems that keep no permissions, and folders whose owner is another, know no ReplaceFile.
 bool IsUnableToReplace(DWORD error) { return !IsPassing(error) && error != ERROR_DISK_FULL; }
 
 }  // namespace
 
-ReplacementFile::ReplacementFile(std::wstring target, std::string_view dosPath)
-    : m_target(std::move(target)), m_dosPath(dosPath) {
+ReplacementFile::ReplacementFile(const std::wstring& target, std::string_view dosPath)
+    : m_target(AsOnDisk(target)), m_dosPath(dosPath) {
   MakeTemporary();
 }
 
@@ -65,6 +73,8 @@ void ReplacementFile::Write(std::string_view bytes) {
 void ReplacementFile::CopyFrom(const std::wstring& source) {
   m_file.Reset();
   if (CopyFileW(source.c_str(), m_temporary.c_str(), FALSE) == 0) Fail(GetLastError());
+  // Wine copies a file without them.
+  SetFileAttributesW(m_temporary.c_str(), GetFileAttributesW(source.c_str()));
 }
 
 template <class Attempt>
@@ -81,8 +91,12 @@ void ReplacementFile::Persist(Attempt attempt) {
 
 void ReplacementFile::CommitKeepingOld() {
   bool isAble = true;
+  // ReplaceFile does this itself, but neither Wine's nor the plain move.
+  const DWORD attributes = GetFileAttributesW(m_target.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES) SetFileAttributesW(m_temporary.c_str(), attributes);
   Persist([&] {
     constexpr DWORD kFlags = REPLACEFILE_IGNORE_MERGE_ERRORS;
+    if (IsHeld(m_target)) return false;
     if (isAble && ReplaceFileW(m_target.c_str(), m_temporary.c_str(), nullptr, kFlags, nullptr, nullptr) != 0)
       return true;
     isAble = isAble && !IsUnableToReplace(GetLastError());

@@ -11,8 +11,8 @@ namespace hearthmake::win32 {
 // Commit. Without Commit nothing is left of it. Failures are those of the port.
 class ReplacementFile {
  public:
-  // The target is a system path.
-  ReplacementFile(std::wstring target, std::string_view dosPath);
+  // The target is a system path; one that exists keeps its spelling.
+  ReplacementFile(const std::wstring& target, std::string_view dosPath);
   ReplacementFile(const ReplacementFile&) = delete;
   ReplacementFile& operator=(const ReplacementFile&) = delete;
   ~ReplacementFile();

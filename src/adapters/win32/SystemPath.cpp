@@ -39,4 +39,12 @@ std::wstring FolderOf(const std::wstring& systemPath) {
   return systemPath.substr(0, systemPath.rfind(L'\\') + 1);
 }
 
+std::wstring AsOnDisk(const std::wstring& systemPath) {
+  WIN32_FIND_DATAW found{};
+  const HANDLE search = FindFirstFileW(systemPath.c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return systemPath;
+  FindClose(search);
+  return FolderOf(systemPath) + found.cFileName;
+}
+
 }  // namespace hearthmake::win32

@@ -14,4 +14,7 @@ std::optional<std::wstring> ToSystemPath(std::string_view dosPath);
 // The folder that the last name of a system path stands in, with the backslash.
 std::wstring FolderOf(const std::wstring& systemPath);
 
+// The path with its last name spelled as on the disk; as it is where nothing has the name.
+std::wstring AsOnDisk(const std::wstring& systemPath);
+
 }  // namespace hearthmake::win32

@@ -71,6 +71,14 @@ DWORD AttributesOf(std::string_view path) {
       error == ERROR_FILE_NOT_FOUND || error == ERROR_INVALID_NAME ? ERROR_PATH_NOT_FOUND : error, path);
 }
 
+// Root under Wine is let through where the system would refuse.
+void RequireWritable(const std::wstring& systemPath, std::string_view path) {
+  const DWORD attributes = AttributesOf(systemPath);
+  if (attributes != kNothing && (IsFolder(attributes) || IsReadOnly(attributes))) {
+    RaiseFileFailure(RuntimeError::PathFileAccess, path);
+  }
+}
+
 void RequireOnDisk(const Handle& file, std::string_view path) {
   if (GetFileType(file.Get()) != FILE_TYPE_DISK) RaiseFileFailure(RuntimeError::PathFileAccess, path);
 }
@@ -141,6 +149,15 @@ bool IsSameFile(std::string_view left, std::string_view right) {
   const auto b = Look(right);
   return a && b && a->dwVolumeSerialNumber == b->dwVolumeSerialNumber &&
          a->nFileIndexHigh == b->nFileIndexHigh && a->nFileIndexLow == b->nFileIndexLow;
+}
+
+bool Move(const std::wstring& from, const std::wstring& to) {
+  return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_COPY_ALLOWED) != 0;
+}
+
+bool IsSameName(const std::wstring& left, const std::wstring& right) {
+  return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
+                              static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
 // A folder on the way of CreateFolders.
@@ -258,7 +275,7 @@ void Win32FileSystem::Replace(std::string_view path, std::string_view bytes) {
   const std::wstring systemPath = RequirePath(path);
   const DWORD attributes = AttributesOf(systemPath);
   if (attributes != kNothing) {
-    if (IsFolder(attributes) || IsReadOnly(attributes)) RaiseFileFailure(RuntimeError::PathFileAccess, path);
+    RequireWritable(systemPath, path);
     const Handle old = OpenWith(systemPath, GENERIC_READ, OPEN_EXISTING);
     if (old) RequireOnDisk(old, path);
     // A file that we may not read can still be replaced.
@@ -275,6 +292,7 @@ void Win32FileSystem::Replace(std::string_view path, std::string_view bytes) {
 
 void Win32FileSystem::Append(std::string_view path, std::string_view bytes) {
   const std::wstring systemPath = RequirePath(path);
+  RequireWritable(systemPath, path);
   Handle file = OpenWith(systemPath, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, OPEN_ALWAYS);
   if (!file) RaiseOpening(GetLastError(), path, systemPath, true);
   RequireOnDisk(file, path);
@@ -294,6 +312,7 @@ void Win32FileSystem::Append(std::string_view path, std::string_view bytes) {
 std::unique_ptr<platform::OutputStream> Win32FileSystem::OpenForWriting(std::string_view path,
                                                                         const platform::WriteMode& mode) {
   const std::wstring systemPath = RequirePath(path);
+  if (mode.mayReplace) RequireWritable(systemPath, path);
   const DWORD access =
       mode.isAppended ? FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE : DWORD{GENERIC_WRITE};
   const DWORD disposition = !mode.mayReplace ? CREATE_NEW : mode.mayCreate ? OPEN_ALWAYS : OPEN_EXISTING;
@@ -306,6 +325,7 @@ std::unique_ptr<platform::OutputStream> Win32FileSystem::OpenForWriting(std::str
 
 void Win32FileSystem::Remove(std::string_view path) {
   const std::wstring systemPath = RequirePath(path);
+  RequireWritable(systemPath, path);
   if (DeleteFileW(systemPath.c_str()) == 0) RaiseOpening(GetLastError(), path, systemPath, true);
 }
 
@@ -316,7 +336,7 @@ void Win32FileSystem::Copy(std::string_view from, std::string_view to) {
   const DWORD attributes = AttributesOf(target);
   if (attributes != kNothing) {
     if (IsSameFile(from, to)) RaiseFileFailure(RuntimeError::PermissionDenied, to);
-    if (IsFolder(attributes) || IsReadOnly(attributes)) RaiseFileFailure(RuntimeError::PathFileAccess, to);
+    RequireWritable(target, to);
   }
   ReplacementFile copy(target, to);
   copy.CopyFrom(RequirePath(from));
@@ -327,8 +347,11 @@ void Win32FileSystem::Rename(std::string_view from, std::string_view to) {
   const std::wstring source = RequirePath(from);
   if (AttributesOf(source) == kNothing) RaiseSystemError(GetLastError(), from);
   const std::wstring target = RequirePath(to);
-  if (MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_COPY_ALLOWED) != 0) return;
-  RaiseForFolder(GetLastError(), to);
+  if (!Move(source, target)) RaiseForFolder(GetLastError(), to);
+  if (!IsSameName(source, target) || AsOnDisk(target) == target) return;
+  // Wine takes a new spelling for the same name: it has to go by way of another.
+  const std::wstring between = target + L".renamed";
+  if (!Move(source, between) || !Move(between, target)) RaiseForFolder(GetLastError(), to);
 }
 
 void Win32FileSystem::CreateFolders(std::string_view path) {

@@ -61,10 +61,11 @@ platform::PipedChild Win32ProcessLauncher::StartPiped(std::string_view commandLi
   startUp.hStdInput = input.childs.Get();
   startUp.hStdOutput = output.childs.Get();
   startUp.hStdError = error.childs.Get();
+  const auto process = StartProcess(commandLine, startUp, CREATE_NO_WINDOW);
+  if (!process) return {};
   platform::PipedChild child;
-  child.process = Keep(StartProcess(commandLine, startUp, CREATE_NO_WINDOW));
-  if (!child.process) return {};
-  child.input = std::make_unique<PipeOutput>(std::move(input.ours));
+  child.process = Keep(process);
+  child.input = std::make_unique<PipeOutput>(std::move(input.ours), process);
   child.output = std::make_unique<PipeInput>(std::move(output.ours));
   child.error = std::make_unique<PipeInput>(std::move(error.ours));
   return child;

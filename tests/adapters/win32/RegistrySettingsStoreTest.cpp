@@ -50,8 +50,9 @@ namespace {
 TEST(RegistrySettingsStore, KeepsThemWhereVisualBasicDoes) {
   RegistrySettingsStore store;
   store.Save("HearthmakeTest", "VB", {{"VBExe", "C:\\VB98\\VB6.EXE"}});
-  const auto key = RegistryKey::Open(
-      HKEY_CURRENT_USER, "Software\\VB and VBA Program Settings\\HearthmakeTest\\VB", KEY_READ, 0);
+  const auto key =
+      RegistryKey::Open(HKEY_CURRENT_USER, "Software\\VB and VBA Program Settings\\HearthmakeTest\\VB",
+                        KEY_READ | KEY_WRITE, 0);
   ASSERT_TRUE(key);
   const auto value = key.Query("vbexe");
   ASSERT_TRUE(value);

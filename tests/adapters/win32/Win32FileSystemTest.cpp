@@ -96,6 +96,7 @@ TEST_F(Win32FileSystemTest, OthersMayReplaceAndRemoveWhatIsOpenHere) {
 TEST_F(Win32FileSystemTest, ReplaceKeepsTheAttributes) {
   const std::string path = m_folder.MakeFile("hidden", "x");
   m_files.SetAttributes(path, platform::kHidden | platform::kArchive);
+  if ((m_files.Attributes(path) & platform::kHidden) == 0) GTEST_SKIP() << "this disk keeps no attributes";
   m_files.Replace(path, "y");
   EXPECT_EQ(m_files.Attributes(path) & platform::kHidden, platform::kHidden);
   EXPECT_EQ(m_files.Read(path), "y");
