@@ -46,7 +46,8 @@ target_include_directories(vbscript_language_tests PRIVATE ${CMAKE_CURRENT_SOURC
 
 # The command itself, running the scripts of tests/host/scripts.
 hearthmake_windows_tests(host_tests host/windows LIBRARIES hearthmake_win32)
-add_executable(host_compiler com/program/Compiler.cpp)
+add_executable(host_compiler host/windows/program/Compiler.cpp)
+target_compile_definitions(host_compiler PRIVATE SOURCE_DIRECTORY="Z:${PROJECT_SOURCE_DIR}")
 add_dependencies(host_tests hearthmake vb6 host_compiler)
 target_compile_definitions(host_tests PRIVATE COMMAND_FILE="Z:$<TARGET_FILE:hearthmake>"
                                               COMPILER_FILE="Z:$<TARGET_FILE:host_compiler>"

@@ -35,13 +35,23 @@ std::vector<std::string> LinesOf(const std::string& text) {
   return lines;
 }
 
-void ReadAll(platform::InputStream& stream, std::string& text) {
-  char buffer[4096];
-  while (true) {
-    const auto count = stream.Read(buffer, sizeof buffer, 100ms);
-    if (!count) continue;
-    if (*count == 0) return;
-    text.append(buffer, *count);
+constexpr auto kLongest = 120s;
+
+// What a child writes until it has ended. Not until its pipes have: under Wine the first program may start
+// the desktop, which then holds them too.
+void Follow(platform::PipedChild& child, std::string& out, std::string& err) {
+  const auto deadline = std::chrono::steady_clock::now() + kLongest;
+  const auto take = [](platform::InputStream& stream, std::string& text) {
+    char buffer[4096];
+    const auto count = stream.Read(buffer, sizeof buffer, 10ms);
+    text.append(buffer, count.value_or(0));
+    return count.value_or(0) > 0;
+  };
+  for (bool isMore = true, hasEnded = false; isMore || !hasEnded;) {
+    hasEnded = child.process->Wait(0ms);
+    isMore = take(*child.output, out);
+    isMore = take(*child.error, err) || isMore;
+    if (std::chrono::steady_clock::now() > deadline) return child.process->Terminate();
   }
 }
 
@@ -62,9 +72,7 @@ class HostScript : public testing::Test {
     child.input.reset();
     std::string out;
     std::string err;
-    ReadAll(*child.output, out);
-    ReadAll(*child.error, err);
-    ASSERT_TRUE(child.process->Wait(20s));
+    Follow(child, out, err);
     EXPECT_EQ(child.process->ExitCode(), 0);
     EXPECT_EQ(err, "");
     support::ExpectPrinted(m_script, LinesOf(out));
