@@ -25,6 +25,9 @@ std::string HostStorePlace(const std::string& dataFolder);
 // What the place of the library's settings is called.
 std::string LibrarySettingsPlace();
 
+// Whether components register themselves, in a process that nobody waits for.
+bool RegistersInBackground(const std::string& winePrefix);
+
 // Whether the folder or file can be written; else why not.
 bool IsWritable(const std::string& path, std::string& why);
 void RemoveFile(const std::string& path);

@@ -54,6 +54,9 @@ std::unique_ptr<platform::SettingsStore> OpenHostStore(const std::string& dataFo
 
 std::string LibrarySettingsPlace() { return posix::IniSettingsStore::DefaultPath(); }
 
+// Without Wine they are registered for them, at once.
+bool RegistersInBackground(const std::string& winePrefix) { return !winePrefix.empty(); }
+
 bool IsWritable(const std::string& path, std::string& why) {
   if (access(path.c_str(), W_OK) == 0) return true;
   why = std::generic_category().message(errno);

@@ -46,6 +46,8 @@ std::string LibrarySettingsPlace() {
   return "HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Hearthmake\\VB";
 }
 
+bool RegistersInBackground(const std::string& /*winePrefix*/) { return true; }
+
 bool IsWritable(const std::string& path, std::string& why) {
   const DWORD attributes = GetFileAttributesW(win32::ToWide(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
