@@ -2,12 +2,12 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "adapters/catalog/CatalogFile.hpp"
-#include "adapters/posix/DriveMap.hpp"
 #include "foundation/Apartment.hpp"
 #include "host/HostSettings.hpp"
 #include "host/SourceFile.hpp"
@@ -16,15 +16,18 @@ namespace hearthmake::host {
 
 class HostEventPump;
 
-// The composition root of the Linux command: chooses the adapters, fills the platform and keeps the
-// apartment of the thread. Objects of the library must not outlive it.
+// The composition root of the command: chooses the adapters, fills the platform and keeps the apartment of
+// the thread. Each operating system has its own. Objects of the library must not outlive it.
 class Composition {
  public:
   // The settings must outlive it. HostError where they don't fit together.
   explicit Composition(const HostSettings& settings);
   ~Composition();
 
-  const posix::DriveMap& Drives() const { return *m_drives; }
+  // The DOS path of one of the system's paths, made absolute.
+  std::string ToDosPath(const std::string& systemPath) const;
+  // The system's path; nothing where the DOS path leads nowhere.
+  std::optional<std::string> ToSystemPath(const std::string& dosPath) const;
   // The catalogs of component services.
   const catalog::CatalogFile& Catalog() const { return *m_catalog; }
   // Called several times a second while the library waits for a child.
@@ -33,11 +36,13 @@ class Composition {
   void OnSourceFile(std::function<void(const SourceFile& file)> call) { m_onSourceFile = std::move(call); }
 
  private:
+  struct System;  // what only this system's composition knows
+
   platform::Platform FillPlatform(const HostSettings& settings);
   void AddCatalogs(platform::Platform& ports) const;
   std::shared_ptr<platform::SourceControl> MakeSources() const;
 
-  std::shared_ptr<posix::DriveMap> m_drives;
+  std::unique_ptr<System> m_system;
   std::shared_ptr<HostEventPump> m_pump;
   std::shared_ptr<const catalog::CatalogFile> m_catalog;
   std::function<void(const SourceFile&)> m_onSourceFile;

@@ -4,6 +4,7 @@
 
 #include "host/BinaryState.hpp"
 #include "host/ChosenProjects.hpp"
+#include "host/Places.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {
@@ -25,21 +26,21 @@ Outcome Refused(const BinaryState& state) {
           true};
 }
 
-Outcome RegisterProject(Project& project, bool isByWine) {
+Outcome RegisterProject(Project& project, bool isInBackground) {
   const BinaryState before = ReadBinary(project);
   if (const auto obstacle = Obstacle(before)) return *obstacle;
   project.Register();
-  if (isByWine) return {fmt::format("registration started, {}", before.path)};
+  if (isInBackground) return {fmt::format("registration started, {}", before.path)};
   const BinaryState after = ReadBinary(project);
   if (!after.IsRegistered()) return Refused(after);
   return {fmt::format("{} {}", before.IsRegistered() ? "registered again," : "registered", after.path)};
 }
 
-Outcome UnregisterProject(Project& project, bool isByWine) {
+Outcome UnregisterProject(Project& project, bool isInBackground) {
   const BinaryState before = ReadBinary(project);
   if (const auto obstacle = Obstacle(before)) return *obstacle;
   project.UnRegister();
-  if (isByWine) return {fmt::format("removal started, {}", before.path)};
+  if (isInBackground) return {fmt::format("removal started, {}", before.path)};
   const BinaryState after = ReadBinary(project);
   if (!after.problem.empty() || !after.registeredPath.empty()) return Refused(after);
   if (before.registeredPath.empty()) return {"it was not registered"};
@@ -48,9 +49,9 @@ Outcome UnregisterProject(Project& project, bool isByWine) {
 
 ExitStatus ForChosen(Session& session, const RegisterArguments& arguments, bool isRemoval) {
   const auto build = session.OpenBuild(arguments.build);
-  const bool isByWine = !session.Settings().WinePrefix().empty();
+  const bool isInBackground = RegistersInBackground(session.Settings().WinePrefix());
   return DoForEach(session, ChosenProjects(*build, arguments.projects), [&](Project& project) {
-    return isRemoval ? UnregisterProject(project, isByWine) : RegisterProject(project, isByWine);
+    return isRemoval ? UnregisterProject(project, isInBackground) : RegisterProject(project, isInBackground);
   });
 }
 

@@ -8,14 +8,13 @@
 #include "vbscript/values/Operand.hpp"
 #include "vbscript/values/Operators.hpp"
 #include "vbscript/values/SubtypeSet.hpp"
+#include "vbscript/values/WideProduct.hpp"
 
 namespace hearthmake::vbscript {
 
 using automation::VariantType;
 
 namespace {
-
-__extension__ using Wide = __int128;
 
 // The subtype that whole numbers are computed in: the wider of the two, where Empty goes with its partner
 // and truths count as Integer.
@@ -113,15 +112,26 @@ void CheckOperands(SubtypeSet kinds) {
   if (kinds.HasAny({VariantType::Array, VariantType::Error})) RaiseRuntime(number::kTypeMismatch);
 }
 
+constexpr std::uint64_t kUnitsOfCurrency = 10'000;
+
+std::uint64_t Magnitude(std::int64_t number) {
+  const auto bits = static_cast<std::uint64_t>(number);
+  return number < 0 ? 0 - bits : bits;
+}
+
 Variant MultiplyCurrency(std::int64_t left, std::int64_t right) {
-  const Wide product = static_cast<Wide>(left) * right;  // hundred-millionths
-  Wide whole = product / 10000;
-  const auto rest = static_cast<std::int64_t>(product % 10000);
-  const bool isOdd = whole % 2 != 0;
-  if (rest > 5000 || (rest == 5000 && isOdd)) ++whole;
-  if (rest < -5000 || (rest == -5000 && isOdd)) --whole;
-  const auto result = static_cast<std::int64_t>(whole);
-  return FromCurrency(whole != result, result);
+  const WideProduct product = MultiplyWide(Magnitude(left), Magnitude(right));  // hundred-millionths
+  if (product.high >= kUnitsOfCurrency) return FromCurrency(true, 0);
+  // A division by hand, in digits of 32 bits.
+  const std::uint64_t upper = product.high << 32 | product.low >> 32;
+  const std::uint64_t lower = (upper % kUnitsOfCurrency) << 32 | (product.low & 0xFFFFFFFF);
+  std::uint64_t whole = (upper / kUnitsOfCurrency) << 32 | lower / kUnitsOfCurrency;
+  const std::uint64_t rest = lower % kUnitsOfCurrency;
+  if (rest > kUnitsOfCurrency / 2 || (rest == kUnitsOfCurrency / 2 && whole % 2 != 0)) ++whole;
+  const bool isNegative = (left < 0) != (right < 0);
+  const std::uint64_t largest =
+      std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (isNegative ? 1 : 0);
+  return FromCurrency(whole > largest, static_cast<std::int64_t>(isNegative ? 0 - whole : whole));
 }
 
 // The two sides of \ and Mod, rounded.
