@@ -16,7 +16,8 @@ namespace hearthmake {
 
 namespace {
 
-constexpr std::string_view kLibrary = "Hearthmake.";
+constexpr Library kLibrary = {"Hearthmake", "Hearthmake Business objects",
+                              "{48440E24-4B05-4406-A20A-2845BB294865}", 1, 0};
 
 template <class T>
 automation::Ref<automation::Object> Create() {
@@ -42,6 +43,8 @@ constexpr PublicClass kClasses[] = {
 
 }  // namespace
 
+const Library& PublicLibrary() { return kLibrary; }
+
 std::span<const PublicClass> PublicClasses() { return kClasses; }
 
 std::span<const automation::Enumeration* const> PublicEnumerations() {
@@ -63,8 +66,11 @@ std::span<const automation::Enumeration* const> PublicEnumerations() {
 }
 
 const PublicClass* FindPublicClass(std::string_view progId) {
-  if (!automation::EqualsIgnoreCaseAscii(progId.substr(0, kLibrary.size()), kLibrary)) return nullptr;
-  const std::string_view name = progId.substr(kLibrary.size());
+  const std::string_view library = kLibrary.name;
+  const auto dot = progId.find('.');
+  if (dot == std::string_view::npos) return nullptr;
+  if (!automation::EqualsIgnoreCaseAscii(progId.substr(0, dot), library)) return nullptr;
+  const std::string_view name = progId.substr(dot + 1);
   for (const PublicClass& entry : kClasses) {
     if (automation::EqualsIgnoreCaseAscii(entry.describe().Name(), name)) return &entry;
   }

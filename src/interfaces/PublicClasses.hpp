@@ -1,11 +1,22 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 
 #include "automation/Interface.hpp"
 
 namespace hearthmake {
+
+// The library as its type library names it. A ProgID is the name, a dot and the name of the class.
+struct Library {
+  const char* name;
+  const char* title;
+  const char* id;
+  std::uint16_t majorVersion;
+  std::uint16_t minorVersion;
+};
+const Library& PublicLibrary();
 
 // A public class of the library.
 struct PublicClass {
