@@ -22,11 +22,12 @@ struct Layer {
 
 const std::vector<Layer>& Layers() {
   static const std::vector<Layer> kLayers = {
-      {"automation", 0, false},     {"platform", 1, false},        {"adapters/posix", 2, true},
-      {"adapters/sqlite", 2, true}, {"adapters/typelib", 2, true}, {"adapters/vbs", 2, true},
-      {"foundation", 2, true},      {"vbscript", 2, true},         {"build", 3, false},
-      {"project", 3, false},        {"sourcecontrol", 3, false},   {"scripting", 3, false},
-      {"deployment", 3, false},     {"interfaces", 4, false},      {"host", 5, false},
+      {"automation", 0, false},    {"platform", 1, false},       {"adapters/posix", 2, true},
+      {"adapters/win32", 2, true}, {"adapters/sqlite", 2, true}, {"adapters/typelib", 2, true},
+      {"adapters/vbs", 2, true},   {"foundation", 2, true},      {"vbscript", 2, true},
+      {"build", 3, false},         {"project", 3, false},        {"sourcecontrol", 3, false},
+      {"scripting", 3, false},     {"deployment", 3, false},     {"interfaces", 4, false},
+      {"host", 5, false},
   };
   return kLayers;
 }
