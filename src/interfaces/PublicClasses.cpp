@@ -1,5 +1,7 @@
 #include "interfaces/PublicClasses.hpp"
 
+#include <cstdio>
+
 #include "automation/Text.hpp"
 #include "build/Build.hpp"
 #include "build/Builds.hpp"
@@ -44,6 +46,15 @@ constexpr PublicClass kClasses[] = {
 }  // namespace
 
 const Library& PublicLibrary() { return kLibrary; }
+
+std::string CoclassId(const automation::Interface& declared) {
+  if (!declared.ClassId().empty()) return declared.ClassId();
+  std::string id = declared.InterfaceId();
+  const auto first = static_cast<std::uint32_t>(std::stoul(id.substr(1, 8), nullptr, 16));
+  char text[9];
+  std::snprintf(text, sizeof text, "%08X", static_cast<unsigned>(first + 1));
+  return id.replace(1, 8, text);
+}
 
 std::span<const PublicClass> PublicClasses() { return kClasses; }
 

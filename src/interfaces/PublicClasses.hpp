@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "automation/Interface.hpp"
@@ -24,6 +25,10 @@ struct PublicClass {
   // Makes one as CreateObject does; null for a class whose objects come from their owners.
   automation::Ref<automation::Object> (*create)();
 };
+
+// The id of a class in the type library. One that hosts can't create has none of its own: it gets the
+// number that follows its interface's.
+std::string CoclassId(const automation::Interface& declared);
 
 // Every public class, in the order of the object model.
 std::span<const PublicClass> PublicClasses();

@@ -1,6 +1,5 @@
 #include "idl/IdlText.hpp"
 
-#include <cstdint>
 #include <cstdio>
 
 namespace hearthmake::idl {
@@ -107,15 +106,6 @@ std::string ForwardText() {
 
 }  // namespace
 
-std::string CoclassId(const Interface& declared) {
-  if (!declared.ClassId().empty()) return declared.ClassId();
-  std::string id = declared.InterfaceId();
-  const auto first = static_cast<std::uint32_t>(std::stoul(id.substr(1, 8), nullptr, 16));
-  char text[9];
-  std::snprintf(text, sizeof text, "%08X", static_cast<unsigned>(first + 1));
-  return id.replace(1, 8, text);
-}
-
 std::string EnumerationText(const Enumeration& enumeration) {
   std::string text = "  typedef [uuid(" + Bare(enumeration.guid) + ")] enum " + enumeration.name + " {\n";
   for (const auto& [name, value] : enumeration.members) {
@@ -137,7 +127,7 @@ std::string InterfaceText(const Interface& declared) {
 }
 
 std::string EventsText(const Interface& events) {
-  std::string text = "  [uuid(" + Bare(events.InterfaceId()) + "), hidden, nonextensible]\n  dispinterface " +
+  std::string text = "  [uuid(" + Bare(events.InterfaceId()) + "), hidden]\n  dispinterface " +
                      events.InterfaceName() + " {\n  properties:\n  methods:\n";
   for (const Member& member : events.Members()) {
     text += "    [" + AttributesText(member) + "]\n    void " + member.name + "(" + ParametersText(member) +

@@ -7,10 +7,6 @@
 
 namespace hearthmake::idl {
 
-// The id of a class in the type library. One that hosts can't create has none of its own: it gets the
-// number that follows its interface's.
-std::string CoclassId(const automation::Interface& declared);
-
 // The parts of the text below, for those who look at one.
 std::string EnumerationText(const automation::Enumeration& enumeration);
 std::string InterfaceText(const automation::Interface& declared);

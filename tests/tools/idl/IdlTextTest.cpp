@@ -93,7 +93,7 @@ TEST(IdlText, WritesTheElevenEventsInTheirOrder) {
   EXPECT_EQ(
       EventsText(BuildEvents::Describe()),
       "  [uuid(" + id.substr(1, 36) +
-          "), hidden, nonextensible]\n"
+          "), hidden]\n"
           "  dispinterface __Build {\n  properties:\n  methods:\n"
           "    [id(1)]\n    void WillCompile([in, out] _Project** objProject, [in, out] VARIANT_BOOL* "
           "bCancel);\n"
