@@ -1,19 +1,14 @@
 #include "adapters/sqlite/BuildSchema.hpp"
 
-#include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <chrono>
-#include <cstdio>
-#include <filesystem>
 #include <memory>
 #include <string_view>
 #include <system_error>
 
 #include "adapters/sqlite/Connection.hpp"
+#include "adapters/sqlite/Disk.hpp"
 #include "adapters/sqlite/JetSql.hpp"
 #include "adapters/sqlite/SqliteError.hpp"
 #include "automation/Error.hpp"
@@ -190,22 +185,17 @@ std::string SchemaSql() {
 // A file beside the one to make, of which nothing is left when its scope ends.
 class TemporaryDatabase {
  public:
-  explicit TemporaryDatabase(const std::string& posixPath) : m_path(posixPath + ".new-XXXXXX") {
-    const int file = mkstemp(m_path.data());
-    if (file < 0) {
-      RaiseDao(errno == ENOSPC ? DaoError::DiskFull : DaoError::CannotOpen, kWorkspaceSource,
-               "Could not create '" + posixPath + "': " + std::system_category().message(errno) + ".");
-    }
-    // As the umask has it, where mkstemp leaves the file to its owner alone.
-    const mode_t mask = umask(0);
-    umask(mask);
-    fchmod(file, 0666 & ~mask);
-    close(file);
+  explicit TemporaryDatabase(const std::string& posixPath) {
+    std::error_code error;
+    m_path = disk::MakeTemporary(posixPath, error);
+    if (!error) return;
+    RaiseDao(disk::IsFull(error.value()) ? DaoError::DiskFull : DaoError::CannotOpen, kWorkspaceSource,
+             "Could not create '" + posixPath + "': " + error.message() + ".");
   }
   TemporaryDatabase(const TemporaryDatabase&) = delete;
   TemporaryDatabase& operator=(const TemporaryDatabase&) = delete;
   ~TemporaryDatabase() {
-    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) unlink((m_path + suffix).c_str());
+    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) disk::Remove(m_path + suffix);
   }
 
   const std::string& Path() const { return m_path; }
@@ -225,56 +215,35 @@ void WriteSchema(const std::string& path) {
   if (result != SQLITE_OK) RaiseSqlite(handle, result, kWorkspaceSource, {});
 }
 
-bool Exists(const std::string& path) {
-  std::error_code ignored;
-  return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
-}
-
 // What a lost database of that name has left behind would be read as part of the new one.
 void RemoveOrphans(const std::string& posixPath) {
   for (const char* suffix : {"-journal", "-wal", "-shm"}) {
     const std::string orphan = posixPath + suffix;
     // In this order: one that is there before its database is not that of somebody who is just as
     // busy making it.
-    if (Exists(orphan) && !Exists(posixPath)) unlink(orphan.c_str());
+    if (disk::Exists(orphan) && !disk::Exists(posixPath)) disk::Remove(orphan);
   }
-}
-
-// link refuses an existing name, which rename would replace.
-int MoveWithoutReplacing(const std::string& from, const std::string& to) {
-  if (link(from.c_str(), to.c_str()) == 0) return 0;
-  const int linkError = errno;
-  if (linkError == EEXIST) return linkError;
-  // A file system without hard links.
-  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
-  return errno == EEXIST ? EEXIST : linkError;
-}
-
-void FlushFolderOf(const std::string& posixPath) {
-  const std::string folder = std::filesystem::path(posixPath).parent_path().string();
-  const int file = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (file < 0) return;
-  fsync(file);
-  close(file);
 }
 
 }  // namespace
 
 void CreateBuildDatabase(const std::string& posixPath) {
   using automation::RuntimeError;
-  if (Exists(posixPath)) {
+  if (disk::Exists(posixPath)) {
     automation::Raise(RuntimeError::FileAlreadyExists, kWorkspaceSource, posixPath);
   }
   const TemporaryDatabase temporary(posixPath);
   WriteSchema(temporary.Path());
   RemoveOrphans(posixPath);
-  const int error = MoveWithoutReplacing(temporary.Path(), posixPath);
-  if (error == EEXIST) automation::Raise(RuntimeError::FileAlreadyExists, kWorkspaceSource, posixPath);
-  if (error != 0) {
-    RaiseDao(DaoError::CannotOpen, kWorkspaceSource,
-             "Could not create '" + posixPath + "': " + std::system_category().message(error) + ".");
+  const std::error_code error = disk::MoveWithoutReplacing(temporary.Path(), posixPath);
+  if (error == std::errc::file_exists) {
+    automation::Raise(RuntimeError::FileAlreadyExists, kWorkspaceSource, posixPath);
   }
-  FlushFolderOf(posixPath);
+  if (error) {
+    RaiseDao(DaoError::CannotOpen, kWorkspaceSource,
+             "Could not create '" + posixPath + "': " + error.message() + ".");
+  }
+  disk::FlushFolderOf(posixPath);
 }
 
 std::vector<std::string> MissingColumns(const std::string& posixPath) {

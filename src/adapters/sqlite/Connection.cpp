@@ -1,9 +1,9 @@
 #include "adapters/sqlite/Connection.hpp"
 
 #include <sqlite3.h>
-#include <sys/stat.h>
 
 #include <array>
+#include <chrono>
 #include <utility>
 
 #include "adapters/sqlite/FileFormat.hpp"
@@ -22,12 +22,10 @@ constexpr int kCheckpointPages = 4000;
 // File systems stamp with the clock of the timer tick; a younger file could change without a new stamp.
 constexpr std::int64_t kStampGranularity = 20'000'000;
 
-std::int64_t NanosecondsOf(const timespec& time) { return time.tv_sec * 1'000'000'000LL + time.tv_nsec; }
-
 std::int64_t NanosecondsNow() {
-  timespec now{};
-  clock_gettime(CLOCK_REALTIME, &now);
-  return NanosecondsOf(now);
+  return std::chrono::duration_cast<std::chrono::nanoseconds>(
+             std::chrono::system_clock::now().time_since_epoch())
+      .count();
 }
 
 class FlagScope {
@@ -49,7 +47,7 @@ bool IsInternalTable(const char* name) {
 
 // A read-only file behind "immutable" is read without locks and without the WAL, so there must be
 // nothing in it that a reader would miss.
-bool HasPendingWal(const std::string& posixPath) { return FileStamp::Of(posixPath + "-wal").size > 0; }
+bool HasPendingWal(const std::string& posixPath) { return disk::StampOf(posixPath + "-wal").size > 0; }
 
 std::string ImmutableUri(const std::string& posixPath) {
   constexpr std::string_view kHex = "0123456789ABCDEF";
@@ -67,12 +65,6 @@ std::string ImmutableUri(const std::string& posixPath) {
 }
 
 }  // namespace
-
-FileStamp FileStamp::Of(const std::string& posixPath) {
-  struct stat status {};
-  if (stat(posixPath.c_str(), &status) != 0) return {};
-  return {status.st_dev, status.st_ino, status.st_size, NanosecondsOf(status.st_mtim)};
-}
 
 Connection::Connection(std::string posixPath, std::string dosPath, std::chrono::milliseconds busyTimeout)
     : m_posixPath(std::move(posixPath)),
@@ -117,7 +109,7 @@ void Connection::Open() {
     if (!HasPendingWal(m_posixPath)) result = OpenImmutable();
   }
   if (result != SQLITE_OK) RaiseOpening(result);
-  m_stamp = FileStamp::Of(m_posixPath);
+  m_stamp = disk::StampOf(m_posixPath);
 }
 
 bool Connection::OpenHandle(const std::string& name, int flags) {
@@ -341,7 +333,7 @@ bool Connection::Park() noexcept {
         sqlite3_wal_checkpoint_v2(m_db, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr) != SQLITE_OK;
     sqlite3_busy_timeout(m_db, static_cast<int>(m_busyTimeout.count()));
   }
-  m_stamp = FileStamp::Of(m_posixPath);
+  m_stamp = disk::StampOf(m_posixPath);
   m_stampIsSure = NanosecondsNow() - m_stamp.modified > kStampGranularity;
   return true;
 }

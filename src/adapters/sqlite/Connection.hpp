@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "adapters/sqlite/Cell.hpp"
+#include "adapters/sqlite/Disk.hpp"
 #include "adapters/sqlite/Statement.hpp"
 
 struct sqlite3;
@@ -14,20 +15,6 @@ struct sqlite3;
 namespace hearthmake::sqlite {
 
 class SelectPlan;
-
-// Tells whether the file behind a path is still the one that was opened, as it was left.
-struct FileStamp {
-  std::uint64_t device = 0;
-  std::uint64_t inode = 0;
-  std::int64_t size = -1;
-  std::int64_t modified = 0;  // nanoseconds
-
-  bool IsSameFile(const FileStamp& other) const { return device == other.device && inode == other.inode; }
-  friend bool operator==(const FileStamp&, const FileStamp&) = default;
-
-  // Of the file as it is now; the size of one that can't be looked at is -1.
-  static FileStamp Of(const std::string& posixPath);
-};
 
 // One open SQLite file with its prepared statements and its part in the workspace's transaction. All
 // the databases that a workspace has open on the file share it.

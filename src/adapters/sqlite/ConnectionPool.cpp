@@ -16,7 +16,7 @@ constexpr std::size_t kParked = 4;
 
 std::shared_ptr<Connection> ConnectionPool::Acquire(const std::string& posixPath,
                                                     const std::string& dosPath) {
-  const FileStamp now = FileStamp::Of(posixPath);
+  const FileStamp now = disk::StampOf(posixPath);
   for (User& user : m_users) {
     // Two connections of one transaction would wait for each other's lock for ever.
     if (now.size < 0 || !user.connection->IsOpenOn(now)) continue;
@@ -45,7 +45,9 @@ void ConnectionPool::Release(const std::shared_ptr<Connection>& connection) noex
                                   [&](const User& user) { return user.connection == connection; });
   if (found == m_users.end() || --found->count > 0) return;
   m_users.erase(found);
-  if (!connection->Park()) return;
+  const bool isOfUse = connection->Park();
+  // A closed database is to be in nobody's way.
+  if (!isOfUse || !disk::OpenFilesCanBeReplaced()) return;
   std::erase_if(m_parked, [&](const auto& parked) { return parked->PosixPath() == connection->PosixPath(); });
   if (m_parked.size() >= kParked) m_parked.erase(m_parked.begin());
   m_parked.push_back(connection);

@@ -1,12 +1,12 @@
 #include "adapters/sqlite/FileFormat.hpp"
 
 #include <sqlite3.h>
-#include <sys/stat.h>
 
 #include <array>
-#include <cerrno>
 #include <memory>
 #include <string_view>
+
+#include "adapters/sqlite/Disk.hpp"
 
 namespace hearthmake::sqlite {
 
@@ -43,12 +43,13 @@ FileFormat ReadHeader(const std::string& posixPath) {
 }  // namespace
 
 FileFormat DetectFormat(const std::string& posixPath) {
-  struct stat status {};
-  if (stat(posixPath.c_str(), &status) != 0) {
-    return errno == ENOENT || errno == ENOTDIR ? FileFormat::Missing : FileFormat::Unreadable;
+  switch (disk::KindOf(posixPath)) {
+    case disk::Kind::Missing: return FileFormat::Missing;
+    case disk::Kind::Unreadable: return FileFormat::Unreadable;
+    case disk::Kind::EmptyFile: return FileFormat::Empty;
+    case disk::Kind::Other: return FileFormat::Folder;
+    case disk::Kind::File: break;
   }
-  if (!S_ISREG(status.st_mode)) return FileFormat::Folder;
-  if (status.st_size == 0) return FileFormat::Empty;
   return ReadHeader(posixPath);
 }
 

@@ -2,9 +2,9 @@
 
 #include <sqlite3.h>
 
-#include <cerrno>
 #include <utility>
 
+#include "adapters/sqlite/Disk.hpp"
 #include "automation/Error.hpp"
 
 namespace hearthmake::sqlite {
@@ -39,7 +39,7 @@ DaoError NumberOfConstraint(int code) {
 DaoError NumberOfIoError(sqlite3* db, int code) {
   if (code == SQLITE_IOERR_LOCK || code == SQLITE_IOERR_SHMLOCK) return DaoError::CannotLock;
   const int cause = db == nullptr ? 0 : sqlite3_system_errno(db);
-  return cause == ENOSPC || cause == EDQUOT || cause == EFBIG ? DaoError::DiskFull : DaoError::DiskError;
+  return disk::IsFull(cause) ? DaoError::DiskFull : DaoError::DiskError;
 }
 
 DaoError NumberOf(sqlite3* db, int code, std::string_view words) {
