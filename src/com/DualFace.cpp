@@ -65,9 +65,9 @@ void* Entry(F* function) {
 }
 
 std::vector<void*> MakeVtable(const automation::Interface& declared) {
-  std::vector<void*> vtable = {Entry(&DualFace::QueryInterface),   Entry(&DualFace::AddRef),
-                               Entry(&DualFace::Release),          Entry(&DualFace::GetTypeInfoCount),
-                               Entry(&DualFace::GetTypeInfo),      Entry(&DualFace::GetIDsOfNames),
+  std::vector<void*> vtable = {Entry(&DualFace::QueryInterface), Entry(&DualFace::AddRef),
+                               Entry(&DualFace::Release),        Entry(&DualFace::GetTypeInfoCount),
+                               Entry(&DualFace::GetTypeInfo),    Entry(&DualFace::GetIDsOfNames),
                                Entry(&DualFace::Invoke)};
   for (const automation::Member& member : declared.Members()) vtable.push_back(Entry(member.vtableEntry));
   return vtable;

@@ -28,10 +28,9 @@ std::string TakeBstr(BSTR& text) {
 // What the system says of an HRESULT; its number when it says nothing.
 std::string SystemText(HRESULT result) {
   wchar_t text[512] = {};
-  const DWORD length =
-      FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                     static_cast<DWORD>(result), MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), text,
-                     static_cast<DWORD>(std::size(text)), nullptr);
+  const DWORD length = FormatMessageW(
+      FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, static_cast<DWORD>(result),
+      MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), text, static_cast<DWORD>(std::size(text)), nullptr);
   std::string found = win32::ToUtf8({text, length});
   while (!found.empty() && (found.back() == '\n' || found.back() == '\r')) found.pop_back();
   if (!found.empty()) return found;

@@ -85,8 +85,8 @@ std::vector<Value> AllValues() {
 }
 
 LSTATUS Write(HKEY root, const Value& value) {
-  return RegSetKeyValueW(root, (kClasses + value.key).c_str(), value.name.empty() ? nullptr : value.name.c_str(),
-                         REG_SZ, value.text.c_str(),
+  return RegSetKeyValueW(root, (kClasses + value.key).c_str(),
+                         value.name.empty() ? nullptr : value.name.c_str(), REG_SZ, value.text.c_str(),
                          static_cast<DWORD>((value.text.size() + 1) * sizeof(wchar_t)));
 }
 

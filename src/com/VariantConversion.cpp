@@ -46,7 +46,7 @@ Variant FromText(BSTR text) {
   return Variant::FromUtf16({reinterpret_cast<const char16_t*>(text), SysStringLen(text)});
 }
 
-Variant FromDecimal(const DECIMAL& value) {
+Variant FromDecimal(DECIMAL value) {
   double number = 0;
   if (FAILED(VarR8FromDec(&value, &number))) RaiseMismatch();
   return Variant::FromDouble(number);
@@ -107,8 +107,17 @@ SAFEARRAY* ToArray(const ArrayBuffer& buffer) {
   return array;
 }
 
+// Nothing needs no thread to be given or taken.
+Ref<automation::Object> Take(IUnknown* pointer) {
+  return pointer == nullptr ? Ref<automation::Object>(nullptr) : ThreadState::Current().Take(pointer);
+}
+IUnknown* Give(automation::Object* object, const automation::Interface* declared = nullptr) {
+  return object == nullptr ? nullptr : ThreadState::Current().Give(object, declared);
+}
+
 BSTR ToBstr(std::u16string_view text) {
-  BSTR made = SysAllocStringLen(reinterpret_cast<const wchar_t*>(text.data()), static_cast<UINT>(text.size()));
+  BSTR made =
+      SysAllocStringLen(reinterpret_cast<const wchar_t*>(text.data()), static_cast<UINT>(text.size()));
   if (made == nullptr) automation::Raise(RuntimeError::OutOfMemory, "");
   return made;
 }
@@ -196,7 +205,7 @@ Variant FromPlace(VARTYPE type, const void* place) {
     case VT_DECIMAL: return FromDecimal(At<DECIMAL>(place));
     case VT_VARIANT: return FromVariant(At<VARIANT>(place));
     case VT_DISPATCH:
-    case VT_UNKNOWN: return Variant::FromObject(ThreadState::Current().Take(At<IUnknown*>(place)));
+    case VT_UNKNOWN: return Variant::FromObject(Take(At<IUnknown*>(place)));
     default: RaiseMismatch();
   }
 }
@@ -231,9 +240,7 @@ void ToPlace(VARTYPE type, void* place, const Variant& value, const automation::
       return;
     }
     case VT_DISPATCH:
-    case VT_UNKNOWN:
-      Replace(place, ThreadState::Current().Give(automation::ToObject(value), object));
-      return;
+    case VT_UNKNOWN: Replace(place, Give(automation::ToObject(value), object)); return;
     default: ToOtherPlace(type, place, value);
   }
 }
@@ -258,7 +265,7 @@ VARIANT ToVariant(const Variant& value) {
     case VariantType::String: made.bstrVal = ToBstr(target.AsUtf16()); break;
     case VariantType::Array: made.parray = ToArray(*target.AsArray()); break;
     case VariantType::Object: {
-      made.punkVal = ThreadState::Current().Give(target.AsObject());
+      made.punkVal = Give(target.AsObject());
       // An enumerator has no members to call.
       const bool isEnumerator = dynamic_cast<automation::Enumerator*>(target.AsObject()) != nullptr;
       made.vt = isEnumerator ? VT_UNKNOWN : VT_DISPATCH;

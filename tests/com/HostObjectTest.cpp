@@ -1,0 +1,55 @@
+#include "com/HostObject.hpp"
+
+#include <gtest/gtest.h>
+
+#include "support/ComHost.hpp"
+#include "support/ComSample.hpp"
+
+namespace hearthmake::com {
+namespace {
+
+using automation::Ref;
+
+TEST(HostObject, AnswersCallsOfTheLibrary) {
+  const auto shelf = MakeShelf();
+  const Ref<HostDispatch> host(
+      new HostDispatch([](DISPID id, DISPPARAMS& parameters, VARIANT* result, EXCEPINFO*) {
+        EXPECT_EQ(id, 42);
+        EXPECT_EQ(parameters.cArgs, 0U);
+        *result = LongOf(99);
+        return S_OK;
+      }));
+  OwnedVariant result;
+  EXPECT_EQ(shelf->Ask(host.Get(), Text("answer"), &result), S_OK);
+  EXPECT_EQ(result.lVal, 99);
+}
+
+TEST(HostObject, PassesItsErrorsOn) {
+  const auto shelf = MakeShelf();
+  const Ref<HostDispatch> host(new HostDispatch([](DISPID, DISPPARAMS&, VARIANT*, EXCEPINFO* failure) {
+    failure->scode = static_cast<SCODE>(0x800A0035);
+    failure->bstrSource = SysAllocString(L"Host");
+    failure->bstrDescription = SysAllocString(L"No such file");
+    return DISP_E_EXCEPTION;
+  }));
+  OwnedVariant result;
+  EXPECT_EQ(shelf->Ask(host.Get(), Text("Answer"), &result), static_cast<HRESULT>(0x800A0035));
+  const LeftError error = TakeError();
+  EXPECT_EQ(error.source, "Host");
+  EXPECT_EQ(error.text, "No such file");
+  EXPECT_EQ(shelf->Ask(host.Get(), Text("Nothing"), &result), static_cast<HRESULT>(0x800A01B6));
+}
+
+TEST(HostObject, IsReleasedWithTheLastUse) {
+  const Ref<HostDispatch> host(new HostDispatch([](auto&&...) { return S_OK; }));
+  {
+    const auto shelf = MakeShelf();
+    EXPECT_EQ(shelf->putref_Other(host.Get()), S_OK);
+    EXPECT_GT(host->References(), 1U);
+  }
+  EXPECT_EQ(host->References(), 1U);
+  EXPECT_EQ(ThreadState::CurrentOrNull(), nullptr);
+}
+
+}  // namespace
+}  // namespace hearthmake::com
