@@ -35,3 +35,18 @@ endfunction()
 hearthmake_windows_tests(win32_tests adapters/win32 LIBRARIES hearthmake_win32 hearthmake_typelib)
 add_executable(win32_child adapters/win32/program/Child.cpp)
 add_dependencies(win32_tests win32_child)
+
+hearthmake_windows_tests(com_tests com LIBRARIES hearthmake_com)
+# The server itself, in the hands of a host.
+hearthmake_windows_tests(server_tests com/server LIBRARIES hearthmake_com psapi)
+add_executable(server_compiler com/program/Compiler.cpp)
+add_dependencies(server_tests hearthmake_server server_compiler)
+target_include_directories(server_tests PRIVATE $<TARGET_FILE_DIR:hearthmake_server>)
+target_compile_definitions(server_tests PRIVATE SERVER_FILE="Z:$<TARGET_FILE:hearthmake_server>"
+                                                COMPILER_FILE="Z:$<TARGET_FILE:server_compiler>")
+foreach(name com_tests server_tests)
+  # The sinks of the tests have no virtual destructors, as COM has it.
+  target_compile_options(${name} PRIVATE -Wno-non-virtual-dtor)
+  # They share the registry of the prefix.
+  set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine-prefix)
+endforeach()
