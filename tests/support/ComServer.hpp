@@ -15,8 +15,9 @@ class Server {
  public:
   Server() {
     static int s_next = 0;
+    if (s_next == 0) RemoveOld();
     m_folder = std::filesystem::temp_directory_path() /
-               ("hearthmake-com-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(s_next++));
+               (kPrefix + std::to_string(GetTickCount64()) + "-" + std::to_string(s_next++));
     std::filesystem::create_directories(m_folder);
     std::filesystem::copy_file(SERVER_FILE, Path());
     m_module = LoadLibraryW(Path().c_str());
@@ -27,8 +28,21 @@ class Server {
   ~Server() {
     EXPECT_EQ(CanUnload(), S_OK) << "objects are left";
     FreeLibrary(m_module);
-    std::error_code ignored;
-    std::filesystem::remove_all(m_folder, ignored);
+    // The module itself stays until the thread ends: objects of the thread may have code in it to run then.
+    for (const auto& entry : std::filesystem::directory_iterator(m_folder)) {
+      std::error_code ignored;
+      std::filesystem::remove(entry.path(), ignored);
+    }
+  }
+
+  // Those that earlier processes left.
+  static void RemoveOld() {
+    const std::string prefix = kPrefix;
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
+      if (entry.path().filename().string().substr(0, prefix.size()) != prefix) continue;
+      std::error_code ignored;
+      std::filesystem::remove_all(entry.path(), ignored);
+    }
   }
 
   const std::filesystem::path& Folder() const { return m_folder; }
@@ -66,6 +80,8 @@ class Server {
   }
 
  private:
+  static constexpr const char* kPrefix = "hearthmake-com-";
+
   std::filesystem::path m_folder;
   HMODULE m_module = nullptr;
 };
