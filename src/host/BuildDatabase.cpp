@@ -1,9 +1,7 @@
 #include "host/BuildDatabase.hpp"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
@@ -11,6 +9,7 @@
 #include "adapters/sqlite/FileFormat.hpp"
 #include "automation/Error.hpp"
 #include "host/HostError.hpp"
+#include "host/Places.hpp"
 
 namespace hearthmake::host {
 
@@ -27,9 +26,9 @@ std::string Joined(const std::vector<std::string>& names) {
 }
 
 // As the file system spells it: a database from elsewhere may be called build.mdb.
-std::string PathIn(const std::string& dataFolder, const posix::DriveMap& drives) {
-  const std::string dosPath = drives.FromPosix(dataFolder) + "\\" + kFileName;
-  return drives.ToPosix(dosPath).value_or(dataFolder + "/" + kFileName);
+std::string PathIn(const std::string& dataFolder, const Composition& library) {
+  const std::string dosPath = library.ToDosPath(dataFolder) + "\\" + kFileName;
+  return library.ToSystemPath(dosPath).value_or(dataFolder + "/" + kFileName);
 }
 
 bool IsAlreadyThere(const automation::Error& error) {
@@ -38,8 +37,8 @@ bool IsAlreadyThere(const automation::Error& error) {
 
 }  // namespace
 
-BuildDatabase::BuildDatabase(std::string dataFolder, const posix::DriveMap& drives)
-    : m_dataFolder(std::move(dataFolder)), m_path(PathIn(m_dataFolder, drives)) {}
+BuildDatabase::BuildDatabase(std::string dataFolder, const Composition& library)
+    : m_dataFolder(std::move(dataFolder)), m_path(PathIn(m_dataFolder, library)) {}
 
 void BuildDatabase::Require() const {
   if (sqlite::DetectFormat(m_path) == FileFormat::Missing) {
@@ -104,8 +103,8 @@ void BuildDatabase::RequireUsable() const {
 
 std::string BuildDatabase::Diagnose() const {
   for (const std::string& path : {m_dataFolder, m_path}) {
-    if (access(path.c_str(), W_OK) == 0) continue;
-    return fmt::format("{} can't be written: {}.", path, std::generic_category().message(errno));
+    std::string why;
+    if (!IsWritable(path, why)) return fmt::format("{} can't be written: {}.", path, why);
   }
   return {};
 }

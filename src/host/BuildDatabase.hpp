@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "adapters/posix/DriveMap.hpp"
+#include "host/Composition.hpp"
 
 namespace hearthmake::host {
 
@@ -10,7 +10,7 @@ namespace hearthmake::host {
 // says only that the database is unavailable.
 class BuildDatabase {
  public:
-  BuildDatabase(std::string dataFolder, const posix::DriveMap& drives);
+  BuildDatabase(std::string dataFolder, const Composition& library);
 
   const std::string& Path() const { return m_path; }
   // HostError, with what to do, when there is no database that the library can use.

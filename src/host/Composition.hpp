@@ -2,10 +2,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "adapters/posix/DriveMap.hpp"
 #include "foundation/Apartment.hpp"
 #include "host/HostSettings.hpp"
 
@@ -13,22 +13,27 @@ namespace hearthmake::host {
 
 class HostEventPump;
 
-// The composition root of the Linux command: chooses the adapters, fills the platform and keeps the
-// apartment of the thread. Objects of the library must not outlive it.
+// The composition root of the command: chooses the adapters, fills the platform and keeps the apartment of
+// the thread. Each operating system has its own. Objects of the library must not outlive it.
 class Composition {
  public:
   // The settings must outlive it. HostError where they don't fit together.
   explicit Composition(const HostSettings& settings);
   ~Composition();
 
-  const posix::DriveMap& Drives() const { return *m_drives; }
+  // The DOS path of one of the system's paths, made absolute.
+  std::string ToDosPath(const std::string& systemPath) const;
+  // The system's path; nothing where the DOS path leads nowhere.
+  std::optional<std::string> ToSystemPath(const std::string& dosPath) const;
   // Called several times a second while the library waits for a child.
   void OnTick(std::function<void()> tick);
 
  private:
+  struct System;  // what only this system's composition knows
+
   platform::Platform FillPlatform(const HostSettings& settings);
 
-  std::shared_ptr<posix::DriveMap> m_drives;
+  std::unique_ptr<System> m_system;
   std::shared_ptr<HostEventPump> m_pump;
   Apartment m_apartment;
 };

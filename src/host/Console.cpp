@@ -1,10 +1,9 @@
 #include "host/Console.hpp"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
+
+#include "host/Terminal.hpp"
 
 namespace hearthmake::host {
 
@@ -15,11 +14,6 @@ constexpr std::size_t kDefaultWidth = 80;
 bool IsSet(const char* variable) {
   const char* value = std::getenv(variable);
   return value != nullptr && *value != '\0';
-}
-
-bool IsCapableTerminal(int descriptor) {
-  const char* terminal = std::getenv("TERM");
-  return isatty(descriptor) == 1 && terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
 std::string Paint(bool isPainted, Colour colour, std::string_view text) {
@@ -36,20 +30,16 @@ void Write(FILE* stream, std::string_view text) {
 }  // namespace
 
 Console::Console(bool noColour)
-    : m_canRedraw(IsCapableTerminal(STDOUT_FILENO)),
+    : m_canRedraw(IsCapableTerminal(StandardStream::Output)),
       m_coloursOut(m_canRedraw && !noColour && !IsSet("NO_COLOR")),
-      m_coloursErr(IsCapableTerminal(STDERR_FILENO) && !noColour && !IsSet("NO_COLOR")) {}
+      m_coloursErr(IsCapableTerminal(StandardStream::Error) && !noColour && !IsSet("NO_COLOR")) {}
 
 void Console::Out(std::string_view text) const { Write(stdout, text); }
 void Console::Err(std::string_view text) const { Write(stderr, text); }
 
 void Console::Note(std::string_view text) const { Err("hearthmake: " + std::string(text) + "\n"); }
 
-std::size_t Console::Width() const {
-  winsize size{};
-  const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-  return isKnown ? size.ws_col : kDefaultWidth;
-}
+std::size_t Console::Width() const { return TerminalWidth().value_or(kDefaultWidth); }
 
 std::string Console::PaintOut(Colour colour, std::string_view text) const {
   return Paint(m_coloursOut, colour, text);

@@ -5,7 +5,7 @@
 namespace hearthmake::host {
 
 void HostEventPump::DeliverPending() {
-  if (Interrupt::IsRequested()) m_launcher->TerminateRunning();
+  if (Interrupt::IsRequested()) m_terminateChildren();
   if (m_tick) m_tick();
 }
 

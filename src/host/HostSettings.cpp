@@ -2,13 +2,12 @@
 
 #include <fmt/format.h>
 
-#include <cstdlib>
 #include <filesystem>
 
-#include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "host/HostError.hpp"
 #include "host/Numbers.hpp"
+#include "host/Places.hpp"
 
 namespace hearthmake::host {
 
@@ -22,55 +21,23 @@ constexpr const char* kWineProgram = "WineProgram";
 constexpr const char* kOsVersion = "OSVersion";
 constexpr const char* kTemporaryFolder = "TemporaryFolder";
 
-std::string Variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? "" : value;
-}
-
 std::string ChooseDataFolder(const HostOptions& options) {
   if (!options.dataFolder.empty()) return options.dataFolder;
-  if (std::string folder = Variable(HostSettings::kDataVariable); !folder.empty()) return folder;
-  // The XDG rules: a relative path there is to be ignored.
-  if (const std::string folder = Variable("XDG_DATA_HOME"); folder.starts_with('/')) {
-    return folder + "/hearthmake";
-  }
-  const std::string home = Variable("HOME");
-  if (home.empty()) {
-    throw HostError("There is no place for the data: HOME is not set.", "Say where it goes with --data DIR.");
-  }
-  return home + "/.local/share/hearthmake";
-}
-
-bool IsDriveKey(std::string_view key) {
-  const char letter = key.empty() ? ' ' : automation::Upper(key.substr(0, 1))[0];
-  return key.size() == 2 && key[1] == ':' && letter >= 'A' && letter <= 'Z';
-}
-
-void AddDrive(posix::DriveMap& drives, const std::string& text) {
-  const std::size_t equals = text.find('=');
-  const bool isDrive = equals != std::string::npos && IsDriveKey(text.substr(0, equals));
-  if (!isDrive || equals + 1 == text.size()) {
-    throw HostError(fmt::format("'{}' is no drive.", text),
-                    "A drive is a letter and its folder: --drive D:=/srv/d");
-  }
-  drives.SetDrive(text[0], AbsolutePosixPath(text.substr(equals + 1)));
+  const std::string folder = EnvironmentValue(HostSettings::kDataVariable);
+  return folder.empty() ? DefaultDataFolder() : folder;
 }
 
 }  // namespace
 
-std::string AbsolutePosixPath(std::string_view typed) {
-  std::error_code error;
-  const std::filesystem::path path = std::filesystem::absolute(std::filesystem::path(typed), error);
-  if (error) throw HostError("The current folder can't be found: " + error.message() + ".");
-  std::string text = path.lexically_normal().string();
-  while (text.size() > 1 && text.back() == '/') text.pop_back();
-  return text;
+bool HostSettings::IsDriveKey(std::string_view key) {
+  const char letter = key.empty() ? ' ' : automation::Upper(key.substr(0, 1))[0];
+  return key.size() == 2 && key[1] == ':' && letter >= 'A' && letter <= 'Z';
 }
 
 HostSettings::HostSettings(HostOptions options)
     : m_options(std::move(options)),
-      m_dataFolder(AbsolutePosixPath(ChooseDataFolder(m_options))),
-      m_store(FilePath()) {}
+      m_dataFolder(AbsoluteSystemPath(ChooseDataFolder(m_options))),
+      m_store(OpenHostStore(m_dataFolder)) {}
 
 const std::vector<HostSettings::Key>& HostSettings::Keys() {
   static const std::vector<Key> kKeys = {
@@ -96,7 +63,7 @@ std::vector<std::pair<std::string, std::string>> HostSettings::Stored() const {
   // Before the first build is made there is no data folder; what keeps it from being made is told then.
   std::error_code ignored;
   if (!std::filesystem::is_directory(m_dataFolder, ignored)) return {};
-  return m_store.GetAll(kApplication, kSection);
+  return m_store->GetAll(kApplication, kSection);
 }
 
 std::string HostSettings::StoredValue(std::string_view key) const {
@@ -109,12 +76,12 @@ std::string HostSettings::StoredValue(std::string_view key) const {
 void HostSettings::Store(const std::string& key, const std::string& value) {
   const std::string known = KnownKey(key);
   if (value.empty()) {
-    m_store.Remove(kApplication, kSection, known);
+    m_store->Remove(kApplication, kSection, known);
     return;
   }
   if (known == kOsVersion) ParseLong(value, kOsVersion);
   const bool isPath = known == kWinePrefix || known == kTemporaryFolder || IsDriveKey(known);
-  m_store.Save(kApplication, kSection, {{known, isPath ? AbsolutePosixPath(value) : value}});
+  m_store->Save(kApplication, kSection, {{known, isPath ? AbsoluteSystemPath(value) : value}});
 }
 
 std::string HostSettings::WinePrefix() const {
@@ -122,10 +89,10 @@ std::string HostSettings::WinePrefix() const {
   if (m_options.winePrefix) {
     prefix = *m_options.winePrefix;
   } else {
-    prefix = Variable(kWinePrefixVariable);
+    prefix = EnvironmentValue(kWinePrefixVariable);
     if (prefix.empty()) prefix = StoredValue(kWinePrefix);
   }
-  return prefix.empty() ? "" : AbsolutePosixPath(prefix);
+  return prefix.empty() ? "" : AbsoluteSystemPath(prefix);
 }
 
 std::string HostSettings::TemporaryFolder() const { return StoredValue(kTemporaryFolder); }
@@ -138,24 +105,7 @@ std::string HostSettings::WineProgram() const {
 std::optional<std::int32_t> HostSettings::OsVersion() const {
   const std::string version = StoredValue(kOsVersion);
   if (version.empty()) return std::nullopt;
-  return ParseLong(version, fmt::format("{} in {}", kOsVersion, FilePath()));
-}
-
-posix::DriveMap HostSettings::Drives() const {
-  const std::string prefix = WinePrefix();
-  posix::DriveMap drives;
-  try {
-    drives =
-        prefix.empty() ? posix::DriveMap::BuiltIn(m_dataFolder) : posix::DriveMap::FromWinePrefix(prefix);
-  } catch (const automation::Error& error) {
-    throw HostError(fmt::format("{} is no Wine prefix: {}.", prefix, error.Description()),
-                    fmt::format("Make one with: WINEPREFIX='{}' wineboot", prefix));
-  }
-  for (const auto& [key, folder] : Stored()) {
-    if (IsDriveKey(key)) AddDrive(drives, fmt::format("{}={}", key, folder));
-  }
-  for (const std::string& drive : m_options.drives) AddDrive(drives, drive);
-  return drives;
+  return ParseLong(version, fmt::format("{} in {}", kOsVersion, HostStorePlace(m_dataFolder)));
 }
 
 }  // namespace hearthmake::host

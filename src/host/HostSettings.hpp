@@ -1,14 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "adapters/posix/DriveMap.hpp"
-#include "adapters/posix/IniSettingsStore.hpp"
+#include "platform/SettingsStore.hpp"
 
 namespace hearthmake::host {
 
@@ -35,7 +35,7 @@ class HostSettings {
 
   explicit HostSettings(HostOptions options);
 
-  // POSIX paths, absolute; the folders need not exist. An empty prefix is none.
+  // The system's paths, absolute; the folders need not exist. An empty prefix is none.
   const std::string& DataFolder() const { return m_dataFolder; }
   std::string WinePrefix() const;
   // Where temporary files go; empty leaves the choice to the system.
@@ -44,8 +44,8 @@ class HostSettings {
   std::string WineProgram() const;
   // Nothing when it is not overridden.
   std::optional<std::int32_t> OsVersion() const;
-  // The drives of the prefix, or the built-in ones, with those that were added.
-  posix::DriveMap Drives() const;
+  // Drives that were added by options, as they were typed.
+  const std::vector<std::string>& AddedDrives() const { return m_options.drives; }
 
   // The stored settings, by key; an empty value takes one out. HostError for an unknown key (it lists the
   // keys, drive letters are keys too) or a value that can't be.
@@ -55,15 +55,13 @@ class HostSettings {
   static const std::vector<Key>& Keys();
   // The key as it is stored. HostError for an unknown one.
   static std::string KnownKey(const std::string& key);
-  std::string FilePath() const { return m_dataFolder + "/host.ini"; }
+  // Whether a key is the letter of a drive.
+  static bool IsDriveKey(std::string_view key);
 
  private:
   HostOptions m_options;
   std::string m_dataFolder;
-  mutable posix::IniSettingsStore m_store;  // reads its file when first asked
+  std::unique_ptr<platform::SettingsStore> m_store;  // reads its file when first asked
 };
-
-// A typed POSIX path made absolute from the current folder, without a look at the disk.
-std::string AbsolutePosixPath(std::string_view typed);
 
 }  // namespace hearthmake::host

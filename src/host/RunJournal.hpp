@@ -5,8 +5,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "adapters/posix/FileDescriptor.hpp"
 #include "build/BuildEvents.hpp"
+#include "host/LockedFile.hpp"
 
 namespace hearthmake::host {
 
@@ -47,7 +47,7 @@ class RunJournal final : public BuildEvents {
   std::string m_path;
   std::int32_t m_idBuild;
   std::vector<std::int32_t> m_projects;  // ascending
-  posix::FileDescriptor m_file;
+  LockedFile m_file;
   std::unordered_set<std::int32_t> m_compiled;
   std::int64_t m_wholeLines = 0;  // bytes up to the last line end: a kill may have cut a line off
   bool m_isOfThisBuild = false;

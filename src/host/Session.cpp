@@ -4,13 +4,13 @@
 
 #include <algorithm>
 
-#include "adapters/posix/IniSettingsStore.hpp"
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "build/Builds.hpp"
 #include "foundation/Settings.hpp"
 #include "host/HostError.hpp"
 #include "host/Numbers.hpp"
+#include "host/Places.hpp"
 #include "host/Properties.hpp"
 
 namespace hearthmake::host {
@@ -71,10 +71,10 @@ Composition& Session::Library() {
   return *m_library;
 }
 
-BuildDatabase Session::Database() { return {m_settings.DataFolder(), Library().Drives()}; }
+BuildDatabase Session::Database() { return {m_settings.DataFolder(), Library()}; }
 
 std::string Session::DosPath(const std::string& typed) {
-  return IsDosPath(typed) ? typed : Library().Drives().FromPosix(typed);
+  return IsDosPath(typed) ? typed : Library().ToDosPath(typed);
 }
 
 std::string Session::PropertyValue(std::string_view property, const std::string& typed) {
@@ -86,7 +86,7 @@ std::string Session::PropertyValue(std::string_view property, const std::string&
 }
 
 std::string Session::PosixPath(const std::string& dosPath) {
-  return Library().Drives().ToPosix(dosPath).value_or(dosPath);
+  return Library().ToSystemPath(dosPath).value_or(dosPath);
 }
 
 std::vector<automation::Ref<Build>> Session::ListBuilds() {
@@ -136,7 +136,7 @@ automation::Ref<hearthmake::Settings> Session::LibrarySettings() {
   try {
     return automation::Make<hearthmake::Settings>();
   } catch (const automation::Error& error) {
-    const std::string path = posix::IniSettingsStore::DefaultPath();
+    const std::string path = LibrarySettingsPlace();
     const bool isNamed = error.Description().find(path) != std::string::npos;
     throw HostError(isNamed ? fmt::format("The settings can't be read: {}", error.Description())
                             : fmt::format("The settings can't be read: {}: {}", path, error.Description()),

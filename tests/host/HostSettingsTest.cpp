@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/HostError.hpp"
+#include "host/posix/HostDrives.hpp"
 #include "support/PosixFolder.hpp"
 
 namespace hearthmake::host {
@@ -63,7 +64,7 @@ TEST(HostSettings, AddsDrivesToTheBuiltInOnesTheOptionsLast) {
   HostSettings settings(options);
   settings.Store("D:", "/stored");
   settings.Store("E:", "/stored/too");
-  const posix::DriveMap drives = settings.Drives();
+  const posix::DriveMap drives = DrivesOf(settings);
   EXPECT_EQ(drives.Drive('C'), folder.Path() + "/drive_c");
   EXPECT_EQ(drives.Drive('D'), "/stored");
   EXPECT_EQ(drives.Drive('E'), "/option");
@@ -75,7 +76,7 @@ TEST(HostSettings, RefusesWhatIsNoDrive) {
   for (const char* drive : {"D", "D:", "D:=", "=/x", "DD:=/x", "1:=/x"}) {
     HostOptions options = WithData(folder.Path());
     options.drives = {drive};
-    EXPECT_THROW(HostSettings(options).Drives(), HostError) << drive;
+    EXPECT_THROW(DrivesOf(HostSettings(options)), HostError) << drive;
   }
 }
 
@@ -86,10 +87,10 @@ TEST(HostSettings, TakesTheDrivesOfThePrefix) {
   std::filesystem::create_directory_symlink("../drive_c", folder.Path("prefix/dosdevices/c:"));
   HostOptions options = WithData(folder.Path());
   options.winePrefix = folder.Path("prefix");
-  EXPECT_EQ(HostSettings(options).Drives().ToPosix("C:\\x"), folder.Path("prefix/drive_c/x"));
+  EXPECT_EQ(DrivesOf(HostSettings(options)).ToPosix("C:\\x"), folder.Path("prefix/drive_c/x"));
   options.winePrefix = folder.Path("nowhere");
   try {
-    HostSettings(options).Drives();
+    DrivesOf(HostSettings(options));
     FAIL() << "no error";
   } catch (const HostError& error) {
     EXPECT_THAT(error.what(), HasSubstr(folder.Path("nowhere") + " is no Wine prefix"));

@@ -1,4 +1,6 @@
-#include "host/HostSystemInfo.hpp"
+#include "host/posix/HostSystemInfo.hpp"
+
+#include "host/posix/HostDrives.hpp"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +27,7 @@ class HostSystemInfoTest : public testing::Test {
     folder.MakeFile(
         "prefix/system.reg",
         "WINE REGISTRY Version 2\n\n[Software\\\\Microsoft\\\\Windows NT\\\\CurrentVersion] 1\n" + values);
-    return {settings, std::make_shared<posix::DriveMap>(settings.Drives()),
+    return {settings, std::make_shared<posix::DriveMap>(DrivesOf(settings)),
             std::make_shared<posix::WineRegistry>(folder.Path("prefix"), folder.Path("servers")), true};
   }
 

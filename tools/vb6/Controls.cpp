@@ -1,13 +1,10 @@
 #include "vb6/Controls.hpp"
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <thread>
 
+#include "vb6/System.hpp"
 #include "vb6/Text.hpp"
 
 namespace hearthmake::vb6 {
@@ -59,15 +56,8 @@ void Controls::Disturb(std::string_view project) const {
   if (const unsigned milliseconds = MillisecondsFor(project); milliseconds > 0) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
   }
-  if (Names(m_crash, project)) {
-    const rlimit noCore = {0, 0};
-    setrlimit(RLIMIT_CORE, &noCore);
-    std::signal(SIGABRT, SIG_DFL);
-    std::raise(SIGABRT);
-  }
-  if (Names(m_hang, project)) {
-    for (;;) pause();
-  }
+  if (Names(m_crash, project)) Crash();
+  if (Names(m_hang, project)) Hang();
 }
 
 }  // namespace hearthmake::vb6

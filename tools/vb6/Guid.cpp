@@ -1,9 +1,8 @@
 #include "vb6/Guid.hpp"
 
-#include <sys/random.h>
-
 #include <algorithm>
 
+#include "vb6/System.hpp"
 #include "vb6/Text.hpp"
 
 namespace hearthmake::vb6 {
@@ -64,8 +63,8 @@ std::string Guid::Text() const {
 Guid GuidSource::Make(std::string_view purpose) const {
   Guid guid;
   if (!m_seed) {
-    // Sixteen bytes never come in parts; a kernel without the call would leave the zeros, so mark them too.
-    if (getrandom(guid.bytes.data(), guid.bytes.size(), 0) < 0) guid.bytes = Digest("", purpose);
+    // A system without them would leave the zeros, so mark them too.
+    if (!FillWithRandomBytes(guid.bytes.data(), guid.bytes.size())) guid.bytes = Digest("", purpose);
   } else {
     guid.bytes = Digest(*m_seed, purpose);
   }

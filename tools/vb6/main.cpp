@@ -3,14 +3,13 @@
 #include <string>
 #include <vector>
 
-#include "adapters/posix/DriveMap.hpp"
-#include "adapters/posix/PosixFileSystem.hpp"
 #include "adapters/typelib/TypeLibFileReader.hpp"
 #include "automation/Error.hpp"
 #include "automation/Utf.hpp"
 #include "vb6/CommandLine.hpp"
 #include "vb6/Compiler.hpp"
 #include "vb6/Controls.hpp"
+#include "vb6/System.hpp"
 
 namespace hearthmake::vb6 {
 namespace {
@@ -24,21 +23,6 @@ constexpr const char* kHelp =
     "  vb6 PROJECT.vbp /make|/makedll [/out LOG] [/outdir FOLDER] [/d CONST=VALUE] [--skip-sources]\n"
     "\n"
     "Paths are DOS paths, mapped by HEARTHMAKE_DRIVES (C:=/home/me/c;Z:=/), or POSIX paths.\n";
-
-posix::DriveMap Drives() {
-  if (auto drives = posix::DriveMap::FromEnvironment()) return *drives;
-  posix::DriveMap drives;
-  drives.SetDrive('Z', "/");
-  return drives;
-}
-
-// The absolute DOS path of an argument.
-std::string ToDos(const posix::DriveMap& drives, const std::string& path) {
-  if (path.starts_with('/')) return drives.FromPosix(path);
-  if (path.find(':') != std::string::npos || path.starts_with("\\\\")) return path;
-  const auto posixPath = drives.ToPosix(path);
-  return posixPath ? drives.FromPosix(*posixPath) : path;
-}
 
 // Where the log can't be written, its text is not lost.
 void Report(platform::FileSystem& files, const std::string& log, const std::string& text) {
@@ -54,15 +38,14 @@ void Report(platform::FileSystem& files, const std::string& log, const std::stri
 }
 
 int Make(const CommandLine& line) {
-  const auto drives = std::make_shared<const posix::DriveMap>(Drives());
-  const auto files = std::make_shared<posix::PosixFileSystem>(drives);
-  typelib::TypeLibFileReader libraries(files);
+  const Disks disks = OpenDisks();
+  typelib::TypeLibFileReader libraries(disks.files);
   Controls controls = Controls::FromEnvironment();
   if (line.skipSources) controls.SetSkipSources();
-  Compiler compiler(*files, libraries, controls);
-  const std::string outFolder = line.outFolder.empty() ? "" : ToDos(*drives, line.outFolder);
-  const Outcome outcome = compiler.Compile(ToDos(*drives, line.project), outFolder);
-  Report(*files, line.log.empty() ? "" : ToDos(*drives, line.log), outcome.log);
+  Compiler compiler(*disks.files, libraries, controls);
+  const std::string outFolder = line.outFolder.empty() ? "" : disks.toDos(line.outFolder);
+  const Outcome outcome = compiler.Compile(disks.toDos(line.project), outFolder);
+  Report(*disks.files, line.log.empty() ? "" : disks.toDos(line.log), outcome.log);
   return outcome.succeeded ? 0 : 1;
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "adapters/win32/PipeStreams.hpp"
+#include "adapters/win32/RunningProcess.hpp"
 #include "adapters/win32/WideText.hpp"
 #include "adapters/win32/Win32ChildProcess.hpp"
 
@@ -18,8 +19,8 @@ STARTUPINFOW Hidden() {
   return startUp;
 }
 
-}  // namespace
-
+// Starts a program in a job of its own; the start-up information says the rest. Null when it can't be
+// started.
 std::shared_ptr<RunningProcess> StartProcess(std::string_view commandLine, STARTUPINFOW& startUp,
                                              DWORD flags) {
   std::wstring line = ToWide(commandLine);  // the system may write into it
@@ -37,6 +38,8 @@ std::shared_ptr<RunningProcess> StartProcess(std::string_view commandLine, START
   ResumeThread(thread.Get());
   return std::make_shared<RunningProcess>(std::move(process), std::move(job), information.dwProcessId);
 }
+
+}  // namespace
 
 std::unique_ptr<platform::ChildProcess> Win32ProcessLauncher::Keep(std::shared_ptr<RunningProcess> process) {
   if (!process) return nullptr;

@@ -5,10 +5,11 @@
 #include <string_view>
 #include <vector>
 
-#include "adapters/win32/RunningProcess.hpp"
 #include "platform/ProcessLauncher.hpp"
 
 namespace hearthmake::win32 {
+
+class RunningProcess;
 
 // Starts programs with CreateProcess: found as the system finds them, hidden, without a console that others
 // see, with the handles of this process that can be inherited.
@@ -26,10 +27,5 @@ class Win32ProcessLauncher final : public platform::ProcessLauncher {
   std::mutex m_mutex;
   std::vector<std::weak_ptr<RunningProcess>> m_running;
 };
-
-// Starts a program in a job of its own; the start-up information says the rest. Null when it can't be
-// started.
-std::shared_ptr<RunningProcess> StartProcess(std::string_view commandLine, STARTUPINFOW& startUp,
-                                             DWORD flags);
 
 }  // namespace hearthmake::win32

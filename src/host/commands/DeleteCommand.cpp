@@ -1,7 +1,7 @@
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "host/EditCycle.hpp"
+#include "host/Places.hpp"
 #include "host/RunJournal.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/ProjectRemoval.hpp"
@@ -16,7 +16,7 @@ ExitStatus DeleteCommand(Session& session, const DeleteArguments& arguments) {
   EditCycle edit(*build);
   build->Delete();
   edit.Apply();
-  unlink(journal.c_str());
+  RemoveFile(journal);
   session.Out().Out(fmt::format("Deleted build {}. Its project files are untouched.\n", Printable(name)));
   return ExitStatus::Done;
 }

@@ -1,11 +1,8 @@
 #include <fmt/format.h>
-#include <unistd.h>
-
-#include <array>
-#include <climits>
 
 #include "host/CommandScriptHost.hpp"
 #include "host/Interrupt.hpp"
+#include "host/Places.hpp"
 #include "host/ScriptText.hpp"
 #include "host/ScriptUsage.hpp"
 #include "host/commands/Commands.hpp"
@@ -36,12 +33,6 @@ class InterruptedScript {
  private:
   InterruptibleRun m_run;
 };
-
-std::string ProgramPath(Session& session) {
-  std::array<char, PATH_MAX> path{};
-  const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
-  return session.DosPath(length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : "/");
-}
 
 std::string ReadScript(const std::string& typed, const std::string& path) {
   if (!Ports().files->FileExists(path)) {
@@ -99,8 +90,8 @@ ExitStatus ScriptCommand(Session& session, const ScriptArguments& arguments) {
   const InterruptedScript interruptible(engine);
   const bool hasTimeout = usage.timeoutSeconds > 0;
   engine.SetTimeout(hasTimeout ? usage.timeoutSeconds * kMillisecondsPerSecond : Engine::kNoTimeout);
-  const vbscript::ScriptFacts facts{path, ProgramPath(session), usage.arguments, usage.isInteractive,
-                                    usage.timeoutSeconds};
+  const vbscript::ScriptFacts facts{path, session.DosPath(ProgramPath()), usage.arguments,
+                                    usage.isInteractive, usage.timeoutSeconds};
   engine.AddObject("WScript",
                    automation::Make<vbscript::WScript>(engine.SharedContext(), facts,
                                                        [&engine](const std::string& prefix) {

@@ -14,8 +14,9 @@
 #include "host/CommandScriptHost.hpp"
 #include "host/Console.hpp"
 #include "host/HostEventPump.hpp"
-#include "host/HostSystemInfo.hpp"
 #include "host/Interrupt.hpp"
+#include "host/posix/HostDrives.hpp"
+#include "host/posix/HostSystemInfo.hpp"
 #include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::host {
@@ -58,35 +59,49 @@ vbs::Services MakeServices() {
 
 }  // namespace
 
+struct Composition::System {
+  std::shared_ptr<posix::DriveMap> drives;
+};
+
 Composition::Composition(const HostSettings& settings)
-    : m_drives(std::make_shared<posix::DriveMap>(settings.Drives())), m_apartment(FillPlatform(settings)) {}
+    : m_system(std::make_unique<System>(std::make_shared<posix::DriveMap>(DrivesOf(settings)))),
+      m_apartment(FillPlatform(settings)) {}
 
 Composition::~Composition() = default;
+
+std::string Composition::ToDosPath(const std::string& systemPath) const {
+  return m_system->drives->FromPosix(systemPath);
+}
+
+std::optional<std::string> Composition::ToSystemPath(const std::string& dosPath) const {
+  return m_system->drives->ToPosix(dosPath);
+}
 
 void Composition::OnTick(std::function<void()> tick) { m_pump->OnTick(std::move(tick)); }
 
 platform::Platform Composition::FillPlatform(const HostSettings& settings) {
   const std::string prefix = settings.WinePrefix();
+  const std::shared_ptr<posix::DriveMap>& drives = m_system->drives;
   sqlite::LeaveOutMemoryStatistics();
   platform::Platform ports;
   ports.registry = MakeRegistry(settings, prefix);
-  const auto system = std::make_shared<HostSystemInfo>(settings, m_drives, ports.registry, !prefix.empty());
+  const auto system = std::make_shared<HostSystemInfo>(settings, drives, ports.registry, !prefix.empty());
   posix::ProcessLauncherOptions launching;
   launching.systemFolder = system->SystemFolder();
   launching.wine = settings.WineProgram();
   launching.winePrefix = prefix;
-  const auto launcher = std::make_shared<posix::PosixProcessLauncher>(*m_drives, launching);
-  m_pump = std::make_shared<HostEventPump>(launcher);
+  const auto launcher = std::make_shared<posix::PosixProcessLauncher>(*drives, launching);
+  m_pump = std::make_shared<HostEventPump>([launcher] { launcher->TerminateRunning(); });
 
   ports.system = system;
   ports.processes = launcher;
   ports.events = m_pump;
-  ports.files = std::make_shared<posix::PosixFileSystem>(m_drives);
+  ports.files = std::make_shared<posix::PosixFileSystem>(drives);
   ports.typeLibs = std::make_shared<typelib::TypeLibFileReader>(ports.files);
   ports.shell =
       std::make_shared<posix::PosixShell>(launcher, prefix.empty() ? MakeRegistrar(ports) : nullptr);
   ports.workspace = std::make_shared<sqlite::SqliteWorkspace>(
-      [drives = m_drives](std::string_view path) { return drives->ToPosix(path).value_or(""); });
+      [drives](std::string_view path) { return drives->ToPosix(path).value_or(""); });
   ports.settings = std::make_shared<posix::IniSettingsStore>(posix::IniSettingsStore::DefaultPath());
   ports.clock = std::make_shared<posix::PosixClock>();
   ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeServices());

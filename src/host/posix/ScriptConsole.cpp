@@ -7,6 +7,7 @@
 #include "adapters/posix/DescriptorStreams.hpp"
 #include "automation/Error.hpp"
 #include "host/Interrupt.hpp"
+#include "host/Terminal.hpp"
 
 namespace hearthmake::host {
 
@@ -87,7 +88,9 @@ void ScriptConsole::Flush() {
   m_error->Flush();
 }
 
-bool ScriptConsole::IsTerminal() const { return isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1; }
+bool ScriptConsole::IsTerminal() const {
+  return host::IsTerminal(StandardStream::Input) && host::IsTerminal(StandardStream::Output);
+}
 
 bool ScriptConsole::ReadLine(std::string& line) {
   Flush();

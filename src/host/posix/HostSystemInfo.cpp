@@ -1,4 +1,4 @@
-#include "host/HostSystemInfo.hpp"
+#include "host/posix/HostSystemInfo.hpp"
 
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"

@@ -1,0 +1,98 @@
+#include "host/Composition.hpp"
+
+#include "adapters/sqlite/SqliteWorkspace.hpp"
+#include "adapters/vbs/VbsScriptEngines.hpp"
+#include "adapters/win32/MessagePump.hpp"
+#include "adapters/win32/RegistrySettingsStore.hpp"
+#include "adapters/win32/Win32Clock.hpp"
+#include "adapters/win32/Win32FileSystem.hpp"
+#include "adapters/win32/Win32ProcessLauncher.hpp"
+#include "adapters/win32/Win32Registry.hpp"
+#include "adapters/win32/Win32Shell.hpp"
+#include "adapters/win32/Win32SystemInfo.hpp"
+#include "adapters/win32/Win32TypeLibReader.hpp"
+#include "host/CommandScriptHost.hpp"
+#include "host/Console.hpp"
+#include "host/HostError.hpp"
+#include "host/HostEventPump.hpp"
+#include "host/Interrupt.hpp"
+#include "host/Places.hpp"
+#include "host/windows/RunningChildren.hpp"
+#include "interfaces/PublicClasses.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+// What the scripts of a build are answered. A run waits for nobody: a message is shown and gets the answer
+// that it has ready.
+vbs::Services MakeServices() {
+  vbs::Services services;
+  services.createObject = [](std::string_view progId) -> automation::Ref<automation::Object> {
+    const PublicClass* found = FindPublicClass(progId);
+    return found == nullptr || found->create == nullptr ? nullptr : found->create();
+  };
+  services.showMessage = [](std::string_view prompt, std::int32_t style, std::string_view /*title*/) {
+    Console(true).Note(Printable(prompt));
+    return CommandScriptHost::DefaultAnswer(style);
+  };
+  services.isStopWanted = &Interrupt::IsRequested;
+  return services;
+}
+
+void RefuseOptionsOfOtherSystems(const HostSettings& settings) {
+  if (settings.AddedDrives().empty() && settings.WinePrefix().empty()) return;
+  throw HostError("Drives and Wine prefixes can't be chosen here: drives are those of Windows.",
+                  "Leave out --drive and --wine-prefix.");
+}
+
+}  // namespace
+
+struct Composition::System {
+  win32::MessagePump messages;
+};
+
+Composition::Composition(const HostSettings& settings)
+    : m_system(std::make_unique<System>()), m_apartment(FillPlatform(settings)) {
+  RefuseOptionsOfOtherSystems(settings);
+}
+
+Composition::~Composition() = default;
+
+std::string Composition::ToDosPath(const std::string& systemPath) const {
+  return AbsoluteSystemPath(systemPath);
+}
+
+std::optional<std::string> Composition::ToSystemPath(const std::string& dosPath) const { return dosPath; }
+
+void Composition::OnTick(std::function<void()> tick) {
+  m_pump->OnTick([messages = &m_system->messages, tick = std::move(tick)] {
+    messages->DeliverPending();
+    if (tick) tick();
+  });
+}
+
+platform::Platform Composition::FillPlatform(const HostSettings& settings) {
+  sqlite::LeaveOutMemoryStatistics();
+  const auto launcher = std::make_shared<win32::Win32ProcessLauncher>();
+  RememberLauncher(launcher);
+  m_pump = std::make_shared<HostEventPump>([launcher] { launcher->TerminateRunning(); });
+  OnTick(nullptr);
+
+  platform::Platform ports;
+  ports.registry = std::make_shared<win32::Win32Registry>();
+  ports.system = std::make_shared<win32::Win32SystemInfo>(settings.DataFolder());
+  ports.processes = launcher;
+  ports.events = m_pump;
+  ports.files = std::make_shared<win32::Win32FileSystem>();
+  ports.typeLibs = std::make_shared<win32::Win32TypeLibReader>();
+  ports.shell = std::make_shared<win32::Win32Shell>();
+  ports.workspace =
+      std::make_shared<sqlite::SqliteWorkspace>([](std::string_view path) { return std::string(path); });
+  ports.settings = std::make_shared<win32::RegistrySettingsStore>();
+  ports.clock = std::make_shared<win32::Win32Clock>();
+  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeServices());
+  return ports;
+}
+
+}  // namespace hearthmake::host
