@@ -1,10 +1,13 @@
 #include "com/HostObject.hpp"
 
+#include <deque>
+#include <mutex>
 #include <string>
 #include <vector>
 
 #include "adapters/win32/WideText.hpp"
 #include "automation/Error.hpp"
+#include "automation/Text.hpp"
 #include "com/Failure.hpp"
 #include "com/ThreadState.hpp"
 #include "com/VariantConversion.hpp"
@@ -87,6 +90,34 @@ class HostEnumerator final : public automation::Enumerator {
   Ref<IEnumVARIANT> m_items;
 };
 
+// Numbers for the names of members, from 1; without regard to case.
+class NameTable {
+ public:
+  std::int32_t IdOf(std::string_view name) {
+    const std::lock_guard lock(m_mutex);
+    const auto [entry, isNew] =
+        m_ids.emplace(automation::Lower(name), static_cast<std::int32_t>(m_names.size() + 1));
+    if (isNew) m_names.emplace_back(name);
+    return entry->second;
+  }
+  std::string NameOf(std::int32_t id) {
+    const std::lock_guard lock(m_mutex);
+    const auto index = static_cast<std::size_t>(id) - 1;
+    return index < m_names.size() ? m_names[index] : "";
+  }
+
+ private:
+  std::mutex m_mutex;
+  std::unordered_map<std::string, std::int32_t> m_ids;
+  std::deque<std::string> m_names;
+};
+
+// Of the process: a script's engine keeps ids longer than any object lives.
+NameTable& Names() {
+  static NameTable names;
+  return names;
+}
+
 }  // namespace
 
 HostObject::HostObject(Ref<IUnknown> identity) : m_identity(std::move(identity)) {
@@ -112,16 +143,26 @@ IUnknown* HostObject::Give() const {
 }
 
 std::optional<std::int32_t> HostObject::FindMember(std::string_view name) const {
+  const std::int32_t id = Names().IdOf(name);
+  return OwnId(id) ? std::optional(id) : std::nullopt;
+}
+
+std::optional<DISPID> HostObject::OwnId(std::int32_t id) const {
   if (!m_dispatch) return std::nullopt;
-  std::wstring wide = win32::ToWide(name);
-  LPOLESTR names[] = {wide.data()};
-  DISPID id = DISPID_UNKNOWN;
-  if (FAILED(m_dispatch->GetIDsOfNames(IID_NULL, names, 1, kEnglish, &id))) return std::nullopt;
-  return id;
+  if (id <= 0) return id;  // automation's reserved ones
+  const auto known = m_ids.find(id);
+  if (known != m_ids.end()) return known->second;
+  std::wstring name = win32::ToWide(Names().NameOf(id));
+  LPOLESTR names[] = {name.data()};
+  DISPID own = DISPID_UNKNOWN;
+  if (FAILED(m_dispatch->GetIDsOfNames(IID_NULL, names, 1, kEnglish, &own))) return std::nullopt;
+  m_ids[id] = own;
+  return own;
 }
 
 Variant HostObject::Invoke(std::int32_t member, InvokeKind kind, std::span<Variant> arguments) {
-  if (!m_dispatch) automation::Raise(RuntimeError::MemberNotFound, "");
+  const auto id = OwnId(member);
+  if (!id) automation::Raise(RuntimeError::MemberNotFound, "");
   const Ref<IDispatch> dispatch = m_dispatch;  // the call may end this object
   Arguments converted(arguments);
   const bool hasValue = kind == InvokeKind::Let || kind == InvokeKind::Set;
@@ -130,7 +171,7 @@ Variant HostObject::Invoke(std::int32_t member, InvokeKind kind, std::span<Varia
   EXCEPINFO failure = {};
   const auto call = [&](WORD flags) {
     UINT wrongArgument = 0;
-    return dispatch->Invoke(member, IID_NULL, kEnglish, flags, &parameters, hasValue ? nullptr : &result,
+    return dispatch->Invoke(*id, IID_NULL, kEnglish, flags, &parameters, hasValue ? nullptr : &result,
                             &failure, &wrongArgument);
   };
   HRESULT outcome = call(FlagsOf(kind));

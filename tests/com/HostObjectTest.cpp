@@ -24,6 +24,24 @@ TEST(HostObject, AnswersCallsOfTheLibrary) {
   EXPECT_EQ(result.lVal, 99);
 }
 
+TEST(HostObject, GivesOutIdsThatHoldForEveryObject) {
+  const ThreadState::Call call([] { return platform::Platform(); });
+  const auto answer = [](DISPID id, DISPPARAMS&, VARIANT* result, EXCEPINFO*) {
+    *result = LongOf(id);
+    return S_OK;
+  };
+  const Ref<HostDispatch> first(new HostDispatch(answer));
+  const Ref<HostDispatch> second(new HostDispatch(answer, IID_NULL, 7));
+  const auto one = ThreadState::Current().Take(first.Get());
+  const auto other = ThreadState::Current().Take(second.Get());
+  ASSERT_EQ(&one->Declaration(), &other->Declaration());
+  const auto id = one->FindMember("answer");
+  ASSERT_TRUE(id.has_value());
+  EXPECT_EQ(automation::ToLong(one->Invoke(*id, automation::InvokeKind::Call, {})), 42);
+  EXPECT_EQ(automation::ToLong(other->Invoke(*id, automation::InvokeKind::Call, {})), 7);
+  EXPECT_FALSE(one->FindMember("nothing").has_value());
+}
+
 TEST(HostObject, PassesItsErrorsOn) {
   const auto shelf = MakeShelf();
   const Ref<HostDispatch> host(new HostDispatch([](DISPID, DISPPARAMS&, VARIANT*, EXCEPINFO* failure) {

@@ -82,8 +82,8 @@ class HostDispatch final : public IDispatch {
  public:
   using Handler = std::function<HRESULT(DISPID, DISPPARAMS&, VARIANT*, EXCEPINFO*)>;
 
-  explicit HostDispatch(Handler handler, IID events = IID_NULL)
-      : m_handler(std::move(handler)), m_events(events) {}
+  explicit HostDispatch(Handler handler, IID events = IID_NULL, DISPID answer = 42)
+      : m_handler(std::move(handler)), m_events(events), m_answer(answer) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
     if (iid != IID_IUnknown && iid != IID_IDispatch && (iid != m_events || iid == IID_NULL)) {
@@ -107,7 +107,7 @@ class HostDispatch final : public IDispatch {
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
     if (lstrcmpiW(names[0], L"Answer") != 0) return DISP_E_UNKNOWNNAME;
-    *ids = 42;
+    *ids = m_answer;
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
@@ -120,6 +120,7 @@ class HostDispatch final : public IDispatch {
   ~HostDispatch() = default;
   Handler m_handler;
   IID m_events;
+  DISPID m_answer;
   ULONG m_references = 0;
 };
 
