@@ -10,7 +10,7 @@ elseif(CMAKE_SIZEOF_VOID_P EQUAL 4 AND NOT EXISTS /usr/lib/wine/wine)
 endif()
 
 function(hearthmake_windows_tests name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES;ARGUMENTS")
   set(sources)
   foreach(folder ${arg_UNPARSED_ARGUMENTS})
     file(GLOB found CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
@@ -27,8 +27,9 @@ function(hearthmake_windows_tests name)
     set_tests_properties(${name} PROPERTIES SKIP_REGULAR_EXPRESSION "^skipped")
   else()
     add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/cmake/windows/under-wine
-                                  ${PROJECT_BINARY_DIR}/wine-prefix $<TARGET_FILE:${name}>)
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+                                  ${PROJECT_BINARY_DIR}/wine-prefix $<TARGET_FILE:${name}> ${arg_ARGUMENTS})
+    # They share the registry and the drives of the prefix.
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 RESOURCE_LOCK wine-prefix)
   endif()
 endfunction()
 
@@ -36,17 +37,30 @@ hearthmake_windows_tests(win32_tests adapters/win32 LIBRARIES hearthmake_win32 h
 add_executable(win32_child adapters/win32/program/Child.cpp)
 add_dependencies(win32_tests win32_child)
 
+hearthmake_windows_tests(automation_tests automation LIBRARIES hearthmake_automation)
+hearthmake_windows_tests(sqlite_tests adapters/sqlite/windows LIBRARIES hearthmake_sqlite hearthmake_win32)
+# RegExp is the system's, which the bare engine of these tests has no way to.
+hearthmake_windows_tests(vbscript_language_tests vbscript/language LIBRARIES hearthmake_vbscript hearthmake_win32
+                         ARGUMENTS --gtest_filter=-*regexp*)
+target_include_directories(vbscript_language_tests PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/support/windows)
+
+# The command itself, running the scripts of tests/host/scripts.
+hearthmake_windows_tests(host_tests host/windows LIBRARIES hearthmake_win32)
+add_executable(host_compiler host/windows/program/Compiler.cpp)
+target_compile_definitions(host_compiler PRIVATE SOURCE_DIRECTORY="Z:${PROJECT_SOURCE_DIR}")
+add_dependencies(host_tests hearthmake vb6 host_compiler)
+target_compile_definitions(host_tests PRIVATE COMMAND_FILE="Z:$<TARGET_FILE:hearthmake>"
+                                              COMPILER_FILE="Z:$<TARGET_FILE:host_compiler>"
+                                              STANDIN_FILE="Z:$<TARGET_FILE:vb6>")
+
 hearthmake_windows_tests(com_tests com LIBRARIES hearthmake_com)
-# The server itself, in the hands of a host.
+# The library itself, in the hands of a host.
 hearthmake_windows_tests(server_tests com/server LIBRARIES hearthmake_com psapi)
-add_executable(server_compiler com/program/Compiler.cpp)
-add_dependencies(server_tests hearthmake_server server_compiler)
+add_dependencies(server_tests hearthmake_server host_compiler)
 target_include_directories(server_tests PRIVATE $<TARGET_FILE_DIR:hearthmake_server>)
 target_compile_definitions(server_tests PRIVATE SERVER_FILE="Z:$<TARGET_FILE:hearthmake_server>"
-                                                COMPILER_FILE="Z:$<TARGET_FILE:server_compiler>")
-foreach(name com_tests server_tests)
-  # The sinks of the tests have no virtual destructors, as COM has it.
-  target_compile_options(${name} PRIVATE -Wno-non-virtual-dtor)
-  # They share the registry of the prefix.
-  set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine-prefix)
-endforeach()
+                                                COMPILER_FILE="Z:$<TARGET_FILE:host_compiler>")
+set_tests_properties(server_tests PROPERTIES TIMEOUT 1200)  # a thousand builds
+# The sinks of these tests have no virtual destructors, as COM has it.
+target_compile_options(com_tests PRIVATE -Wno-non-virtual-dtor)
+target_compile_options(server_tests PRIVATE -Wno-non-virtual-dtor)

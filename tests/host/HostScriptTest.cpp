@@ -4,36 +4,15 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <string>
-#include <vector>
 
 #include "support/HostCommand.hpp"
+#include "support/HostScripts.hpp"
 
 namespace hearthmake::host {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* kMark = "' expect: ";
-
-struct Expectation {
-  int line = 0;
-  std::string text;
-};
-
-std::vector<Expectation> ReadExpectations(const fs::path& script) {
-  std::vector<Expectation> expectations;
-  std::ifstream file(script);
-  int number = 0;
-  for (std::string line; std::getline(file, line);) {
-    ++number;
-    const std::size_t mark = line.find(kMark);
-    if (mark != std::string::npos)
-      expectations.push_back({number, line.substr(mark + std::string(kMark).size())});
-  }
-  return expectations;
-}
 
 class HostScript : public testing::Test {
  public:
@@ -49,7 +28,7 @@ class HostScript : public testing::Test {
                                      "Z:" + DosPath(BINARY_DIRECTORY "/tools/vb6/vb6")});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, "");
-    Compare(support::LinesOf(result.out));
+    support::ExpectPrinted(m_script, support::LinesOf(result.out));
   }
 
  private:
@@ -66,29 +45,10 @@ class HostScript : public testing::Test {
     return path;
   }
 
-  void Compare(const std::vector<std::string>& printed) const {
-    const auto expected = ReadExpectations(m_script);
-    ASSERT_FALSE(expected.empty()) << m_script << " expects nothing";
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-      const std::string got = i < printed.size() ? printed[i] : "(nothing more)";
-      ASSERT_EQ(got, expected[i].text) << m_script.string() << ":" << expected[i].line;
-    }
-    EXPECT_EQ(printed.size(), expected.size())
-        << "printed beyond the last expectation: "
-        << (printed.size() > expected.size() ? printed[expected.size()] : "");
-  }
-
   fs::path m_script;
 };
 
-const bool kRegistered = [] {
-  for (const auto& entry : fs::directory_iterator(SOURCE_DIRECTORY "/tests/host/scripts")) {
-    if (entry.path().extension() != ".vbs") continue;
-    testing::RegisterTest("HostScript", entry.path().stem().c_str(), nullptr, nullptr, entry.path().c_str(),
-                          1, [path = entry.path()]() -> testing::Test* { return new HostScript(path); });
-  }
-  return true;
-}();
+const bool kRegistered = support::RegisterHostScripts<HostScript>();
 
 TEST(HostScripts, AreFound) { EXPECT_TRUE(kRegistered); }
 

@@ -18,13 +18,16 @@ class Win32Folder {
   Win32Folder() {
     static std::atomic<int> counter = 0;
     m_path = std::filesystem::temp_directory_path() /
-             ("hearthmake-test-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(counter++));
-    RemoveAll();  // what a process of the same number has left
+             ("hearthmake-test-" + std::to_string(GetCurrentProcessId()) + "-" +
+              std::to_string(GetTickCount64()) + "-" + std::to_string(counter++));
     std::filesystem::create_directories(m_path);
   }
   Win32Folder(const Win32Folder&) = delete;
   Win32Folder& operator=(const Win32Folder&) = delete;
-  ~Win32Folder() { RemoveAll(); }
+  ~Win32Folder() {
+    // What a child had open, it has for a moment after its end.
+    for (int i = 0; i < 20 && !RemoveAll(); ++i) Sleep(20);
+  }
 
   std::string Path(std::string_view name = {}) const { return ToText(Place(name)); }
 
@@ -55,13 +58,14 @@ class Win32Folder {
   }
 
   // Read-only files keep their folder from going.
-  void RemoveAll() const {
+  bool RemoveAll() const {
     std::error_code ignored;
     for (auto at = std::filesystem::recursive_directory_iterator(m_path, ignored);
          at != std::filesystem::recursive_directory_iterator(); at.increment(ignored)) {
       if (!at->is_directory(ignored)) SetFileAttributesW(at->path().c_str(), FILE_ATTRIBUTE_NORMAL);
     }
     std::filesystem::remove_all(m_path, ignored);
+    return !std::filesystem::exists(m_path, ignored);
   }
 
   std::filesystem::path m_path;

@@ -210,7 +210,7 @@ TEST_F(ServerTest, TellsOfAFailedRun) {
   });
   const Connected connected(build.Get(), sink.Get());
   EXPECT_FALSE(Run(projects.Get()));
-  EXPECT_NE(message.find("Syntax error"), std::string::npos) << message;
+  EXPECT_NE(message.find("Variable not defined"), std::string::npos) << message;
   EXPECT_EQ(GetObject(build.Get(), &_Build::get_FailedProject).Get(), bad.Get());
 }
 
@@ -278,6 +278,20 @@ TEST_F(ServerTest, ShowsHostObjectsToItsScripts) {
   EXPECT_EQ(scripts->Execute(script.Reference(), &done), S_OK) << TakeError().text;
   EXPECT_EQ(done, VARIANT_TRUE);
   EXPECT_EQ(asked, 1);
+}
+
+TEST_F(ServerTest, LetsItsScriptsCreateClassesOfTheMachine) {
+  const auto build = MakeBuild();
+  const auto scripts = GetObject(build.Get(), &_Build::get_Scripts);
+  Text script(
+      "Set expression = New RegExp : expression.Pattern = \"a+\"\r\n"
+      "If expression.Replace(\"caat\", \"u\") <> \"cut\" Then Err.Raise 5\r\n"
+      "Set found = expression.Execute(\"caat\") : n = 0\r\n"
+      "For Each match In found : n = n + match.Length : Next\r\n"
+      "If n <> 2 Then Err.Raise 6");
+  VARIANT_BOOL done = VARIANT_FALSE;
+  EXPECT_EQ(scripts->Execute(script.Reference(), &done), S_OK) << TakeError().text;
+  EXPECT_EQ(done, VARIANT_TRUE);
 }
 
 TEST_F(ServerTest, KeepsABuildAsLongAsAProjectIsHeld) {

@@ -12,12 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "adapters/posix/DriveMap.hpp"
-#include "adapters/posix/PosixClock.hpp"
-#include "adapters/posix/PosixFileSystem.hpp"
-#include "adapters/posix/PosixSystemInfo.hpp"
+#include "LanguageMachine.hpp"
 #include "automation/Utf.hpp"
-#include "support/PosixFolder.hpp"
 #include "support/ScriptHost.hpp"
 #include "vbscript/Engine.hpp"
 #include "vbscript/values/Conversions.hpp"
@@ -154,27 +150,6 @@ std::string NameLines(const std::vector<std::string>& lines) {
   return source;
 }
 
-// A machine with a folder of its own: C: is drive_c in it, with C:\temp.
-class Machine {
- public:
-  Machine() {
-    m_root.MakeFolder("drive_c/temp");
-    m_root.MakeFolder("drive_c/windows/system32");
-  }
-  platform::Platform Ports() const {
-    const auto drives = std::make_shared<posix::DriveMap>(posix::DriveMap::BuiltIn(m_root.Path()));
-    platform::Platform ports;
-    ports.files = std::make_shared<posix::PosixFileSystem>(drives);
-    ports.clock = std::make_shared<posix::PosixClock>();
-    ports.system = std::make_shared<posix::PosixSystemInfo>(
-        posix::SystemFacts{"C:\\temp\\", "C:\\windows\\system32", "C:\\temp", 10});
-    return ports;
-  }
-
- private:
-  support::PosixFolder m_root;
-};
-
 class LanguageTest : public testing::Test {
  public:
   explicit LanguageTest(std::filesystem::path path) : m_path(std::move(path)) {}
@@ -198,7 +173,7 @@ class LanguageTest : public testing::Test {
   }
 
   static std::optional<Ending> RunScript(const std::string& source, const std::shared_ptr<Output>& output) {
-    const Machine machine;
+    const support::LanguageMachine machine;
     ScriptHost host(machine.Ports());
     std::optional<Ending> ending;
     Engine engine(host);
@@ -278,7 +253,8 @@ std::string TestName(const std::filesystem::path& script, const std::filesystem:
   }
   std::sort(scripts.begin(), scripts.end());
   for (const auto& script : scripts) {
-    testing::RegisterTest("Language", TestName(script, root).c_str(), nullptr, nullptr, script.c_str(), 1,
+    testing::RegisterTest("Language", TestName(script, root).c_str(), nullptr, nullptr,
+                          script.string().c_str(), 1,
                           [script]() -> testing::Test* { return new LanguageTest(script); });
   }
   return true;

@@ -13,13 +13,12 @@
 
 #include "support/ComProcess.hpp"
 #include "support/ComServer.hpp"
+#include "support/HostScripts.hpp"
 
 namespace hearthmake::com {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* kMark = "' expect: ";
 
 constexpr const char* kNeedsHandlers = "' needs event handlers";
 
@@ -46,15 +45,6 @@ std::string Contents(const fs::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::vector<std::string> Expected(const fs::path& script) {
-  std::vector<std::string> expected;
-  for (const std::string& line : Lines(Contents(script))) {
-    const std::size_t mark = line.find(kMark);
-    if (mark != std::string::npos) expected.push_back(line.substr(mark + std::string(kMark).size()));
-  }
-  return expected;
-}
-
 class HostScript : public testing::Test {
  public:
   explicit HostScript(fs::path script) : m_script(std::move(script)) {}
@@ -74,7 +64,7 @@ class HostScript : public testing::Test {
     EXPECT_EQ(RunProcess(win32::ToWide("regsvr32.exe /s /u \"" + path + "\"")).status, 0U);
     std::error_code ignored;
     fs::remove_all(work, ignored);
-    EXPECT_EQ(Lines(WithClassNames(result.output)), Expected(m_script));
+    support::ExpectPrinted(m_script, Lines(WithClassNames(result.output)));
     EXPECT_EQ(result.status, 0U);
   }
 
@@ -95,14 +85,7 @@ class HostScript : public testing::Test {
   fs::path m_script;
 };
 
-const bool kRegistered = [] {
-  for (const auto& entry : fs::directory_iterator(SOURCE_DIRECTORY "/tests/host/scripts")) {
-    if (entry.path().extension() != ".vbs") continue;
-    testing::RegisterTest("HostScript", entry.path().stem().string().c_str(), nullptr, nullptr, __FILE__, 1,
-                          [path = entry.path()]() -> testing::Test* { return new HostScript(path); });
-  }
-  return true;
-}();
+const bool kRegistered = support::RegisterHostScripts<HostScript>();
 
 TEST(HostScripts, AreFound) { EXPECT_TRUE(kRegistered); }
 
