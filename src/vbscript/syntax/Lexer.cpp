@@ -51,7 +51,9 @@ class KeywordTable {
 
  private:
   static constexpr std::size_t kSlots = 256;
-  static constexpr std::size_t Slot(std::uint64_t packed) { return (packed * 0x9E3779B97F4A7C15u) >> 56; }
+  static constexpr std::size_t Slot(std::uint64_t packed) {
+    return static_cast<std::size_t>((packed * 0x9E3779B97F4A7C15u) >> 56);
+  }
   struct Entry {
     std::uint64_t packed = 0;
     TokenKind kind = TokenKind::Identifier;

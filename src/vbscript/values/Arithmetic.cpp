@@ -15,8 +15,6 @@ using automation::VariantType;
 
 namespace {
 
-__extension__ using Wide = __int128;
-
 // The subtype that whole numbers are computed in: the wider of the two, where Empty goes with its partner
 // and truths count as Integer.
 VariantType WholeType(SubtypeSet kinds) {
@@ -113,15 +111,23 @@ void CheckOperands(SubtypeSet kinds) {
   if (kinds.HasAny({VariantType::Array, VariantType::Error})) RaiseRuntime(number::kTypeMismatch);
 }
 
+// Ten-thousandths apart from the whole, so that nothing needs more than 64 bits. All terms have the sign of
+// the product: a sum that overflows stays beyond the range.
 Variant MultiplyCurrency(std::int64_t left, std::int64_t right) {
-  const Wide product = static_cast<Wide>(left) * right;  // hundred-millionths
-  Wide whole = product / 10000;
-  const auto rest = static_cast<std::int64_t>(product % 10000);
-  const bool isOdd = whole % 2 != 0;
-  if (rest > 5000 || (rest == 5000 && isOdd)) ++whole;
-  if (rest < -5000 || (rest == -5000 && isOdd)) --whole;
-  const auto result = static_cast<std::int64_t>(whole);
-  return FromCurrency(whole != result, result);
+  constexpr std::int64_t kUnit = 10000;
+  const std::int64_t rests = (left % kUnit) * (right % kUnit);  // hundred-millionths
+  std::int64_t result = 0;
+  bool hasOverflow = __builtin_mul_overflow(left / kUnit, right / kUnit, &result);
+  hasOverflow |= __builtin_mul_overflow(result, kUnit, &result);
+  const auto add = [&](std::int64_t term) { hasOverflow |= __builtin_add_overflow(result, term, &result); };
+  add((left / kUnit) * (right % kUnit));
+  add((left % kUnit) * (right / kUnit));
+  add(rests / kUnit);
+  const std::int64_t rest = rests % kUnit;
+  const bool isOdd = result % 2 != 0;
+  if (rest > kUnit / 2 || (rest == kUnit / 2 && isOdd)) add(1);
+  if (rest < -kUnit / 2 || (rest == -kUnit / 2 && isOdd)) add(-1);
+  return FromCurrency(hasOverflow, result);
 }
 
 // The two sides of \ and Mod, rounded.

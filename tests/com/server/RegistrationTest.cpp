@@ -85,7 +85,11 @@ bool IsClassSeen() {
 
 class Registration : public testing::Test {
  protected:
-  Registration() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+  Registration() {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    // What a test that was broken off left.
+    Regsvr("/u", server);
+  }
   ~Registration() override {
     CoFreeUnusedLibraries();
     CoUninitialize();
