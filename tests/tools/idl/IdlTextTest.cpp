@@ -100,7 +100,7 @@ TEST(IdlText, WritesTheElevenEventsInTheirOrder) {
           "    [id(2)]\n    void BuildFaild([in, out] _Project** objProject, [in, out] BSTR* strMessage, "
           "[in, out] VARIANT_BOOL* bCompileError);\n"
           "    [id(3)]\n    void BuildCancled([in, out] _Project** objProject);\n"
-          "    [id(4)]\n    void GettingLatestVersion([in, out] _SSProject** objSSProject, "
+          "    [id(4)]\n    void GettingLatestVersion([in, out] IDispatch** objSSProject, "
           "[in, out] VARIANT_BOOL* bCancel);\n"
           "    [id(5)]\n    void MTSEvent([in, out] BSTR* strInfo, [in, out] VARIANT_BOOL* Cancel);\n"
           "    [id(6)]\n    void ProjectAdded([in, out] _Project** NewProject);\n"
