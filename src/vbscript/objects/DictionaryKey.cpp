@@ -7,6 +7,7 @@
 
 #include "vbscript/Errors.hpp"
 #include "vbscript/values/Text16.hpp"
+#include "vbscript/values/WideProduct.hpp"
 
 namespace hearthmake::vbscript {
 
@@ -20,20 +21,10 @@ constexpr std::uint64_t kSecondFactor = 0xD6E8FEB86659FD93;
 constexpr std::size_t kUnitsPerWord = sizeof(std::uint64_t) / sizeof(char16_t);
 
 // One multiplication to twice the width, folded: every bit of the input reaches the low bits of the result.
-#ifdef __SIZEOF_INT128__
 std::uint64_t Mix(std::uint64_t a, std::uint64_t b) {
-  __extension__ using Wide = unsigned __int128;
-  const Wide product = static_cast<Wide>(a) * b;
-  return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+  const WideProduct product = MultiplyWide(a, b);
+  return product.low ^ product.high;
 }
-#else
-// Processors of 32 bits have no such product; the halves crosswise mix as well.
-std::uint64_t Mix(std::uint64_t a, std::uint64_t b) {
-  const std::uint64_t low = (a & 0xFFFFFFFF) * (b >> 32);
-  const std::uint64_t high = (a >> 32) * (b & 0xFFFFFFFF);
-  return (a * b) ^ low ^ (high << 32 | high >> 32);
-}
-#endif
 
 std::uint32_t Finish(std::uint64_t hash) { return static_cast<std::uint32_t>(hash ^ (hash >> 32)); }
 

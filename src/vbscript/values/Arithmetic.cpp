@@ -8,6 +8,7 @@
 #include "vbscript/values/Operand.hpp"
 #include "vbscript/values/Operators.hpp"
 #include "vbscript/values/SubtypeSet.hpp"
+#include "vbscript/values/WideProduct.hpp"
 
 namespace hearthmake::vbscript {
 
@@ -111,23 +112,26 @@ void CheckOperands(SubtypeSet kinds) {
   if (kinds.HasAny({VariantType::Array, VariantType::Error})) RaiseRuntime(number::kTypeMismatch);
 }
 
-// Ten-thousandths apart from the whole, so that nothing needs more than 64 bits. All terms have the sign of
-// the product: a sum that overflows stays beyond the range.
+constexpr std::uint64_t kUnitsOfCurrency = 10'000;
+
+std::uint64_t Magnitude(std::int64_t number) {
+  const auto bits = static_cast<std::uint64_t>(number);
+  return number < 0 ? 0 - bits : bits;
+}
+
 Variant MultiplyCurrency(std::int64_t left, std::int64_t right) {
-  constexpr std::int64_t kUnit = 10000;
-  const std::int64_t rests = (left % kUnit) * (right % kUnit);  // hundred-millionths
-  std::int64_t result = 0;
-  bool hasOverflow = __builtin_mul_overflow(left / kUnit, right / kUnit, &result);
-  hasOverflow |= __builtin_mul_overflow(result, kUnit, &result);
-  const auto add = [&](std::int64_t term) { hasOverflow |= __builtin_add_overflow(result, term, &result); };
-  add((left / kUnit) * (right % kUnit));
-  add((left % kUnit) * (right / kUnit));
-  add(rests / kUnit);
-  const std::int64_t rest = rests % kUnit;
-  const bool isOdd = result % 2 != 0;
-  if (rest > kUnit / 2 || (rest == kUnit / 2 && isOdd)) add(1);
-  if (rest < -kUnit / 2 || (rest == -kUnit / 2 && isOdd)) add(-1);
-  return FromCurrency(hasOverflow, result);
+  const WideProduct product = MultiplyWide(Magnitude(left), Magnitude(right));  // hundred-millionths
+  if (product.high >= kUnitsOfCurrency) return FromCurrency(true, 0);
+  // A division by hand, in digits of 32 bits.
+  const std::uint64_t upper = product.high << 32 | product.low >> 32;
+  const std::uint64_t lower = (upper % kUnitsOfCurrency) << 32 | (product.low & 0xFFFFFFFF);
+  std::uint64_t whole = (upper / kUnitsOfCurrency) << 32 | lower / kUnitsOfCurrency;
+  const std::uint64_t rest = lower % kUnitsOfCurrency;
+  if (rest > kUnitsOfCurrency / 2 || (rest == kUnitsOfCurrency / 2 && whole % 2 != 0)) ++whole;
+  const bool isNegative = (left < 0) != (right < 0);
+  const std::uint64_t largest =
+      std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (isNegative ? 1 : 0);
+  return FromCurrency(whole > largest, static_cast<std::int64_t>(isNegative ? 0 - whole : whole));
 }
 
 // The two sides of \ and Mod, rounded.
