@@ -199,13 +199,14 @@ std::int32_t ComObject::CallThroughVtable(const VtableCall& call, void* const* p
   if (!IsOfThisThread()) return RPC_E_WRONG_THREAD;
   if (!AreAllGiven(call, places)) return E_POINTER;
   const ThreadState::Call running;
-  // The host may drop the object while it works.
+  // The host may drop the object while it works, and this with it.
   const Ref<automation::Object> object = m_object;
+  const GUID iid = m_faces.front()->iid;
   const bool hasResult = call.result.kind != ValueKind::Void;
   void* const result = places[call.slotCount];
   const VARTYPE resultType = TypeOf(call.result);
   if (hasResult) ClearPlace(resultType, result);
-  return Guarded(m_faces.front()->iid, [&] {
+  return Guarded(iid, [&] {
     CallArguments arguments(call.Slots(), places);
     const Variant value = call.invoke(*object, arguments.All());
     arguments.WriteBack();

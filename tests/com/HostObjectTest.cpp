@@ -58,6 +58,19 @@ TEST(HostObject, PassesItsErrorsOn) {
   EXPECT_EQ(shelf->Ask(host.Get(), Text("Nothing"), &result), static_cast<HRESULT>(0x800A01B6));
 }
 
+TEST(HostObject, MayDropTheCallerAndFail) {
+  auto shelf = MakeShelf();
+  const Ref<HostDispatch> host(new HostDispatch([&](DISPID, DISPPARAMS&, VARIANT*, EXCEPINFO* failure) {
+    shelf = nullptr;
+    failure->scode = static_cast<SCODE>(0x800A0035);
+    return DISP_E_EXCEPTION;
+  }));
+  OwnedVariant result;
+  EXPECT_EQ(shelf->Ask(host.Get(), Text("Answer"), &result), static_cast<HRESULT>(0x800A0035));
+  EXPECT_EQ(Shelf::Count(), 0);
+  EXPECT_EQ(ThreadState::CurrentOrNull(), nullptr);
+}
+
 TEST(HostObject, IsReleasedWithTheLastUse) {
   const Ref<HostDispatch> host(new HostDispatch([](auto&&...) { return S_OK; }));
   {
