@@ -129,12 +129,12 @@ struct VtableEntry;
 
 template <auto Function, class Described, class R, class C, class... A>
 struct VtableEntry<Function, Described, R (C::*)(A...)> {
-  using Function0 = void (*)();
-  static Function0 Address() {
+  using EntryPoint = void (*)();
+  static EntryPoint Address() {
     if constexpr (std::is_void_v<R>) {
-      return reinterpret_cast<Function0>(&Call);
+      return reinterpret_cast<EntryPoint>(&Call);
     } else {
-      return reinterpret_cast<Function0>(&CallForResult);
+      return reinterpret_cast<EntryPoint>(&CallForResult);
     }
   }
 
