@@ -56,3 +56,15 @@ add_dependencies(host_tests hearthmake vb6 host_compiler)
 target_compile_definitions(host_tests PRIVATE COMMAND_FILE="Z:$<TARGET_FILE:hearthmake>"
                                               COMPILER_FILE="Z:$<TARGET_FILE:host_compiler>"
                                               STANDIN_FILE="Z:$<TARGET_FILE:vb6>")
+
+hearthmake_windows_tests(com_tests com LIBRARIES hearthmake_com)
+# The library itself, in the hands of a host.
+hearthmake_windows_tests(server_tests com/server LIBRARIES hearthmake_com psapi)
+add_dependencies(server_tests hearthmake_server host_compiler)
+target_include_directories(server_tests PRIVATE $<TARGET_FILE_DIR:hearthmake_server>)
+target_compile_definitions(server_tests PRIVATE SERVER_FILE="Z:$<TARGET_FILE:hearthmake_server>"
+                                                COMPILER_FILE="Z:$<TARGET_FILE:host_compiler>")
+set_tests_properties(server_tests PROPERTIES TIMEOUT 1200)  # a thousand builds
+# The sinks of these tests have no virtual destructors, as COM has it.
+target_compile_options(com_tests PRIVATE -Wno-non-virtual-dtor)
+target_compile_options(server_tests PRIVATE -Wno-non-virtual-dtor)

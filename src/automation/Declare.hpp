@@ -1,10 +1,12 @@
 #pragma once
 
+#include <array>
 #include <initializer_list>
 #include <tuple>
 #include <utility>
 
 #include "automation/Convert.hpp"
+#include "automation/Vtable.hpp"
 
 namespace hearthmake::automation {
 
@@ -20,7 +22,7 @@ struct Argument {
   static constexpr bool kInOut =
       std::is_lvalue_reference_v<A> && !std::is_const_v<std::remove_reference_t<A>>;
   static constexpr bool kOptional = false;
-  static ValueType Type() { return Convert<Value>::Type(); }
+  static constexpr ValueType Type() { return Convert<Value>::Type(); }
 
   explicit Argument(Variant& source) : m_source(source), m_value(Convert<Value>::From(source)) {}
   A Get() {
@@ -43,7 +45,7 @@ template <class T>
 struct Argument<std::optional<T>> {
   static constexpr bool kInOut = false;
   static constexpr bool kOptional = true;
-  static ValueType Type() { return Convert<T>::Type(); }
+  static constexpr ValueType Type() { return Convert<T>::Type(); }
 
   explicit Argument(Variant& source) {
     if (!source.Target().IsMissing()) m_value = Convert<T>::From(source);
@@ -59,7 +61,7 @@ template <class T>
 struct Argument<std::optional<T>&> {
   static constexpr bool kInOut = true;
   static constexpr bool kOptional = true;
-  static ValueType Type() { return Convert<T>::Type(); }
+  static constexpr ValueType Type() { return Convert<T>::Type(); }
 
   explicit Argument(Variant& source) : m_source(source) {
     if (!source.Target().IsMissing()) m_value = Convert<T>::From(source);
@@ -78,7 +80,7 @@ template <PublicClass C>
 struct Argument<C&> {
   static constexpr bool kInOut = false;
   static constexpr bool kOptional = false;
-  static ValueType Type() { return Convert<Ref<C>>::Type(); }
+  static constexpr ValueType Type() { return Convert<Ref<C>>::Type(); }
 
   explicit Argument(Variant& source) : m_value(Convert<Ref<C>>::From(source)) {
     if (!m_value) Raise(RuntimeError::ObjectNotSet, "");
@@ -94,7 +96,7 @@ template <PublicClass C>
 struct Argument<C*> {
   static constexpr bool kInOut = false;
   static constexpr bool kOptional = false;
-  static ValueType Type() { return Convert<Ref<C>>::Type(); }
+  static constexpr ValueType Type() { return Convert<Ref<C>>::Type(); }
 
   explicit Argument(Variant& source) : m_value(Convert<Ref<C>>::From(source)) {}
   C* Get() { return m_value.Get(); }
@@ -108,24 +110,24 @@ struct Argument<C*> {
 template <class R>
 struct Result {
   using Value = std::remove_cvref_t<R>;
-  static ValueType Type() { return Convert<Value>::Type(); }
+  static constexpr ValueType Type() { return Convert<Value>::Type(); }
   static Variant To(const Value& value) { return Convert<Value>::To(value); }
 };
 
 template <>
 struct Result<void> {
-  static ValueType Type() { return {}; }
+  static constexpr ValueType Type() { return {}; }
 };
 
 template <PublicClass C>
 struct Result<C&> {
-  static ValueType Type() { return Convert<Ref<C>>::Type(); }
+  static constexpr ValueType Type() { return Convert<Ref<C>>::Type(); }
   static Variant To(C& value) { return Variant::FromObject(Ref<C>(&value)); }
 };
 
 template <PublicClass C>
 struct Result<C*> {
-  static ValueType Type() { return Convert<Ref<C>>::Type(); }
+  static constexpr ValueType Type() { return Convert<Ref<C>>::Type(); }
   static Variant To(C* value) { return Variant::FromObject(Ref<C>(value)); }
 };
 
@@ -157,10 +159,19 @@ struct Thunk {
   }
 
  private:
+  // An interface that several classes implement is declared with the members of a class beside Object.
+  static typename S::Class& Cast(Object& self) {
+    if constexpr (PublicClass<typename S::Class>) {
+      return static_cast<typename S::Class&>(self);
+    } else {
+      return dynamic_cast<typename S::Class&>(self);
+    }
+  }
+
   template <std::size_t... I>
   static Variant Call(Object& self, [[maybe_unused]] std::span<Variant> arguments,
                       std::index_sequence<I...>) {
-    auto& object = static_cast<typename S::Class&>(self);
+    auto& object = Cast(self);
     typename S::Arguments converted{std::tuple_element_t<I, typename S::Arguments>(arguments[I])...};
     const auto writeBack = [&] { (std::get<I>(converted).WriteBack(), ...); };
     if constexpr (std::is_void_v<typename S::Return>) {
@@ -174,6 +185,30 @@ struct Thunk {
     }
   }
 };
+
+// What a caller through the vtable does not know of the member behind an entry.
+template <auto Function>
+struct VtableMember {
+  using S = Signature<decltype(Function)>;
+  template <std::size_t... I>
+  static constexpr auto Slots(std::index_sequence<I...>) {
+    return std::array<VtableSlot, S::kCount>{
+        VtableSlot{std::tuple_element_t<I, typename S::Arguments>::Type(),
+                   std::tuple_element_t<I, typename S::Arguments>::kInOut}...};
+  }
+  static constexpr auto kSlots = Slots(std::make_index_sequence<S::kCount>());
+  static constexpr VtableCall kCall{&Thunk<Function>::Invoke, kSlots.data(), S::kCount,
+                                    Result<typename S::Return>::Type()};
+};
+
+// A parameter of an event. Handlers get a reference, unless the event says that the value goes.
+struct EventParameter {
+  EventParameter(const char* parameterName, bool byValue = false)  // NOLINT(google-explicit-constructor)
+      : name(parameterName), isByValue(byValue) {}
+  const char* name;
+  bool isByValue;
+};
+inline constexpr bool kByValue = true;
 
 // Builds the declaration of a class, member by member in interface order:
 //   Declare("Build", "_Build", iid, clsid).let<&Build::SetName>("Name").get<&Build::Name>("Name") …
@@ -196,6 +231,36 @@ class Declare {
   Declare&& let(const char* name, std::initializer_list<const char*> parameters = {},
                 const char* help = "") && {
     return std::move(*this).template Entry<Function>(name, MemberKind::Let, parameters, help);
+  }
+  template <auto Function>
+  Declare&& set(const char* name, std::initializer_list<const char*> parameters = {},
+                const char* help = "") && {
+    return std::move(*this).template Entry<Function>(name, MemberKind::Set, parameters, help);
+  }
+  // An event: a member function that its listeners override. There is nothing to invoke.
+  template <auto Function>
+  Declare&& event(const char* name, std::initializer_list<EventParameter> parameters = {}) && {
+    Member member;
+    member.name = name;
+    member.id = kNextId;
+    member.parameters = Signature<decltype(Function)>::Parameters();
+    auto declared = parameters.begin();
+    for (Parameter& parameter : member.parameters) {
+      parameter.name = declared->name;
+      parameter.isInOut = !declared->isByValue;
+      ++declared;
+    }
+    m_interface.Add(std::move(member));
+    return std::move(*this);
+  }
+  // A further interface of the class, and the interface of its events.
+  Declare&& implements(Interface::Described further) && {
+    m_interface.Implement(further);
+    return std::move(*this);
+  }
+  Declare&& source(Interface::Described events) && {
+    m_interface.SetSource(events);
+    return std::move(*this);
   }
   // The next entry is the default member.
   Declare&& byDefault() && {
@@ -221,7 +286,7 @@ class Declare {
     member.id = std::exchange(m_id, kNextId);
     member.help = help;
     member.parameters = S::Parameters();
-    if (kind == MemberKind::Let) {
+    if (kind == MemberKind::Let || kind == MemberKind::Set) {
       member.value = member.parameters.back().type;
       member.parameters.pop_back();
     } else {
@@ -229,8 +294,9 @@ class Declare {
     }
     auto parameterName = names.begin();
     for (Parameter& parameter : member.parameters) parameter.name = *parameterName++;
-    member.isHidden = member.id == kNewEnumMember;
+    member.isRestricted = member.id == kNewEnumMember;
     member.invoke = &Thunk<Function>::Invoke;
+    member.vtableEntry = VtableEntry<Function, VtableMember<Function>>::Address();
     m_interface.Add(std::move(member));
     return std::move(*this);
   }

@@ -65,15 +65,16 @@ struct Member {
   std::vector<Parameter> parameters;  // of a Let or Set without the value
   ValueType value;                    // the result, or the value of a Let or Set
   std::string help;
-  bool isHidden = false;
+  bool isRestricted = false;  // not for people: the enumerator
   Variant (*invoke)(Object& self, std::span<Variant> arguments) = nullptr;
+  void (*vtableEntry)() = nullptr;  // see automation/Vtable.hpp; null for events
 
   std::size_t RequiredArguments() const;
   std::size_t ArgumentCount() const;
 };
 
-// The declaration of a public class: the one table from which late-bound dispatch (and later the type
-// library and the vtable of the COM face) comes. Made by Declare, see automation/Declare.hpp.
+// The declaration of a public class: the one table from which late-bound dispatch, the type library and the
+// vtable of the COM face come. Made by Declare, see automation/Declare.hpp.
 class Interface {
  public:
   Interface(std::string name, std::string interfaceName, std::string iid, std::string clsid);
@@ -84,6 +85,11 @@ class Interface {
   // Empty for a class that a host can't create.
   const std::string& ClassId() const { return m_clsid; }
   const std::vector<Member>& Members() const { return m_members; }
+  // The further interfaces of the class.
+  using Described = const Interface& (*)();
+  const std::vector<Described>& Implemented() const { return m_implemented; }
+  // The events of the class, each a member of its own; null for a class without.
+  const Interface* Source() const { return m_source == nullptr ? nullptr : &m_source(); }
 
   // The id of a member, by name without regard to case.
   std::optional<std::int32_t> Find(std::string_view name) const;
@@ -94,6 +100,8 @@ class Interface {
   Variant Invoke(Object& self, std::int32_t id, InvokeKind kind, std::span<Variant> arguments) const;
 
   void Add(Member member);
+  void Implement(Described further) { m_implemented.push_back(further); }
+  void SetSource(Described events) { m_source = events; }
 
  private:
   Variant InvokeWithSurplus(Object& self, const Member& member, std::span<Variant> arguments) const;
@@ -103,6 +111,8 @@ class Interface {
   std::string m_iid;
   std::string m_clsid;
   std::vector<Member> m_members;
+  std::vector<Described> m_implemented;
+  Described m_source = nullptr;
   std::unordered_map<std::string, std::int32_t> m_ids;  // by lower-case name
   // By id and kind, a place for each: 0 for none, else the index of the member and 1. Looked at in every
   // late-bound call.

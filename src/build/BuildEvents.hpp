@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "automation/Interface.hpp"
 #include "automation/Variant.hpp"
 
 namespace hearthmake {
@@ -15,6 +16,8 @@ class SSProject;
 // them. An error that a handler throws ends the step as an error of the step itself.
 class BuildEvents {
  public:
+  static const automation::Interface& Describe();
+
   BuildEvents() = default;
   BuildEvents(const BuildEvents&) = delete;
   BuildEvents& operator=(const BuildEvents&) = delete;

@@ -29,7 +29,7 @@ Members PropertiesOf(const Interface& declaration, MemberKind kind) {
   Members members;
   for (const Member& member : declaration.Members()) {
     const bool isValue = member.value.kind != ValueKind::Object && member.parameters.empty();
-    if (member.kind == kind && isValue && !member.isHidden) members.push_back(&member);
+    if (member.kind == kind && isValue && !member.isRestricted) members.push_back(&member);
   }
   return members;
 }

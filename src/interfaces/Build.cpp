@@ -8,6 +8,7 @@ const automation::Interface& Build::Describe() {
   static const automation::Interface kInterface =
       automation::Declare("Build", "_Build", "{ADFA1845-E46A-4D29-87BB-32BF0F4DD63D}",
                           "{9E03676D-1E0D-45EA-BCBF-F50B645AD350}")
+          .source(&BuildEvents::Describe)
           .let<&Build::SetName>("Name")
           .get<&Build::Name>("Name")
           .get<&Build::StartDllBaseAddress>("StartDllBaseAddress")

@@ -9,6 +9,7 @@ const automation::Interface& Project::Describe() {
   static const automation::Interface kInterface =
       automation::Declare("Project", "_Project", "{FF21E6F2-773A-4C43-BE0A-AB0F46D9CC4C}",
                           "{57148EA4-1BBC-4FE6-B38B-D4849DA5B470}")
+          .implements(&IReportItem::Describe)
           .get<&Project::FileSizeExe32>("FileSizeExe32")
           .get<&Project::Id>("Id")
           .get<&Project::Properties>("Properties")

@@ -1,5 +1,7 @@
 #include "interfaces/PublicClasses.hpp"
 
+#include <cstdio>
+
 #include "automation/Text.hpp"
 #include "build/Build.hpp"
 #include "build/Builds.hpp"
@@ -16,7 +18,8 @@ namespace hearthmake {
 
 namespace {
 
-constexpr std::string_view kLibrary = "Hearthmake.";
+constexpr Library kLibrary = {"Hearthmake", "Hearthmake Business objects",
+                              "{48440E24-4B05-4406-A20A-2845BB294865}", 1, 0};
 
 template <class T>
 automation::Ref<automation::Object> Create() {
@@ -45,6 +48,17 @@ constexpr PublicClass kClasses[] = {
 
 }  // namespace
 
+const Library& PublicLibrary() { return kLibrary; }
+
+std::string CoclassId(const automation::Interface& declared) {
+  if (!declared.ClassId().empty()) return declared.ClassId();
+  std::string id = declared.InterfaceId();
+  const auto first = static_cast<std::uint32_t>(std::stoul(id.substr(1, 8), nullptr, 16));
+  char text[9];
+  std::snprintf(text, sizeof text, "%08X", static_cast<unsigned>(first + 1));
+  return id.replace(1, 8, text);
+}
+
 std::span<const PublicClass> PublicClasses() { return kClasses; }
 
 std::span<const automation::Enumeration* const> PublicEnumerations() {
@@ -66,8 +80,11 @@ std::span<const automation::Enumeration* const> PublicEnumerations() {
 }
 
 const PublicClass* FindPublicClass(std::string_view progId) {
-  if (!automation::EqualsIgnoreCaseAscii(progId.substr(0, kLibrary.size()), kLibrary)) return nullptr;
-  const std::string_view name = progId.substr(kLibrary.size());
+  const std::string_view library = kLibrary.name;
+  const auto dot = progId.find('.');
+  if (dot == std::string_view::npos) return nullptr;
+  if (!automation::EqualsIgnoreCaseAscii(progId.substr(0, dot), library)) return nullptr;
+  const std::string_view name = progId.substr(dot + 1);
   for (const PublicClass& entry : kClasses) {
     if (automation::EqualsIgnoreCaseAscii(entry.describe().Name(), name)) return &entry;
   }

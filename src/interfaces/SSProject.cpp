@@ -11,6 +11,7 @@ const automation::Interface& SSProject::Describe() {
       "database.";
   static const automation::Interface kInterface =
       automation::Declare("SSProject", "_SSProject", "{BD3A9489-4FEA-4DD1-8B09-E950133A364A}")
+          .implements(&IReportItem::Describe)
           .let<&SSProject::SetUser>("User")
           .get<&SSProject::User>("User")
           .let<&SSProject::SetProject>("Project")

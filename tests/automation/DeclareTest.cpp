@@ -150,7 +150,7 @@ TEST(Declare, TellsTheParametersOfItsMembers) {
 
 TEST(Declare, TheEnumeratorIsHiddenUnderItsReservedId) {
   EXPECT_EQ(Sample::Describe().Find("NewEnum"), kNewEnumMember);
-  EXPECT_TRUE(Sample::Describe().Members().front().isHidden);
+  EXPECT_TRUE(Sample::Describe().Members().front().isRestricted);
 }
 
 TEST(Declare, ConvertsArgumentsAsVisualBasicDoes) {

@@ -29,8 +29,8 @@ namespace {
 vbs::Services MakeServices() {
   vbs::Services services;
   services.createObject = [](std::string_view progId) -> automation::Ref<automation::Object> {
-    const PublicClass* found = FindPublicClass(progId);
-    return found == nullptr || found->create == nullptr ? nullptr : found->create();
+    const PublicClass* found = FindCreatableClass(progId);
+    return found == nullptr ? nullptr : found->create();
   };
   services.showMessage = [](std::string_view prompt, std::int32_t style, std::string_view /*title*/) {
     Console(true).Note(Printable(prompt));

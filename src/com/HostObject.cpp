@@ -1,0 +1,201 @@
+#include "com/HostObject.hpp"
+
+#include <deque>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "adapters/win32/WideText.hpp"
+#include "automation/Error.hpp"
+#include "automation/Text.hpp"
+#include "com/Failure.hpp"
+#include "com/ThreadState.hpp"
+#include "com/VariantConversion.hpp"
+
+namespace hearthmake::com {
+
+namespace {
+
+using automation::InvokeKind;
+using automation::Ref;
+using automation::RuntimeError;
+using automation::Variant;
+
+// Names of members are English for whoever asks.
+constexpr LCID kEnglish = 0x0409;
+
+WORD FlagsOf(InvokeKind kind) {
+  switch (kind) {
+    case InvokeKind::Call:  // who calls by name can't tell a method from a property with arguments
+    case InvokeKind::Get: return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+    case InvokeKind::Let: return DISPATCH_PROPERTYPUT;
+    case InvokeKind::Set: return DISPATCH_PROPERTYPUTREF;
+  }
+  return 0;
+}
+
+// The arguments of a call as IDispatch takes them: from the last to the first. What is a reference goes as
+// one to a VARIANT, and its target gets what the host leaves there.
+class Arguments {
+ public:
+  explicit Arguments(std::span<Variant> arguments)
+      : m_arguments(arguments), m_values(arguments.size()), m_passed(arguments.size()) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      static_cast<VARIANT&>(m_values[i]) = ToVariant(arguments[i]);
+      VARIANT& passed = m_passed[arguments.size() - 1 - i];
+      passed = m_values[i];
+      if (arguments[i].Type() != automation::VariantType::ByReference) continue;
+      passed = {};
+      passed.vt = VT_BYREF | VT_VARIANT;
+      passed.pvarVal = &m_values[i];
+    }
+  }
+
+  DISPPARAMS Parameters(bool hasValue) {
+    DISPPARAMS parameters = {m_passed.data(), nullptr, static_cast<UINT>(m_passed.size()), 0};
+    if (hasValue) {
+      parameters.rgdispidNamedArgs = &m_valueId;
+      parameters.cNamedArgs = 1;
+    }
+    return parameters;
+  }
+
+  void WriteBack() {
+    for (std::size_t i = 0; i < m_arguments.size(); ++i) {
+      if (m_arguments[i].Type() != automation::VariantType::ByReference) continue;
+      m_arguments[i].Target() = FromVariant(m_values[i]);
+    }
+  }
+
+ private:
+  std::span<Variant> m_arguments;
+  std::vector<OwnedVariant> m_values;
+  std::vector<VARIANT> m_passed;
+  DISPID m_valueId = DISPID_PROPERTYPUT;
+};
+
+// Walks a collection of the host's.
+class HostEnumerator final : public automation::Enumerator {
+ public:
+  explicit HostEnumerator(Ref<IEnumVARIANT> items) : m_items(std::move(items)) {}
+  bool Next(Variant& item) override {
+    OwnedVariant next;
+    ULONG fetched = 0;
+    if (m_items->Next(1, &next, &fetched) != S_OK || fetched != 1) return false;
+    item = FromVariant(next);
+    return true;
+  }
+
+ private:
+  Ref<IEnumVARIANT> m_items;
+};
+
+// Numbers for the names of members, from 1; without regard to case.
+class NameTable {
+ public:
+  std::int32_t IdOf(std::string_view name) {
+    const std::lock_guard lock(m_mutex);
+    const auto [entry, isNew] =
+        m_ids.emplace(automation::Lower(name), static_cast<std::int32_t>(m_names.size() + 1));
+    if (isNew) m_names.emplace_back(name);
+    return entry->second;
+  }
+  std::string NameOf(std::int32_t id) {
+    const std::lock_guard lock(m_mutex);
+    const auto index = static_cast<std::size_t>(id) - 1;
+    return index < m_names.size() ? m_names[index] : "";
+  }
+
+ private:
+  std::mutex m_mutex;
+  std::unordered_map<std::string, std::int32_t> m_ids;
+  std::deque<std::string> m_names;
+};
+
+// Of the process: a script's engine keeps ids longer than any object lives.
+NameTable& Names() {
+  static NameTable names;
+  return names;
+}
+
+}  // namespace
+
+HostObject::HostObject(Ref<IUnknown> identity) : m_identity(std::move(identity)) {
+  IDispatch* dispatch = nullptr;
+  if (SUCCEEDED(m_identity->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&dispatch)))) {
+    m_dispatch = Ref<IDispatch>::Adopt(dispatch);
+  }
+}
+
+HostObject::~HostObject() {
+  if (ThreadState* state = ThreadState::CurrentOrNull()) state->Forget(m_identity.Get(), *this);
+}
+
+const automation::Interface& HostObject::Declaration() const {
+  static const automation::Interface kInterface("Object", "", "", "");
+  return kInterface;
+}
+
+IUnknown* HostObject::Give() const {
+  IUnknown* given = m_dispatch ? static_cast<IUnknown*>(m_dispatch.Get()) : m_identity.Get();
+  given->AddRef();
+  return given;
+}
+
+std::optional<std::int32_t> HostObject::FindMember(std::string_view name) const {
+  const std::int32_t id = Names().IdOf(name);
+  return OwnId(id) ? std::optional(id) : std::nullopt;
+}
+
+std::optional<DISPID> HostObject::OwnId(std::int32_t id) const {
+  if (!m_dispatch) return std::nullopt;
+  if (id <= 0) return id;  // automation's reserved ones
+  const auto known = m_ids.find(id);
+  if (known != m_ids.end()) return known->second;
+  std::wstring name = win32::ToWide(Names().NameOf(id));
+  LPOLESTR names[] = {name.data()};
+  DISPID own = DISPID_UNKNOWN;
+  if (FAILED(m_dispatch->GetIDsOfNames(IID_NULL, names, 1, kEnglish, &own))) return std::nullopt;
+  m_ids[id] = own;
+  return own;
+}
+
+Variant HostObject::Invoke(std::int32_t member, InvokeKind kind, std::span<Variant> arguments) {
+  const auto id = OwnId(member);
+  if (!id) automation::Raise(RuntimeError::MemberNotFound, "");
+  const Ref<IDispatch> dispatch = m_dispatch;  // the call may end this object
+  Arguments converted(arguments);
+  const bool hasValue = kind == InvokeKind::Let || kind == InvokeKind::Set;
+  DISPPARAMS parameters = converted.Parameters(hasValue);
+  OwnedVariant result;
+  EXCEPINFO failure = {};
+  const auto call = [&](WORD flags) {
+    UINT wrongArgument = 0;
+    return dispatch->Invoke(*id, IID_NULL, kEnglish, flags, &parameters, hasValue ? nullptr : &result,
+                            &failure, &wrongArgument);
+  };
+  HRESULT outcome = call(FlagsOf(kind));
+  // An object is often assigned to a property that takes it as a value.
+  if (kind == InvokeKind::Set && outcome == DISP_E_MEMBERNOTFOUND) outcome = call(DISPATCH_PROPERTYPUT);
+  if (FAILED(outcome)) throw FailureOf(outcome, failure);
+  converted.WriteBack();
+  return FromVariant(result);
+}
+
+Ref<automation::Enumerator> HostObject::Enumerate() {
+  if (!m_dispatch) return nullptr;
+  DISPPARAMS none = {};
+  OwnedVariant result;
+  if (FAILED(m_dispatch->Invoke(DISPID_NEWENUM, IID_NULL, kEnglish, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                                &none, &result, nullptr, nullptr))) {
+    return nullptr;
+  }
+  if ((result.vt != VT_UNKNOWN && result.vt != VT_DISPATCH) || result.punkVal == nullptr) return nullptr;
+  IEnumVARIANT* items = nullptr;
+  if (FAILED(result.punkVal->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&items)))) {
+    return nullptr;
+  }
+  return automation::Make<HostEnumerator>(Ref<IEnumVARIANT>::Adopt(items));
+}
+
+}  // namespace hearthmake::com
