@@ -23,7 +23,7 @@ std::uint64_t Mix(std::uint64_t state) {
 // A hash is enough: nobody attacks the identifiers of a test run.
 std::array<std::uint8_t, 16> Digest(std::string_view seed, std::string_view purpose) {
   std::array<std::uint8_t, 16> digest{};
-  for (std::uint64_t half = 0; half < 2; ++half) {
+  for (std::size_t half = 0; half < 2; ++half) {
     std::uint64_t state = 0xCBF29CE484222325ULL + half;
     for (const std::string_view part : {seed, std::string_view("\0", 1), purpose}) {
       for (const char c : part) state = (state ^ static_cast<unsigned char>(c)) * 0x100000001B3ULL;
