@@ -41,8 +41,7 @@ Ref<Object> CreateOfMachine(std::string_view progId) {
 }
 
 Ref<Object> CreateForScripts(std::string_view progId) {
-  const PublicClass* found = FindPublicClass(progId);
-  if (found != nullptr && found->create != nullptr) return found->create();
+  if (const PublicClass* found = FindCreatableClass(progId)) return found->create();
   return CreateOfMachine(progId);
 }
 

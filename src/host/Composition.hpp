@@ -28,8 +28,8 @@ class Composition {
   std::string ToDosPath(const std::string& systemPath) const;
   // The system's path; nothing where the DOS path leads nowhere.
   std::optional<std::string> ToSystemPath(const std::string& dosPath) const;
-  // The catalogs of component services.
-  const catalog::CatalogFile& Catalog() const { return *m_catalog; }
+  // The file that stands for the catalogs of component services; HostError where they are the system's own.
+  const catalog::CatalogFile& Catalog() const;
   // Called several times a second while the library waits for a child.
   void OnTick(std::function<void()> tick);
   // Called for each file that comes from source control.

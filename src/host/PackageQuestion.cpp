@@ -1,19 +1,19 @@
 #include "host/PackageQuestion.hpp"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <iostream>
 
 #include "foundation/Settings.hpp"
 #include "host/HostError.hpp"
 #include "host/Packages.hpp"
+#include "host/Terminal.hpp"
 
 namespace hearthmake::host {
 
 namespace {
 
-bool IsTerminal() { return isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1; }
+bool CanAsk() { return IsTerminal(StandardStream::Input) && IsTerminal(StandardStream::Output); }
 
 std::string Choices(const std::vector<Package>& packages) {
   std::string text;
@@ -47,7 +47,7 @@ bool Ask(Session& session, Build& build, const Project& project, const std::stri
 }  // namespace
 
 void AskForPackages(Session& session, Build& build, const ProjectList& projects) {
-  if (projects.empty() || !IsTerminal() || !session.LibrarySettings()->AskForMTSPackage()) return;
+  if (projects.empty() || !CanAsk() || !session.LibrarySettings()->AskForMTSPackage()) return;
   const std::vector<Package> packages = AllPackages(build);
   if (packages.empty()) return;
   const std::string choices = Choices(packages);

@@ -96,6 +96,8 @@ std::optional<std::string> Composition::ToSystemPath(const std::string& dosPath)
   return m_system->drives->ToPosix(dosPath);
 }
 
+const catalog::CatalogFile& Composition::Catalog() const { return *m_catalog; }
+
 void Composition::OnTick(std::function<void()> tick) { m_pump->OnTick(std::move(tick)); }
 
 std::shared_ptr<platform::SourceControl> Composition::MakeSources() const {

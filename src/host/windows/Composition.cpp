@@ -65,6 +65,11 @@ std::string Composition::ToDosPath(const std::string& systemPath) const {
 
 std::optional<std::string> Composition::ToSystemPath(const std::string& dosPath) const { return dosPath; }
 
+const catalog::CatalogFile& Composition::Catalog() const {
+  throw HostError("The catalogs of component services are those of Windows here.",
+                  "Component Services (dcomcnfg) shows what is installed.");
+}
+
 void Composition::OnTick(std::function<void()> tick) {
   m_pump->OnTick([messages = &m_system->messages, tick = std::move(tick)] {
     messages->DeliverPending();
