@@ -14,6 +14,13 @@ namespace {
 
 using automation::Decimal;
 
+template <class T>
+void Remove(T& member) {
+  member.BeginEdit();
+  member.Delete();
+  member.ApplyEdit();
+}
+
 // Gives the owner's side of a member up.
 template <class T>
 void Drop(automation::Held<T>& member) {
@@ -21,6 +28,17 @@ void Drop(automation::Held<T>& member) {
   member->ReleaseMembers();
   member->SetOwner(nullptr);
   member = {};
+}
+
+// A load that fails leaves none behind.
+template <class T>
+T& LoadAtFirstUse(automation::Held<T>& member, Build& build) {
+  if (!member) {
+    const auto collection = automation::Make<T>(build);
+    collection->Load();
+    member = automation::Held<T>(collection);
+  }
+  return *member;
 }
 
 template <class T>
@@ -54,27 +72,11 @@ void Build::SetStartDllBaseAddress(std::int32_t value) {
   m_record.dirty = true;
 }
 
-hearthmake::Projects& Build::Projects() {
-  if (!m_projects) {
-    // A load that fails leaves none behind.
-    const auto projects = automation::Make<hearthmake::Projects>(*this);
-    projects->Load();
-    m_projects = automation::Held<hearthmake::Projects>(projects);
-  }
-  return *m_projects;
-}
-
+hearthmake::Projects& Build::Projects() { return LoadAtFirstUse(m_projects, *this); }
 hearthmake::SSProjects& Build::SSProjects() { return MakeAtFirstUse(m_ssProjects, *this); }
-hearthmake::MTSPackages& Build::MTSPackages() { return MakeAtFirstUse(m_mtsPackages, *this); }
-hearthmake::COMApplications& Build::COMApplications() { return MakeAtFirstUse(m_comApplications, *this); }
-hearthmake::Scripts& Build::Scripts() {
-  if (!m_scripts) {
-    const auto scripts = automation::Make<hearthmake::Scripts>(*this);
-    scripts->Load();
-    m_scripts = automation::Held<hearthmake::Scripts>(scripts);
-  }
-  return *m_scripts;
-}
+hearthmake::MTSPackages& Build::MTSPackages() { return LoadAtFirstUse(m_mtsPackages, *this); }
+hearthmake::COMApplications& Build::COMApplications() { return LoadAtFirstUse(m_comApplications, *this); }
+hearthmake::Scripts& Build::Scripts() { return LoadAtFirstUse(m_scripts, *this); }
 
 void Build::Load(std::int32_t lngBuildId) {
   const auto row = modDatabase::OpenRow("SELECT * FROM Build WHERE id = ", lngBuildId);
@@ -161,12 +163,9 @@ void Build::DeleteBuild() {
 }
 
 void Build::DeleteMembers() {
-  while (Projects().Count() > 0) {
-    const auto project = Projects().Item(automation::Variant::FromLong(1));
-    project->BeginEdit();
-    project->Delete();
-    project->ApplyEdit();
-  }
+  while (Projects().Count() > 0) Remove(*Projects().Item(automation::Variant::FromLong(1)));
+  MTSPackages().Load();  // rows that came through COMApplications since
+  while (MTSPackages().Count() > 0) Remove(*MTSPackages().Item(automation::Variant::FromLong(1)));
   const auto database = modDatabase::GetDatabase();
   database->Execute("DELETE FROM Scripts WHERE BuildID =" + Decimal(m_id));
   database->Execute("DELETE FROM Build WHERE id = " + Decimal(m_id));

@@ -40,7 +40,7 @@ class Build final : public automation::Object, public automation::EventSource {
   void SetStartDllBaseAddress(std::int32_t value);
   // Key of the row; 0 until first saved.
   std::int32_t Id() const { return m_id; }
-  // The collections come to life when first read; the projects are loaded then.
+  // The collections come to life when first read; their members are loaded then.
   hearthmake::Projects& Projects();
   // be_BuildNotFound, source "Build.Load", "Build not found!".
   void Load(std::int32_t lngBuildId);

@@ -12,10 +12,6 @@ namespace {
 
 constexpr std::int32_t kFullProgress = 100;
 
-// The kinds of entries that callers of the report tell apart.
-constexpr std::int32_t kHeaderEntry = 1;
-constexpr std::int32_t kClosingEntry = 2;
-
 }  // namespace
 
 void Build::AddSink(BuildEvents& sink) { m_sinks.push_back(&sink); }

@@ -12,8 +12,6 @@ namespace {
 // The first Windows with COM+.
 constexpr std::int32_t kFirstWithComPlus = 5;
 
-constexpr std::int32_t kHeaderEntry = 1;
-
 }  // namespace
 
 bool Projects::Build(bool bResume) {

@@ -1,26 +1,22 @@
 #include "deployment/COMApplications.hpp"
 
-#include "automation/Error.hpp"
 #include "build/Build.hpp"
-#include "foundation/KeyedCollection.hpp"
 
 namespace hearthmake {
 
-COMApplications::COMApplications(hearthmake::Build& build) : m_build(&build) { SetOwner(&build); }
-
-automation::Variant COMApplications::Item(const automation::Variant& vIndex) const {
-  KeyedCollection<automation::Object>("COMApplications.item").Item(vIndex);
-  return {};
+automation::Ref<COMApplication> COMApplications::Item(const automation::Variant& vIndex) const {
+  return automation::Ref<COMApplication>(&static_cast<COMApplication&>(Find(vIndex)));
 }
 
-automation::Ref<automation::Enumerator> COMApplications::NewEnum() {
-  return automation::Make<CollectionEnumerator<automation::Object>>(
-      std::vector<automation::Ref<automation::Object>>());
+automation::Ref<COMApplication> COMApplications::Create() {
+  return automation::Ref<COMApplication>(&static_cast<COMApplication&>(*CreateDefinition()));
 }
 
 void COMApplications::ShutDownAll() {
+  const automation::Ref<COMApplications> self(this);  // an event handler may drop the build
   bool cancel = false;
-  m_build->RaiseMTSEvent("Shutting down COM+ Applications", cancel);
+  ParentBuild().RaiseMTSEvent("Shutting down COM+ Applications", cancel);
+  for (const auto& application : All()) static_cast<COMApplication&>(*application).ShoutDown();
 }
 
 }  // namespace hearthmake

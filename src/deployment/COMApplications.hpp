@@ -1,35 +1,30 @@
 #pragma once
 
-#include <cstdint>
-
-#include "automation/Object.hpp"
+#include "deployment/COMApplication.hpp"
+#include "deployment/PackageDefinitions.hpp"
 
 namespace hearthmake {
 
-class Build;
-
-// The COM+ applications of a build. None can be kept yet: the collection is empty.
-class COMApplications final : public automation::Object {
+// The COM+ applications of a build.
+class COMApplications final : public PackageDefinitions {
  public:
   static const automation::Interface& Describe();
   const automation::Interface& Declaration() const override { return Describe(); }
 
-  explicit COMApplications(hearthmake::Build& build);
+  explicit COMApplications(hearthmake::Build& build) : PackageDefinitions(build, "COMApplications.item") {}
 
-  // Error 9 for every position and 5 for every key: there are no members.
-  automation::Variant Item(const automation::Variant& vIndex) const;
-  std::int32_t Count() const { return 0; }
-  automation::Ref<automation::Enumerator> NewEnum();
-  automation::Ref<automation::Enumerator> Enumerate() override { return NewEnum(); }
-  hearthmake::Build* Parent() const { return m_build; }
+  // By position from 1 (error 9) or by id as text (error 5).
+  automation::Ref<COMApplication> Item(const automation::Variant& vIndex) const;
+  // A new application with this parent, which is listed once it is saved.
+  automation::Ref<COMApplication> Create();
 
   // Shuts down every application before a run, so that none holds a binary open.
   void ShutDownAll();
 
-  void ReleaseMembers() { m_build = nullptr; }
-
  private:
-  hearthmake::Build* m_build;  // null once released
+  automation::Ref<PackageDefinition> MakeDefinition() const override {
+    return automation::Make<COMApplication>();
+  }
 };
 
 }  // namespace hearthmake

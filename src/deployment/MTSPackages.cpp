@@ -1,21 +1,13 @@
 #include "deployment/MTSPackages.hpp"
 
-#include "automation/Error.hpp"
-#include "build/Build.hpp"
-#include "foundation/KeyedCollection.hpp"
-
 namespace hearthmake {
 
-MTSPackages::MTSPackages(hearthmake::Build& build) : m_build(&build) { SetOwner(&build); }
-
-automation::Variant MTSPackages::Item(const automation::Variant& vIndex) const {
-  KeyedCollection<automation::Object>("MTSPackages.item").Item(vIndex);
-  return {};
+automation::Ref<MTSPackage> MTSPackages::Item(const automation::Variant& vIndex) const {
+  return automation::Ref<MTSPackage>(&static_cast<MTSPackage&>(Find(vIndex)));
 }
 
-automation::Ref<automation::Enumerator> MTSPackages::NewEnum() {
-  return automation::Make<CollectionEnumerator<automation::Object>>(
-      std::vector<automation::Ref<automation::Object>>());
+automation::Ref<MTSPackage> MTSPackages::Create() {
+  return automation::Ref<MTSPackage>(&static_cast<MTSPackage&>(*CreateDefinition()));
 }
 
 }  // namespace hearthmake

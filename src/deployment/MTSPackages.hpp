@@ -1,32 +1,27 @@
 #pragma once
 
-#include <cstdint>
-
-#include "automation/Object.hpp"
+#include "deployment/MTSPackage.hpp"
+#include "deployment/PackageDefinitions.hpp"
 
 namespace hearthmake {
 
-class Build;
-
-// The MTS packages of a build. None can be kept yet: the collection is empty.
-class MTSPackages final : public automation::Object {
+// The MTS packages of a build.
+class MTSPackages final : public PackageDefinitions {
  public:
   static const automation::Interface& Describe();
   const automation::Interface& Declaration() const override { return Describe(); }
 
-  explicit MTSPackages(hearthmake::Build& build);
+  explicit MTSPackages(hearthmake::Build& build) : PackageDefinitions(build, "MTSPackages.item") {}
 
-  // Error 9 for every position and 5 for every key: there are no members.
-  automation::Variant Item(const automation::Variant& vIndex) const;
-  std::int32_t Count() const { return 0; }
-  automation::Ref<automation::Enumerator> NewEnum();
-  automation::Ref<automation::Enumerator> Enumerate() override { return NewEnum(); }
-  hearthmake::Build* Parent() const { return m_build; }
-
-  void ReleaseMembers() { m_build = nullptr; }
+  // By position from 1 (error 9) or by id as text (error 5).
+  automation::Ref<MTSPackage> Item(const automation::Variant& vIndex) const;
+  // A new package with this parent, which is listed once it is saved.
+  automation::Ref<MTSPackage> Create();
 
  private:
-  hearthmake::Build* m_build;  // null once released
+  automation::Ref<PackageDefinition> MakeDefinition() const override {
+    return automation::Make<MTSPackage>();
+  }
 };
 
 }  // namespace hearthmake

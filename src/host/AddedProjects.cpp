@@ -7,7 +7,7 @@
 namespace hearthmake::host {
 
 void AddedProjects::ProjectAdded(Project& NewProject) {
-  ++m_count;
+  m_projects.emplace_back(&NewProject);
   m_console.Out(fmt::format("Added {}  {}\n", Printable(NewProject.Name()), NewProject.ProjectPath()));
 }
 

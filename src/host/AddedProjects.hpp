@@ -5,6 +5,7 @@
 #include "build/Build.hpp"
 #include "build/BuildEvents.hpp"
 #include "host/Console.hpp"
+#include "host/ProjectGraph.hpp"
 
 namespace hearthmake::host {
 
@@ -17,12 +18,13 @@ class AddedProjects final : public BuildEvents {
   ~AddedProjects() override { m_build.RemoveSink(*this); }
 
   void ProjectAdded(Project& NewProject) override;
-  std::size_t Count() const { return m_count; }
+  std::size_t Count() const { return m_projects.size(); }
+  const ProjectList& Projects() const { return m_projects; }
 
  private:
   Build& m_build;
   const Console& m_console;
-  std::size_t m_count = 0;
+  ProjectList m_projects;
 };
 
 // How many projects a build has, and how many references there are between them: "12 projects, 20

@@ -10,6 +10,8 @@
 
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
+#include "host/Packages.hpp"
+#include "host/Properties.hpp"
 #include "host/Session.hpp"
 #include "host/commands/Commands.hpp"
 
@@ -30,7 +32,7 @@ constexpr const char* kEpilogue =
     "\n"
     "A BUILD is an id or a name, a PROJECT a name or an id. Paths may be POSIX or DOS paths.\n"
     "Each command has its own help: hearthmake build --help\n"
-    "Exit status: 0 done, 1 the build failed, 2 wrong usage or input, 3 cancelled.";
+    "Exit status: 0 done, 1 the build failed, or a deployment, 2 wrong usage or input, 3 cancelled.";
 
 // The words of the command with their options. Parsing fills the arguments and leaves the action to run.
 class Words {
@@ -41,6 +43,7 @@ class Words {
     AddProjectWords();
     AddRunWords();
     AddOutputWords();
+    AddDeploymentWords();
     AddScriptWord();
     AddSettingWords();
   }
@@ -231,6 +234,96 @@ class Words {
     AddProjects(word, m_distribute.projects);
   }
 
+  void AddDeploymentWords() {
+    AddPackagesWord();
+    CLI::App* word =
+        Add("deploy",
+            "Bring the packages of a build, with the binaries of their projects, into the catalog of\n"
+            "COM+ applications or MTS packages, and export those with an ExportPath. Exit status 1\n"
+            "when it failed.",
+            "hearthmake deploy Shop Orders", m_deploy, &DeployCommand);
+    AddBuild(word, m_deploy.build);
+    word->add_option("PACKAGE", m_deploy.packages, "names or ids of packages; without any, all");
+    word->add_flag("--mts", m_deploy.mts, "to MTS instead of COM+");
+    AddJson(word, m_deploy.json, "print each event as a line of JSON");
+
+    word = Add("catalog",
+               "Show what is installed in the catalog; with BUILD, where it differs from what a deployment\n"
+               "of the build would make of an empty one (exit status 1 when it does).",
+               "hearthmake catalog Shop", m_catalog, &CatalogCommand);
+    word->add_option("BUILD", m_catalog.build, "id or name of a build to compare with");
+    word->add_flag("--mts", m_catalog.mts, "the packages of MTS instead of the applications of COM+");
+    word->add_option("--unprotect", m_catalog.unprotect,
+                     "let NAME be changed and removed again, which DisableChanges or DisableDelete forbid")
+        ->type_name("NAME");
+    word->add_option("--remove", m_catalog.remove, "take NAME out of the catalog, protected or not")
+        ->type_name("NAME")
+        ->excludes("--unprotect");
+    AddJson(word, m_catalog.json);
+  }
+
+  void AddPackagesWord() {
+    CLI::App* word = Add(
+        "packages",
+        "List the packages of a build: what a catalog of component services gets of it, and which of its\n"
+        "projects go there. The same package is an MTS package and a COM+ application.",
+        "hearthmake packages Shop add Orders --Description 'The order desk' --Shutdowntime 10", m_packages,
+        &PackagesCommand);
+    AddBuild(word, m_packages.build);
+    AddJson(word, m_packages.json, "print JSON (list and show)");
+
+    AddPackagesAction(word, "list", "List the packages with their projects.", PackagesAction::List);
+    CLI::App* action =
+        AddPackagesAction(word, "show", "Show all properties of a package.", PackagesAction::Show);
+    AddPackage(action);
+    action = AddPackagesAction(word, "add", "Make a package.", PackagesAction::Add);
+    action->add_option("NAME", m_packages.package, "its name, up to 50 characters")->required();
+    AddPackageProperties(action, false);
+    action = AddPackagesAction(word, "edit", "Set properties of a package.", PackagesAction::Edit);
+    AddPackage(action);
+    AddPackageProperties(action, true);
+    action = AddPackagesAction(word, "assign", "Put projects into a package, or into none.",
+                               PackagesAction::Assign);
+    action
+        ->add_option("PACKAGE PROJECT...", m_packages.words,
+                     "a package, then the projects; behind --none projects")
+        ->required();
+    action->add_flag("--none", m_packages.none, "take the projects out of their packages");
+    action =
+        AddPackagesAction(word, "remove", "Remove a package that no project is in.", PackagesAction::Remove);
+    AddPackage(action);
+  }
+
+  CLI::App* AddPackagesAction(CLI::App* packages, const char* name, const char* description,
+                              PackagesAction action) {
+    CLI::App* word = packages->add_subcommand(name, description);
+    word->fallthrough();
+    word->parse_complete_callback([this, action] { m_packages.action = action; });
+    return word;
+  }
+
+  void AddPackage(CLI::App* word) {
+    word->add_option("PACKAGE", m_packages.package, "name or id of the package")->required();
+  }
+
+  void AddPackageProperties(CLI::App* word, bool withName) {
+    for (const PackageProperty& property : SettablePackageProperties()) {
+      const std::string& name = property.member->name;
+      if (name == "Name" && !withName) continue;
+      word->add_option_function<std::string>(
+              "--" + name,
+              [this, name](const std::string& value) { m_packages.values.emplace_back(name, value); },
+              property.isOfMts ? "of MTS only" : "")
+          ->ignore_case()
+          ->take_last()
+          ->type_name(ChoicesText(*property.member));
+    }
+    word->add_flag("--password", m_packages.password, "ask for the password of User on the terminal");
+    word->add_flag("--password-stdin", m_packages.passwordFromInput,
+                   "take it from the first line of standard input")
+        ->excludes("--password");
+  }
+
   void AddScriptWord() {
     CLI::App* word =
         Add("script",
@@ -276,6 +369,9 @@ class Words {
   RegisterArguments m_unregister;
   DistributeArguments m_distribute;
   ScriptsArguments m_scripts;
+  PackagesArguments m_packages;
+  DeployArguments m_deploy;
+  CatalogArguments m_catalog;
   ScriptArguments m_script;
   SetArguments m_set;
   SettingsArguments m_settings;

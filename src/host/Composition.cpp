@@ -1,9 +1,12 @@
 #include "host/Composition.hpp"
 
+#include "adapters/catalog/FileComPlusCatalogs.hpp"
+#include "adapters/catalog/FileMtsCatalogs.hpp"
 #include "adapters/posix/IniSettingsStore.hpp"
 #include "adapters/posix/PosixClock.hpp"
 #include "adapters/posix/PosixFileSystem.hpp"
 #include "adapters/posix/PosixProcessLauncher.hpp"
+#include "adapters/posix/PosixSharedFile.hpp"
 #include "adapters/posix/PosixShell.hpp"
 #include "adapters/posix/RegistryStore.hpp"
 #include "adapters/posix/WineRegistry.hpp"
@@ -59,7 +62,10 @@ vbs::Services MakeServices() {
 }  // namespace
 
 Composition::Composition(const HostSettings& settings)
-    : m_drives(std::make_shared<posix::DriveMap>(settings.Drives())), m_apartment(FillPlatform(settings)) {}
+    : m_drives(std::make_shared<posix::DriveMap>(settings.Drives())),
+      m_catalog(std::make_shared<catalog::CatalogFile>(std::make_shared<posix::PosixSharedFile>(
+          settings.DataFolder() + "/catalog.json", catalog::CatalogFile::kLargest))),
+      m_apartment(FillPlatform(settings)) {}
 
 Composition::~Composition() = default;
 
@@ -89,8 +95,15 @@ platform::Platform Composition::FillPlatform(const HostSettings& settings) {
       [drives = m_drives](std::string_view path) { return drives->ToPosix(path).value_or(""); });
   ports.settings = std::make_shared<posix::IniSettingsStore>(posix::IniSettingsStore::DefaultPath());
   ports.clock = std::make_shared<posix::PosixClock>();
+  AddCatalogs(ports);
   ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeServices());
   return ports;
+}
+
+void Composition::AddCatalogs(platform::Platform& ports) const {
+  const auto components = std::make_shared<catalog::ComponentReader>(ports.files, ports.typeLibs);
+  ports.mtsCatalogs = std::make_shared<catalog::FileMtsCatalogs>(m_catalog, components);
+  ports.comPlusCatalogs = std::make_shared<catalog::FileComPlusCatalogs>(m_catalog, components);
 }
 
 }  // namespace hearthmake::host

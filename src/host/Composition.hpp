@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "adapters/catalog/CatalogFile.hpp"
 #include "adapters/posix/DriveMap.hpp"
 #include "foundation/Apartment.hpp"
 #include "host/HostSettings.hpp"
@@ -22,14 +23,18 @@ class Composition {
   ~Composition();
 
   const posix::DriveMap& Drives() const { return *m_drives; }
+  // The catalogs of component services.
+  const catalog::CatalogFile& Catalog() const { return *m_catalog; }
   // Called several times a second while the library waits for a child.
   void OnTick(std::function<void()> tick);
 
  private:
   platform::Platform FillPlatform(const HostSettings& settings);
+  void AddCatalogs(platform::Platform& ports) const;
 
   std::shared_ptr<posix::DriveMap> m_drives;
   std::shared_ptr<HostEventPump> m_pump;
+  std::shared_ptr<const catalog::CatalogFile> m_catalog;
   Apartment m_apartment;
 };
 

@@ -1,13 +1,11 @@
 #include "host/JsonDisplay.hpp"
 
 #include <fmt/format.h>
-#include <time.h>
 
-#include <cmath>
 #include <nlohmann/json.hpp>
 
 #include "automation/Variant.hpp"
-#include "host/Json.hpp"
+#include "host/JsonEvent.hpp"
 #include "project/Project.hpp"
 
 namespace hearthmake::host {
@@ -15,18 +13,6 @@ namespace hearthmake::host {
 namespace {
 
 using nlohmann::ordered_json;
-
-std::string UtcNow() {
-  timespec now{};
-  clock_gettime(CLOCK_REALTIME, &now);
-  tm parts{};
-  gmtime_r(&now.tv_sec, &parts);
-  return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}Z", parts.tm_year + 1900, parts.tm_mon + 1,
-                     parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec, now.tv_nsec / 1'000'000);
-}
-
-// Milliseconds are enough, and a shorter line.
-double Rounded(double seconds) { return std::round(seconds * 1000) / 1000; }
 
 ordered_json Names(Project* project) {
   if (project == nullptr) return {{"project", nullptr}};
@@ -49,9 +35,7 @@ JsonDisplay::JsonDisplay(const Console& console, Build& build, std::size_t proje
     : RunDisplay(projectsToCompile), m_console(console), m_build(build), m_buildName(build.Name()) {}
 
 void JsonDisplay::Print(const char* event, const ordered_json& details) const {
-  ordered_json line = {{"event", event}, {"time", UtcNow()}};
-  line.update(details);
-  m_console.Out(JsonText(line) + "\n");
+  PrintEvent(m_console, event, details);
 }
 
 void JsonDisplay::BuildStart(bool bResume) {
@@ -68,7 +52,7 @@ void JsonDisplay::ShowWillCompile(Project& project) {
 void JsonDisplay::ShowCompiled(Project& project) {
   ordered_json details = Names(&project);
   details["binary"] = project.FullPath32();
-  details["seconds"] = Rounded(ProjectSeconds());
+  details["seconds"] = RoundedSeconds(ProjectSeconds());
   Print("ProjectCompiled", details);
 }
 
@@ -79,14 +63,14 @@ void JsonDisplay::ShowFailed(Project* project, const std::string& message, bool 
   if (message.starts_with("Script Error: ")) AddScript(m_build, details);
   details["cancelled"] = Result() == RunResult::Cancelled;
   details["compiled"] = Compiled();
-  details["seconds"] = Rounded(Seconds());
+  details["seconds"] = RoundedSeconds(Seconds());
   Print("BuildFaild", details);
 }
 
 void JsonDisplay::ShowCancelled(Project& project) { Print("BuildCancled", Names(&project)); }
 
 void JsonDisplay::ShowComplete() {
-  Print("BuildComplete", {{"compiled", Compiled()}, {"seconds", Rounded(Seconds())}});
+  Print("BuildComplete", {{"compiled", Compiled()}, {"seconds", RoundedSeconds(Seconds())}});
 }
 
 void JsonDisplay::Finish() {

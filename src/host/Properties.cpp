@@ -132,9 +132,24 @@ std::string ValueText(const Member& property, const Variant& value) {
   }
 }
 
+std::string ChoicesText(const Member& property) {
+  switch (property.value.kind) {
+    case ValueKind::Boolean: return "true|false";
+    case ValueKind::Integer:
+    case ValueKind::Long: return "NUMBER";
+    case ValueKind::Enum: {
+      std::string names;
+      for (const auto& [name, value] : property.value.enumeration().members)
+        names += (names.empty() ? "" : "|") + name;
+      return names;
+    }
+    default: return "TEXT";
+  }
+}
+
 PathKind PathKindOf(std::string_view property) {
-  static constexpr std::array<std::string_view, 4> kAbsolute = {"ProjectPath", "CopyPath", "VBExe",
-                                                                "BuildReport"};
+  static constexpr std::array<std::string_view, 5> kAbsolute = {"ProjectPath", "CopyPath", "VBExe",
+                                                                "BuildReport", "ExportPath"};
   static constexpr std::array<std::string_view, 3> kOfProject = {"Path32", "CompatibleEXE32", "HelpFile"};
   const auto isAmong = [&](const auto& names) {
     return std::find(names.begin(), names.end(), property) != names.end();

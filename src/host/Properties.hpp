@@ -25,6 +25,9 @@ automation::Variant ParseValue(const automation::Member& property, const std::st
 // The other way: enumerations by name, dates as 2001-03-24 13:05:00 (nothing for none).
 std::string ValueText(const automation::Member& property, const automation::Variant& value);
 
+// What may be typed, for help: "true|false", the names of an enumeration, "NUMBER" or "TEXT".
+std::string ChoicesText(const automation::Member& property);
+
 // What kind of path a property's text is, if it is one.
 enum class PathKind {
   None,

@@ -12,7 +12,9 @@ const automation::Interface& COMApplications::Describe() {
           .get<&COMApplications::Item>("item", {"vIndex"})
           .get<&COMApplications::Count>("Count")
           .newEnum<&COMApplications::NewEnum>()
+          .method<&COMApplications::Create>("Create")
           .get<&COMApplications::Parent>("Parent")
+          .method<&COMApplications::CreateAllPackages>("CreateAllPackages")
           .build();
   return kInterface;
 }

@@ -12,7 +12,9 @@ const automation::Interface& MTSPackages::Describe() {
           .get<&MTSPackages::Item>("item", {"vIndex"})
           .get<&MTSPackages::Count>("Count")
           .newEnum<&MTSPackages::NewEnum>()
+          .method<&MTSPackages::Create>("Create")
           .get<&MTSPackages::Parent>("Parent")
+          .method<&MTSPackages::CreateAllPackages>("CreateAllPackages")
           .build();
   return kInterface;
 }

@@ -22,11 +22,26 @@ struct Layer {
 
 const std::vector<Layer>& Layers() {
   static const std::vector<Layer> kLayers = {
-      {"automation", 0, false},    {"platform", 1, false},       {"adapters/posix", 2, true},
-      {"adapters/win32", 2, true}, {"adapters/sqlite", 2, true}, {"adapters/typelib", 2, true},
-      {"adapters/vbs", 2, true},   {"foundation", 2, true},      {"vbscript", 2, true},
-      {"build", 3, false},         {"project", 3, false},        {"sourcecontrol", 3, false},
-      {"scripting", 3, false},     {"deployment", 3, false},     {"interfaces", 4, false},
+      {"automation", 0, false},
+      {"platform", 1, false},
+      {"adapters/posix", 2, true},
+      {"adapters/win32", 2, true},
+      {"adapters/sqlite", 2, true},
+      {"adapters/typelib", 2, true},
+      {"adapters/vbs", 2, true},
+      {"adapters/catalog", 2, true},
+      {"adapters/componentservices", 2, true},
+      {"adapters/dao", 2, true},
+      {"adapters/scriptcontrol", 2, true},
+      {"adapters/sourcesafe", 2, true},
+      {"foundation", 2, true},
+      {"vbscript", 2, true},
+      {"build", 3, false},
+      {"project", 3, false},
+      {"sourcecontrol", 3, false},
+      {"scripting", 3, false},
+      {"deployment", 3, false},
+      {"interfaces", 4, false},
       {"host", 5, false},
   };
   return kLayers;
@@ -34,11 +49,18 @@ const std::vector<Layer>& Layers() {
 
 bool IsAdapter(const Layer& layer) { return layer.folder.starts_with("adapters/"); }
 
+// The adapters over automation objects of a Windows machine call them with what adapters/win32 has for it.
+bool IsLateBound(const Layer& layer) {
+  return layer.folder == "adapters/componentservices" || layer.folder == "adapters/dao" ||
+         layer.folder == "adapters/scriptcontrol" || layer.folder == "adapters/sourcesafe";
+}
+
 // What a folder may use of the layers below beside the level rule: an adapter never knows the core, and the
 // script engine is reached through its adapter.
 bool MayInclude(const Layer& from, const Layer& to) {
   if (from.folder == to.folder) return true;
   if (to.folder == "vbscript") return from.folder == "adapters/vbs" || from.folder == "host";
+  if (to.folder == "adapters/win32" && IsLateBound(from)) return true;
   if (IsAdapter(to)) return from.folder == "host";
   if (to.level == from.level) return !from.isApart && !to.isApart;
   return to.level < from.level;

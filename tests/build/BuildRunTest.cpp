@@ -432,9 +432,10 @@ TEST(BuildRun, AListenerMayAddAProjectWhichIsNotCompiledInTheSameRun) {
 
 TEST(BuildRun, AFailureWhileAResultIsStoredFailsTheProject) {
   RunScene scene;
-  scene.build->Projects();
-  modDatabase::CloseDatabase();
-  scene.WriteBytes("C:\\data\\Build.mdb", "damaged meanwhile, so that nothing can be stored any more");
+  scene.events.On("WillCompile A", [&](bool&) {
+    modDatabase::CloseDatabase();
+    scene.WriteBytes("C:\\data\\Build.mdb", "damaged meanwhile, so that nothing can be stored any more");
+  });
   EXPECT_FALSE(scene.Run());
   EXPECT_EQ(scene.events.heard.back(), "BuildFaild A other error: The database is unavailable.");
 }

@@ -94,7 +94,9 @@ TEST(Build, EveryGetterCanBeCalledByNameOnAFreshObject) {
       Ref<automation::Object>(&build->Projects()),
       Ref<automation::Object>(&build->SSProjects()),
       Ref<automation::Object>(&build->MTSPackages()),
+      build->MTSPackages().Create(),
       Ref<automation::Object>(&build->COMApplications()),
+      build->COMApplications().Create(),
       Ref<automation::Object>(&build->Scripts()),
       Ref<automation::Object>(&mTypes::GetSettingNames()),
   };

@@ -193,6 +193,52 @@ TEST(Interfaces, BuildsAndProjectsHaveTheirMembersInOrder) {
   EXPECT_EQ(Line(projects[6]), "call GetByName(sProjectName String) Project");
 }
 
+TEST(Interfaces, PackagesAndApplicationsOfABuildHaveTheirMembersInOrder) {
+  const auto expect = [](const Interface& declared, const std::string& item) {
+    const auto& members = declared.Members();
+    ASSERT_EQ(members.size(), 6U) << declared.Name();
+    EXPECT_EQ(Line(members[0]), "get item(vIndex Variant) " + item);
+    EXPECT_EQ(Line(members[1]), "get Count() Long");
+    EXPECT_EQ(members[2].name, "NewEnum");
+    EXPECT_EQ(Line(members[3]), "call Create() " + item);
+    EXPECT_EQ(Line(members[4]), "get Parent() Build");
+    EXPECT_EQ(Line(members[5]), "call CreateAllPackages() Boolean");
+  };
+  expect(MTSPackages::Describe(), "MTSPackage");
+  expect(COMApplications::Describe(), "COMApplication");
+}
+
+TEST(Interfaces, MTSPackageHasItsMembersInOrder) {
+  EXPECT_EQ(Listing(MTSPackage::Describe()),
+            "call CreatePackage() Boolean\ncall RemovePackage() \n" +
+                Expand("User lg String\nExportPath gl String\nName lg String\nDescription lg String\n"
+                       "Authorization lg Boolean\nLeaveRunningIdle lg Boolean\nShutdowntime lg Long\n"
+                       "Password lg String\nDisableDelete gl Boolean\nDisableChanges lg Boolean\n"
+                       "LibraryPackage gl Boolean\nId g Long\n") +
+                "call BeginEdit() \ncall ApplyEdit() \ncall Delete() \ncall CancelEdit() \n" +
+                Expand("Skip gl Boolean\n"));
+}
+
+TEST(Interfaces, COMApplicationHasItsMembersInOrder) {
+  EXPECT_EQ(Listing(COMApplication::Describe()),
+            "call CreatePackage() Boolean\n" +
+                Expand("User l String\nExportPath gl String\nUser g String\nName lg String\n"
+                       "Description lg String\nAutentication lg AutenticationLevels\n"
+                       "LeaveRunningIdle l Boolean\nCreateNew gl Boolean\nLeaveRunningIdle g Boolean\n"
+                       "Shutdowntime lg Long\nPassword lg String\nDisableDelete gl Boolean\n"
+                       "DisableChanges lg Boolean\nLibraryPackage gl Boolean\nIsSystem gl Boolean\n"
+                       "AccessChecksLevel gl Long\nApplicationAccessChecksEnabled gl Boolean\n"
+                       "CRMEnabled gl Boolean\nGigSupportEnabled gl Boolean\n"
+                       "AuthenticationCapability gl Long\nQueuingEnabled gl Boolean\n"
+                       "QueueListenerEnabled gl Boolean\nEventsEnabled gl Boolean\nId g Long\n"
+                       "ImpersonationLevel gl ImpersonationLevels\nCommandLine gl String\n"
+                       "ApplicationProxyServerName gl String\nCRMLogFile gl String\n"
+                       "ExportOptions gl COMApplicationExportOptions\nApplicationProxy gl Boolean\n") +
+                "call BeginEdit() \ncall ApplyEdit() \ncall Delete() \ncall CancelEdit() \n"
+                "call ShoutDown() \n" +
+                Expand("Skip gl Boolean\n"));
+}
+
 TEST(Interfaces, ScriptsHasItsMembersInOrder) {
   EXPECT_EQ(Listing(Scripts::Describe()),
             Expand("BeforeSourceSafe gl String\nBeforeComplie gl String\nBeforeProjectComplie gl String\n"

@@ -91,6 +91,38 @@ class HostCommand {
     return result;
   }
 
+  // On a terminal on which somebody answers: each answer is typed, with a line end, when its prompt has come.
+  // An answer of "^C" or "^D" is that key.
+  CommandResult RunDialog(Arguments arguments,
+                          const std::vector<std::pair<std::string, std::string>>& answers) {
+    arguments.insert(arguments.begin(), {"--data", Data()});
+    const winsize size{24, 200, 0, 0};
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, &size);
+    if (child == 0) Become(arguments);
+    CommandResult result;
+    std::size_t next = 0;
+    std::size_t seen = 0;
+    char buffer[4096];
+    for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;) {
+      result.out.append(buffer, static_cast<std::size_t>(count));
+      while (next < answers.size()) {
+        const std::size_t prompt = result.out.find(answers[next].first, seen);
+        if (prompt == std::string::npos) break;
+        seen = prompt + answers[next].first.size();
+        const std::string& answer = answers[next++].second;
+        const std::string keys = answer == "^C" ? "\x03" : answer == "^D" ? "\x04" : answer + "\n";
+        // What is typed before the terminal was made silent would be dropped: the prompt comes after that.
+        if (write(terminal, keys.data(), keys.size()) < 0) break;
+      }
+    }
+    close(terminal);
+    int status = 0;
+    waitpid(child, &status, 0);
+    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+  }
+
   std::string Data() const { return root.Path("data"); }
   std::string Source(const std::string& name) const { return root.Path("src/" + name); }
 

@@ -2,6 +2,7 @@
 
 #include "automation/Error.hpp"
 #include "host/AddedProjects.hpp"
+#include "host/PackageQuestion.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {
@@ -33,6 +34,7 @@ ExitStatus AddCommand(Session& session, const AddArguments& arguments) {
     }
     // A reference may be to a project that came later.
     if (added.Count() > 0) build->AutoDetectReferences();
+    AskForPackages(session, *build, added.Projects());
   }
   session.Out().Out(fmt::format("{}: {}.\n", Printable(build->Name()), SizeText(*build)));
   return isComplete ? ExitStatus::Done : ExitStatus::WrongInput;

@@ -7,6 +7,7 @@
 #include "host/Interrupt.hpp"
 #include "host/JsonDisplay.hpp"
 #include "host/RunJournal.hpp"
+#include "host/SinkGuard.hpp"
 #include "host/TextDisplay.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/CompileOrder.hpp"
@@ -14,19 +15,6 @@
 namespace hearthmake::host {
 
 namespace {
-
-// Sinks stay in the build for as long as they live, whatever happens in between.
-class SinkGuard {
- public:
-  SinkGuard(Build& build, BuildEvents& sink) : m_build(build), m_sink(sink) { build.AddSink(sink); }
-  SinkGuard(const SinkGuard&) = delete;
-  SinkGuard& operator=(const SinkGuard&) = delete;
-  ~SinkGuard() { m_build.RemoveSink(m_sink); }
-
- private:
-  Build& m_build;
-  BuildEvents& m_sink;
-};
 
 // What compiled in another process can't be marked as compiled here. It is left out of the run instead:
 // not to be compiled, by an edit that is never stored.
@@ -79,15 +67,6 @@ std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, bool asJ
   return std::make_unique<TextDisplay>(session, build, count);
 }
 
-// A report that can't be written has been told of by the run already.
-void EndReport(Build& build, RunResult result) {
-  try {
-    build.StopReporting(result == RunResult::Complete);
-  } catch (const automation::Error&) {
-    return;
-  }
-}
-
 RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildArguments& arguments) {
   const bool resumes = Resumes(session, journal, arguments.resume);
   std::unique_ptr<LeftOut> leftOut;
@@ -104,7 +83,7 @@ RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildAr
   session.Library().OnTick([&] { display->Tick(); });
   build.Projects().Build(resumes);
   session.Library().OnTick({});
-  EndReport(build, display->Result());
+  EndReport(build, display->Result() == RunResult::Complete);
   display->Finish();
   return display->Result();
 }

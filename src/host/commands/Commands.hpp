@@ -117,6 +117,37 @@ struct BasesArguments {
 };
 ExitStatus BasesCommand(Session& session, const BasesArguments& arguments);
 
+enum class PackagesAction { List, Show, Add, Edit, Assign, Remove };
+struct PackagesArguments {
+  std::string build;
+  PackagesAction action = PackagesAction::List;
+  std::string package;                                      // a name or id; of a new one its name
+  std::vector<std::pair<std::string, std::string>> values;  // of properties, as they were typed
+  bool password = false;                                    // asked for
+  bool passwordFromInput = false;
+  std::vector<std::string> words;  // of assign: package and projects
+  bool none = false;               // of assign: words are projects that go into no package
+  bool json = false;
+};
+ExitStatus PackagesCommand(Session& session, const PackagesArguments& arguments);
+
+struct DeployArguments {
+  std::string build;
+  std::vector<std::string> packages;  // none: all
+  bool mts = false;                   // else COM+
+  bool json = false;
+};
+ExitStatus DeployCommand(Session& session, const DeployArguments& arguments);
+
+struct CatalogArguments {
+  std::string build;  // empty: what is installed; else how it differs from this build
+  bool mts = false;   // else COM+
+  bool json = false;
+  std::string unprotect;  // a package by name or key
+  std::string remove;     // the same
+};
+ExitStatus CatalogCommand(Session& session, const CatalogArguments& arguments);
+
 struct ScriptArguments {
   std::vector<std::string> words;  // everything behind the command's word
 };

@@ -4,6 +4,7 @@
 #include "host/BinaryState.hpp"
 #include "host/Json.hpp"
 #include "host/Numbers.hpp"
+#include "host/Packages.hpp"
 #include "host/Properties.hpp"
 #include "host/ReferenceText.hpp"
 #include "host/commands/Commands.hpp"
@@ -63,10 +64,17 @@ void ShowBuild(Session& session, Build& build, bool asJson) {
                         Printable(project->ProjectPath()));
   }
   if (projects.empty()) text += "No projects yet. Add some with: hearthmake add BUILD FILE...\n";
+  auto packages = ordered_json::array();
+  for (const Package& package : AllPackages(build)) {
+    packages.push_back({{"id", package->Id()}, {"name", package->Name()}});
+    text += fmt::format("{}{:>4}  {:<24} {}\n", packages.size() == 1 ? "Packages\n" : "", package->Id(),
+                        Printable(package->Name()), Printable(NamesOf(ProjectsOf(build, *package))));
+  }
   const ordered_json json = {{"id", build.Id()},
                              {"name", build.Name()},
                              {"startDllBaseAddress", build.StartDllBaseAddress()},
-                             {"projects", std::move(projects)}};
+                             {"projects", std::move(projects)},
+                             {"packages", std::move(packages)}};
   session.Out().Out(asJson ? JsonText(json, 2) + "\n" : text);
 }
 

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "host/Console.hpp"
+
+namespace hearthmake::host {
+
+// An event for programs: one line of JSON on standard output, with the event's name and time (UTC) and what
+// came with it.
+void PrintEvent(const Console& console, const char* event, const nlohmann::ordered_json& details);
+
+// Milliseconds are enough, and a shorter line.
+double RoundedSeconds(double seconds);
+
+}  // namespace hearthmake::host

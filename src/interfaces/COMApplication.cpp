@@ -1,0 +1,78 @@
+#include "deployment/COMApplication.hpp"
+
+#include "automation/Declare.hpp"
+
+namespace hearthmake {
+
+const automation::Interface& COMApplication::Describe() {
+  static const automation::Interface kInterface =
+      automation::Declare("COMApplication", "_COMApplication", "{1B045391-A61A-4A2D-86CD-C882962EB6BA}")
+          .method<&COMApplication::CreatePackage>("CreatePackage")
+          // The halves of two properties stand apart, which is the order of the interface.
+          .let<&COMApplication::SetUser>("User")
+          .get<&COMApplication::ExportPath>("ExportPath")
+          .let<&COMApplication::SetExportPath>("ExportPath")
+          .get<&COMApplication::User>("User")
+          .let<&COMApplication::SetName>("Name")
+          .get<&COMApplication::Name>("Name")
+          .let<&COMApplication::SetDescription>("Description")
+          .get<&COMApplication::Description>("Description")
+          .let<&COMApplication::SetAutentication>("Autentication")
+          .get<&COMApplication::Autentication>("Autentication")
+          .let<&COMApplication::SetLeaveRunningIdle>("LeaveRunningIdle")
+          .get<&COMApplication::CreateNew>("CreateNew")
+          .let<&COMApplication::SetCreateNew>("CreateNew")
+          .get<&COMApplication::LeaveRunningIdle>("LeaveRunningIdle")
+          .let<&COMApplication::SetShutdowntime>("Shutdowntime")
+          .get<&COMApplication::Shutdowntime>("Shutdowntime")
+          .let<&COMApplication::SetPassword>("Password")
+          .get<&COMApplication::Password>("Password")
+          .get<&COMApplication::DisableDelete>("DisableDelete")
+          .let<&COMApplication::SetDisableDelete>("DisableDelete")
+          .let<&COMApplication::SetDisableChanges>("DisableChanges")
+          .get<&COMApplication::DisableChanges>("DisableChanges")
+          .get<&COMApplication::LibraryPackage>("LibraryPackage")
+          .let<&COMApplication::SetLibraryPackage>("LibraryPackage")
+          .get<&COMApplication::IsSystem>("IsSystem")
+          .let<&COMApplication::SetIsSystem>("IsSystem")
+          .get<&COMApplication::AccessChecksLevel>("AccessChecksLevel")
+          .let<&COMApplication::SetAccessChecksLevel>("AccessChecksLevel")
+          .get<&COMApplication::ApplicationAccessChecksEnabled>("ApplicationAccessChecksEnabled")
+          .let<&COMApplication::SetApplicationAccessChecksEnabled>("ApplicationAccessChecksEnabled")
+          .get<&COMApplication::CRMEnabled>("CRMEnabled")
+          .let<&COMApplication::SetCRMEnabled>("CRMEnabled")
+          .get<&COMApplication::GigSupportEnabled>("GigSupportEnabled")
+          .let<&COMApplication::SetGigSupportEnabled>("GigSupportEnabled")
+          .get<&COMApplication::AuthenticationCapability>("AuthenticationCapability")
+          .let<&COMApplication::SetAuthenticationCapability>("AuthenticationCapability")
+          .get<&COMApplication::QueuingEnabled>("QueuingEnabled")
+          .let<&COMApplication::SetQueuingEnabled>("QueuingEnabled")
+          .get<&COMApplication::QueueListenerEnabled>("QueueListenerEnabled")
+          .let<&COMApplication::SetQueueListenerEnabled>("QueueListenerEnabled")
+          .get<&COMApplication::EventsEnabled>("EventsEnabled")
+          .let<&COMApplication::SetEventsEnabled>("EventsEnabled")
+          .get<&COMApplication::Id>("Id")
+          .get<&COMApplication::ImpersonationLevel>("ImpersonationLevel")
+          .let<&COMApplication::SetImpersonationLevel>("ImpersonationLevel")
+          .get<&COMApplication::CommandLine>("CommandLine")
+          .let<&COMApplication::SetCommandLine>("CommandLine")
+          .get<&COMApplication::ApplicationProxyServerName>("ApplicationProxyServerName")
+          .let<&COMApplication::SetApplicationProxyServerName>("ApplicationProxyServerName")
+          .get<&COMApplication::CRMLogFile>("CRMLogFile")
+          .let<&COMApplication::SetCRMLogFile>("CRMLogFile")
+          .get<&COMApplication::ExportOptions>("ExportOptions")
+          .let<&COMApplication::SetExportOptions>("ExportOptions")
+          .get<&COMApplication::ApplicationProxy>("ApplicationProxy")
+          .let<&COMApplication::SetApplicationProxy>("ApplicationProxy")
+          .method<&COMApplication::BeginEdit>("BeginEdit")
+          .method<&COMApplication::ApplyEdit>("ApplyEdit")
+          .method<&COMApplication::Delete>("Delete")
+          .method<&COMApplication::CancelEdit>("CancelEdit")
+          .method<&COMApplication::ShoutDown>("ShoutDown")
+          .get<&COMApplication::Skip>("Skip")
+          .let<&COMApplication::SetSkip>("Skip")
+          .build();
+  return kInterface;
+}
+
+}  // namespace hearthmake
