@@ -129,7 +129,8 @@ class DispatchDouble : public IDispatch {
     if (id < 0 || static_cast<std::size_t>(id) >= m_members.size()) return DISP_E_MEMBERNOTFOUND;
     const Member& member = m_members[static_cast<std::size_t>(id)];
     const bool isLet = (flags & DISPATCH_PROPERTYPUT) != 0;
-    const Entry& entry = isLet ? member.let : (flags & member.readFlag) != 0 ? member.read : kNone;
+    if (!isLet && (flags & member.readFlag) == 0) return DISP_E_MEMBERNOTFOUND;
+    const Entry& entry = isLet ? member.let : member.read;
     if (!entry.function) return DISP_E_MEMBERNOTFOUND;
     if (parameters->cArgs < entry.fewest || parameters->cArgs > entry.most) return DISP_E_BADPARAMCOUNT;
     const bool namesValue =
@@ -179,7 +180,6 @@ class DispatchDouble : public IDispatch {
     WORD readFlag = 0;
     Entry let;
   };
-  static inline const Entry kNone;
 
   Member& Find(const std::string& name) {
     for (Member& member : m_members) {

@@ -34,7 +34,8 @@ class Collection final : public AdminCollection<platform::MtsCollection> {
 
   std::shared_ptr<platform::MtsCollection> GetCollection(std::string_view strName,
                                                          std::string_view strKey) override {
-    return std::make_shared<Collection>(AdminCollection::Collection().Object("GetCollection", {strName, strKey}));
+    return std::make_shared<Collection>(
+        AdminCollection::Collection().Object("GetCollection", {strName, strKey}));
   }
   std::shared_ptr<platform::MtsUtil> GetUtilInterface() override {
     return std::make_shared<Util>(AdminCollection::Collection().Object("GetUtilInterface"));
