@@ -25,15 +25,6 @@ std::vector<Variant> ValuesOf(LateObject::Arguments arguments) {
   return values;
 }
 
-Ref<IDispatch> DispatchOf(const VARIANT& value) {
-  const bool isObject = value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN;
-  void* found = nullptr;
-  if (!isObject || value.punkVal == nullptr || FAILED(value.punkVal->QueryInterface(IID_IDispatch, &found))) {
-    return nullptr;
-  }
-  return Ref<IDispatch>::Adopt(static_cast<IDispatch*>(found));
-}
-
 }  // namespace
 
 LateObject LateObject::Create(std::string_view progId) {
@@ -69,15 +60,22 @@ LateObject LateObject::Object(std::string_view name, Arguments arguments) const 
   std::vector<Variant> values = ValuesOf(arguments);
   OwnedVariant result;
   CallMember(*m_object, Find(name), InvokeKind::Call, values, NoObjects(), result);
-  auto object = DispatchOf(result);
-  if (!object) automation::Raise(RuntimeError::ObjectNotSet, "", std::string(name));
-  return LateObject(std::move(object));
+  return AsLateObject(result);
 }
 
 void LateObject::Let(std::string_view name, Arguments argumentsAndValue) const {
   std::vector<Variant> values = ValuesOf(argumentsAndValue);
   OwnedVariant none;
   CallMember(*m_object, Find(name), InvokeKind::Let, values, NoObjects(), none);
+}
+
+LateObject AsLateObject(const VARIANT& value) {
+  const bool isObject = value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN;
+  void* found = nullptr;
+  if (!isObject || value.punkVal == nullptr || FAILED(value.punkVal->QueryInterface(IID_IDispatch, &found))) {
+    automation::Raise(RuntimeError::ObjectNotSet, "");
+  }
+  return LateObject(Ref<IDispatch>::Adopt(static_cast<IDispatch*>(found)));
 }
 
 }  // namespace hearthmake::win32

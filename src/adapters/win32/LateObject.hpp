@@ -63,4 +63,7 @@ class LateObject {
   automation::Ref<IDispatch> m_object;
 };
 
+// The automation object that a value holds. Error 91 when it is Nothing or no object.
+LateObject AsLateObject(const VARIANT& value);
+
 }  // namespace hearthmake::win32
