@@ -33,10 +33,12 @@ function(hearthmake_windows_tests name)
 endfunction()
 
 hearthmake_windows_tests(win32_tests adapters/win32 LIBRARIES hearthmake_win32 hearthmake_typelib)
+# COM's interfaces have no virtual destructors, so neither have the objects that stand in for the machine's.
+target_compile_options(win32_tests PRIVATE -Wno-non-virtual-dtor)
 add_executable(win32_child adapters/win32/program/Child.cpp)
 add_dependencies(win32_tests win32_child)
 
-hearthmake_windows_tests(latebound_tests adapters/componentservices adapters/dao adapters/sourcesafe
-                         LIBRARIES hearthmake_latebound hearthmake_catalog hearthmake_sqlite SQLite::SQLite3)
-# COM's interfaces have no virtual destructors, so neither have the objects that stand in for the machine's.
+hearthmake_windows_tests(
+  latebound_tests adapters/componentservices adapters/dao adapters/scriptcontrol adapters/sourcesafe
+  LIBRARIES hearthmake_latebound hearthmake_catalog hearthmake_sqlite hearthmake_vbs SQLite::SQLite3)
 target_compile_options(latebound_tests PRIVATE -Wno-non-virtual-dtor)

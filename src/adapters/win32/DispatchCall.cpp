@@ -20,8 +20,8 @@ constexpr LCID kEnglish = 0x0409;
 
 WORD FlagsOf(InvokeKind kind) {
   switch (kind) {
-    case InvokeKind::Call: return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-    case InvokeKind::Get: return DISPATCH_PROPERTYGET;
+    case InvokeKind::Call:  // who calls by name can't tell a method from a property with arguments
+    case InvokeKind::Get: return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
     case InvokeKind::Let: return DISPATCH_PROPERTYPUT;
     case InvokeKind::Set: return DISPATCH_PROPERTYPUTREF;
   }
