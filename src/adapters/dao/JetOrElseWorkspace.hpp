@@ -14,8 +14,8 @@ namespace hearthmake::dao {
 // format, anything else, and a Jet file where there is no such engine, by another workspace. Which it is, is
 // looked at each time that a database is opened.
 //
-// Transactions span both. They commit one after the other: a commit that fails can leave the first done; it
-// is over for that one, and Rollback ends the rest.
+// Transactions span both, and commit one after the other: when a later one fails, the first is done already
+// and Rollback ends the rest.
 class JetOrElseWorkspace final : public platform::Workspace {
  public:
   explicit JetOrElseWorkspace(std::shared_ptr<platform::Workspace> otherwise);
