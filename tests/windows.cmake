@@ -34,6 +34,8 @@ function(hearthmake_windows_tests name)
 endfunction()
 
 hearthmake_windows_tests(win32_tests adapters/win32 LIBRARIES hearthmake_win32 hearthmake_typelib)
+# COM's interfaces have no virtual destructors, so neither have the objects that stand in for the machine's.
+target_compile_options(win32_tests PRIVATE -Wno-non-virtual-dtor)
 add_executable(win32_child adapters/win32/program/Child.cpp)
 add_dependencies(win32_tests win32_child)
 
@@ -68,3 +70,7 @@ set_tests_properties(server_tests PROPERTIES TIMEOUT 1200)  # a thousand builds
 # The sinks of these tests have no virtual destructors, as COM has it.
 target_compile_options(com_tests PRIVATE -Wno-non-virtual-dtor)
 target_compile_options(server_tests PRIVATE -Wno-non-virtual-dtor)
+hearthmake_windows_tests(
+  latebound_tests adapters/componentservices adapters/dao adapters/scriptcontrol adapters/sourcesafe
+  LIBRARIES hearthmake_latebound hearthmake_catalog hearthmake_sqlite hearthmake_vbs SQLite::SQLite3)
+target_compile_options(latebound_tests PRIVATE -Wno-non-virtual-dtor)

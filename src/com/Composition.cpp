@@ -1,10 +1,16 @@
 #include "com/Composition.hpp"
 
+#include <cstdlib>
 #include <string>
 
 // Before the headers of Windows, whose macros would rename a member of it.
 #include "adapters/win32/Win32SystemInfo.hpp"
 
+#include "adapters/componentservices/AdminComPlusCatalogs.hpp"
+#include "adapters/componentservices/AdminMtsCatalogs.hpp"
+#include "adapters/dao/JetOrElseWorkspace.hpp"
+#include "adapters/scriptcontrol/ControlOrElseEngines.hpp"
+#include "adapters/sourcesafe/SourceSafe.hpp"
 #include "adapters/sqlite/BuildSchema.hpp"
 #include "adapters/sqlite/FileFormat.hpp"
 #include "adapters/sqlite/SqliteWorkspace.hpp"
@@ -20,8 +26,8 @@
 #include "adapters/win32/Win32TypeLibReader.hpp"
 #include "automation/Error.hpp"
 #include "com/Com.hpp"
-#include "com/MissingParts.hpp"
 #include "com/ThreadState.hpp"
+#include "com/VariantConversion.hpp"
 #include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::com {
@@ -62,6 +68,12 @@ void MakeMissingDatabase(const std::string& folder) {
   }
 }
 
+// Which engine the host wants: "control", "own", or whichever works.
+scriptcontrol::Choice ChosenEngine() {
+  const char* text = std::getenv("HEARTHMAKE_SCRIPT_ENGINE");
+  return scriptcontrol::ParseChoice(text == nullptr ? "" : text);
+}
+
 }  // namespace
 
 platform::Platform Compose() {
@@ -74,17 +86,18 @@ platform::Platform Compose() {
   ports.files = std::make_shared<win32::Win32FileSystem>();
   ports.typeLibs = std::make_shared<win32::Win32TypeLibReader>();
   ports.shell = std::make_shared<win32::Win32Shell>();
-  ports.workspace =
-      std::make_shared<sqlite::SqliteWorkspace>([](std::string_view path) { return std::string(path); });
+  ports.workspace = std::make_shared<dao::JetOrElseWorkspace>(
+      std::make_shared<sqlite::SqliteWorkspace>([](std::string_view path) { return std::string(path); }));
   ports.settings = std::make_shared<win32::RegistrySettingsStore>();
   ports.clock = std::make_shared<win32::Win32Clock>();
-  ports.sources = std::make_shared<MissingSourceControl>();
-  ports.mtsCatalogs = std::make_shared<MissingMtsCatalogs>();
-  ports.comPlusCatalogs = std::make_shared<MissingComPlusCatalogs>();
+  ports.sources = std::make_shared<sourcesafe::SourceSafe>();
+  ports.mtsCatalogs = std::make_shared<componentservices::AdminMtsCatalogs>();
+  ports.comPlusCatalogs = std::make_shared<componentservices::AdminComPlusCatalogs>();
   vbs::Services services;
   services.createObject = &CreateForScripts;
   services.showMessage = &ShowMessage;
-  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, services);
+  ports.scripts = std::make_shared<scriptcontrol::ControlOrElseEngines>(
+      ChosenEngine(), Border(), std::make_shared<vbs::VbsScriptEngines>(ports, services));
   MakeMissingDatabase(ports.system->ComponentFolder());
   return ports;
 }

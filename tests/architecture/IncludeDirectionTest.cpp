@@ -31,6 +31,10 @@ const std::vector<Layer>& Layers() {
       {"adapters/vbs", 2, true},
       {"adapters/catalog", 2, true},
       {"adapters/git", 2, true},
+      {"adapters/componentservices", 2, true},
+      {"adapters/dao", 2, true},
+      {"adapters/scriptcontrol", 2, true},
+      {"adapters/sourcesafe", 2, true},
       {"foundation", 2, true},
       {"vbscript", 2, true},
       {"build", 3, false},
@@ -47,11 +51,18 @@ const std::vector<Layer>& Layers() {
 
 bool IsAdapter(const Layer& layer) { return layer.folder.starts_with("adapters/"); }
 
+// The adapters over automation objects of a Windows machine call them with what adapters/win32 has for it.
+bool IsLateBound(const Layer& layer) {
+  return layer.folder == "adapters/componentservices" || layer.folder == "adapters/dao" ||
+         layer.folder == "adapters/scriptcontrol" || layer.folder == "adapters/sourcesafe";
+}
+
 // What a folder may use of the layers below beside the level rule: an adapter never knows the core, and the
 // script engine is reached through its adapter.
 bool MayInclude(const Layer& from, const Layer& to) {
   if (from.folder == to.folder) return true;
   if (to.folder == "vbscript") return from.folder == "adapters/vbs" || from.folder == "host";
+  if (to.folder == "adapters/win32" && IsLateBound(from)) return true;
   if (IsAdapter(to)) return from.folder == "host" || from.folder == "com";
   if (to.level == from.level) return !from.isApart && !to.isApart;
   return to.level < from.level;

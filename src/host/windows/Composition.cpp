@@ -1,5 +1,8 @@
 #include "host/Composition.hpp"
 
+#include "adapters/componentservices/AdminComPlusCatalogs.hpp"
+#include "adapters/componentservices/AdminMtsCatalogs.hpp"
+#include "adapters/sourcesafe/SourceSafe.hpp"
 #include "adapters/sqlite/SqliteWorkspace.hpp"
 #include "adapters/vbs/VbsScriptEngines.hpp"
 #include "adapters/win32/MessagePump.hpp"
@@ -96,6 +99,9 @@ platform::Platform Composition::FillPlatform(const HostSettings& settings) {
       std::make_shared<sqlite::SqliteWorkspace>([](std::string_view path) { return std::string(path); });
   ports.settings = std::make_shared<win32::RegistrySettingsStore>();
   ports.clock = std::make_shared<win32::Win32Clock>();
+  ports.sources = std::make_shared<sourcesafe::SourceSafe>();
+  ports.mtsCatalogs = std::make_shared<componentservices::AdminMtsCatalogs>();
+  ports.comPlusCatalogs = std::make_shared<componentservices::AdminComPlusCatalogs>();
   ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeServices());
   return ports;
 }
