@@ -5,6 +5,11 @@
 // Before the headers of Windows, whose macros would rename a member of it.
 #include "adapters/win32/Win32SystemInfo.hpp"
 
+#include "adapters/componentservices/AdminComPlusCatalogs.hpp"
+#include "adapters/componentservices/AdminMtsCatalogs.hpp"
+#include "adapters/dao/JetOrElseWorkspace.hpp"
+#include "adapters/scriptcontrol/ControlOrElseEngines.hpp"
+#include "adapters/sourcesafe/SourceSafe.hpp"
 #include "adapters/sqlite/BuildSchema.hpp"
 #include "adapters/sqlite/FileFormat.hpp"
 #include "adapters/sqlite/SqliteWorkspace.hpp"
@@ -20,7 +25,7 @@
 #include "adapters/win32/Win32TypeLibReader.hpp"
 #include "automation/Error.hpp"
 #include "com/Com.hpp"
-#include "com/MissingParts.hpp"
+#include "com/ThreadBorder.hpp"
 #include "com/ThreadState.hpp"
 #include "interfaces/PublicClasses.hpp"
 
@@ -51,6 +56,18 @@ std::int32_t ShowMessage(std::string_view prompt, std::int32_t style, std::strin
                      static_cast<UINT>(style) | MB_TASKMODAL);
 }
 
+// HEARTHMAKE_SCRIPT_ENGINE is "control" or "own"; anything else leaves the choice to the library, which has
+// nobody to complain to.
+scriptcontrol::Choice ChosenEngine() {
+  wchar_t text[16] = {};
+  GetEnvironmentVariableW(L"HEARTHMAKE_SCRIPT_ENGINE", text, static_cast<DWORD>(std::size(text)));
+  try {
+    return scriptcontrol::ParseChoice(win32::ToUtf8(text));
+  } catch (const automation::Error&) {
+    return scriptcontrol::Choice::Automatic;
+  }
+}
+
 // The library's folder gets an empty database when it has none. Where that can't be, the first use of the
 // database tells of it.
 void MakeMissingDatabase(const std::string& folder) {
@@ -75,17 +92,18 @@ platform::Platform Compose() {
   ports.files = std::make_shared<win32::Win32FileSystem>();
   ports.typeLibs = std::make_shared<win32::Win32TypeLibReader>();
   ports.shell = std::make_shared<win32::Win32Shell>();
-  ports.workspace =
-      std::make_shared<sqlite::SqliteWorkspace>([](std::string_view path) { return std::string(path); });
+  ports.workspace = std::make_shared<dao::JetOrElseWorkspace>(
+      std::make_shared<sqlite::SqliteWorkspace>([](std::string_view path) { return std::string(path); }));
   ports.settings = std::make_shared<win32::RegistrySettingsStore>();
   ports.clock = std::make_shared<win32::Win32Clock>();
-  ports.sources = std::make_shared<MissingSourceControl>();
-  ports.mtsCatalogs = std::make_shared<MissingMtsCatalogs>();
-  ports.comPlusCatalogs = std::make_shared<MissingComPlusCatalogs>();
+  ports.sources = std::make_shared<sourcesafe::SourceSafe>();
+  ports.mtsCatalogs = std::make_shared<componentservices::AdminMtsCatalogs>();
+  ports.comPlusCatalogs = std::make_shared<componentservices::AdminComPlusCatalogs>();
   vbs::Services services;
   services.createObject = &CreateForScripts;
   services.showMessage = &ShowMessage;
-  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, services);
+  ports.scripts = std::make_shared<scriptcontrol::ControlOrElseEngines>(
+      ChosenEngine(), ThreadBorder(), std::make_shared<vbs::VbsScriptEngines>(ports, services));
   MakeMissingDatabase(ports.system->ComponentFolder());
   return ports;
 }

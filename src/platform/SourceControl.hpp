@@ -45,6 +45,7 @@ class VSSVersion;
 
 // Somebody's hold on a file.
 struct VSSCheckout {
+  std::string Spec;  // of the file
   std::string Username;
   double Date = 0;  // OLE date, local time
   std::string Comment;
@@ -79,6 +80,7 @@ class VSSItem {
   virtual std::unique_ptr<VSSVersions> Versions() = 0;
   virtual void Label(std::string_view strLabel, std::string_view strComment) = 0;
   virtual CheckoutState IsCheckedOut() = 0;
+  // Those of a file; of a project, those of all files below it.
   virtual std::vector<VSSCheckout> Checkouts() = 0;
   virtual void Checkout(std::string_view strComment, std::string_view strLocal, std::int32_t lngFlags) = 0;
   virtual void Checkin(std::string_view strComment, std::string_view strLocal, std::int32_t lngFlags) = 0;

@@ -1,4 +1,4 @@
-#include "com/VariantConversion.hpp"
+#include "adapters/win32/VariantConversion.hpp"
 
 #include <cstring>
 #include <limits>
@@ -6,9 +6,8 @@
 #include <vector>
 
 #include "automation/Error.hpp"
-#include "com/ThreadState.hpp"
 
-namespace hearthmake::com {
+namespace hearthmake::win32 {
 
 namespace {
 
@@ -68,7 +67,7 @@ struct ArrayAccess {
   void* data = nullptr;
 };
 
-Variant FromArray(SAFEARRAY* array, VARTYPE elements) {
+Variant FromArray(SAFEARRAY* array, VARTYPE elements, ObjectBorder& border) {
   if (array == nullptr) return Variant::FromArray(Ref<ArrayBuffer>(new ArrayBuffer({{0, 0}})));
   std::vector<ArrayBuffer::Bound> bounds;
   for (UINT dimension = 1; dimension <= SafeArrayGetDim(array); ++dimension) {
@@ -83,11 +82,11 @@ Variant FromArray(SAFEARRAY* array, VARTYPE elements) {
   const Ref<ArrayBuffer> buffer(new ArrayBuffer(bounds));
   const ArrayAccess access(array);
   std::size_t index = 0;
-  for (Variant& element : buffer->Elements()) element = FromPlace(elements, access.Element(index++));
+  for (Variant& element : buffer->Elements()) element = FromPlace(elements, access.Element(index++), border);
   return Variant::FromArray(buffer);
 }
 
-SAFEARRAY* ToArray(const ArrayBuffer& buffer) {
+SAFEARRAY* ToArray(const ArrayBuffer& buffer, ObjectBorder& border) {
   std::vector<SAFEARRAYBOUND> bounds;
   for (const auto& bound : buffer.Bounds()) {
     bounds.push_back({static_cast<ULONG>(bound.count), bound.lower});
@@ -98,7 +97,7 @@ SAFEARRAY* ToArray(const ArrayBuffer& buffer) {
     const ArrayAccess access(array);
     std::size_t index = 0;
     for (const Variant& element : buffer.Elements()) {
-      *reinterpret_cast<VARIANT*>(access.Element(index++)) = ToVariant(element);
+      *reinterpret_cast<VARIANT*>(access.Element(index++)) = ToVariant(element, border);
     }
   } catch (...) {
     SafeArrayDestroy(array);
@@ -107,12 +106,13 @@ SAFEARRAY* ToArray(const ArrayBuffer& buffer) {
   return array;
 }
 
-// Nothing needs no thread to be given or taken.
-Ref<automation::Object> Take(IUnknown* pointer) {
-  return pointer == nullptr ? Ref<automation::Object>(nullptr) : ThreadState::Current().Take(pointer);
+// Nothing needs no border.
+Ref<automation::Object> Take(IUnknown* pointer, ObjectBorder& border) {
+  return pointer == nullptr ? Ref<automation::Object>(nullptr) : border.Take(*pointer);
 }
-IUnknown* Give(automation::Object* object, const automation::Interface* declared = nullptr) {
-  return object == nullptr ? nullptr : ThreadState::Current().Give(object, declared);
+IUnknown* Give(automation::Object* object, ObjectBorder& border,
+               const automation::Interface* declared = nullptr) {
+  return object == nullptr ? nullptr : border.Give(*object, declared);
 }
 
 BSTR ToBstr(std::u16string_view text) {
@@ -136,9 +136,9 @@ void Replace(void* place, T* value) {
 }
 
 // By way of COM's own conversions, for the types that hosts rarely refer to.
-void ToOtherPlace(VARTYPE type, void* place, const Variant& value) {
+void ToOtherPlace(VARTYPE type, void* place, const Variant& value, ObjectBorder& border) {
   OwnedVariant made;
-  static_cast<VARIANT&>(made) = ToVariant(value);
+  static_cast<VARIANT&>(made) = ToVariant(value, border);
   OwnedVariant converted;
   if (FAILED(VariantChangeType(&converted, &made, 0, type))) RaiseMismatch();
   OwnedVariant old;
@@ -180,8 +180,8 @@ VARTYPE TypeOf(const automation::ValueType& type) {
   return VT_EMPTY;
 }
 
-Variant FromPlace(VARTYPE type, const void* place) {
-  if ((type & kArray) != 0) return FromArray(At<SAFEARRAY*>(place), type & ~kArray);
+Variant FromPlace(VARTYPE type, const void* place, ObjectBorder& border) {
+  if ((type & kArray) != 0) return FromArray(At<SAFEARRAY*>(place), type & ~kArray, border);
   switch (type) {
     case VT_EMPTY: return {};
     case VT_NULL: return Variant::Null();
@@ -203,23 +203,24 @@ Variant FromPlace(VARTYPE type, const void* place) {
     case VT_ERROR: return Variant::FromErrorCode(At<SCODE>(place));
     case VT_BSTR: return FromText(At<BSTR>(place));
     case VT_DECIMAL: return FromDecimal(At<DECIMAL>(place));
-    case VT_VARIANT: return FromVariant(At<VARIANT>(place));
+    case VT_VARIANT: return FromVariant(At<VARIANT>(place), border);
     case VT_DISPATCH:
-    case VT_UNKNOWN: return Variant::FromObject(Take(At<IUnknown*>(place)));
+    case VT_UNKNOWN: return Variant::FromObject(Take(At<IUnknown*>(place), border));
     default: RaiseMismatch();
   }
 }
 
-Variant FromVariant(const VARIANT& value) {
+Variant FromVariant(const VARIANT& value, ObjectBorder& border) {
   if ((value.vt & kReference) != 0) {
     if (value.byref == nullptr) RaiseMismatch();
-    return FromPlace(value.vt & ~kReference, value.byref);
+    return FromPlace(value.vt & ~kReference, value.byref, border);
   }
   if (value.vt == VT_DECIMAL) return FromDecimal(value.decVal);
-  return FromPlace(value.vt, &value.llVal);
+  return FromPlace(value.vt, &value.llVal, border);
 }
 
-void ToPlace(VARTYPE type, void* place, const Variant& value, const automation::Interface* object) {
+void ToPlace(VARTYPE type, void* place, const Variant& value, ObjectBorder& border,
+             const automation::Interface* object) {
   switch (type) {
     case VT_I2: *static_cast<std::int16_t*>(place) = automation::ToInteger(value); return;
     case VT_I4: *static_cast<std::int32_t*>(place) = automation::ToLong(value); return;
@@ -234,18 +235,18 @@ void ToPlace(VARTYPE type, void* place, const Variant& value, const automation::
       return;
     }
     case VT_VARIANT: {
-      const VARIANT made = ToVariant(value);
+      const VARIANT made = ToVariant(value, border);
       VariantClear(static_cast<VARIANT*>(place));
       *static_cast<VARIANT*>(place) = made;
       return;
     }
     case VT_DISPATCH:
-    case VT_UNKNOWN: Replace(place, Give(automation::ToObject(value), object)); return;
-    default: ToOtherPlace(type, place, value);
+    case VT_UNKNOWN: Replace(place, Give(automation::ToObject(value), border, object)); return;
+    default: ToOtherPlace(type, place, value, border);
   }
 }
 
-VARIANT ToVariant(const Variant& value) {
+VARIANT ToVariant(const Variant& value, ObjectBorder& border) {
   VARIANT made;
   VariantInit(&made);
   const Variant& target = value.Target();
@@ -263,9 +264,9 @@ VARIANT ToVariant(const Variant& value) {
     case VariantType::Byte: made.bVal = target.AsByte(); break;
     case VariantType::Error: made.scode = target.AsErrorCode(); break;
     case VariantType::String: made.bstrVal = ToBstr(target.AsUtf16()); break;
-    case VariantType::Array: made.parray = ToArray(*target.AsArray()); break;
+    case VariantType::Array: made.parray = ToArray(*target.AsArray(), border); break;
     case VariantType::Object: {
-      made.punkVal = Give(target.AsObject());
+      made.punkVal = Give(target.AsObject(), border);
       // An enumerator has no members to call.
       const bool isEnumerator = dynamic_cast<automation::Enumerator*>(target.AsObject()) != nullptr;
       made.vt = isEnumerator ? VT_UNKNOWN : VT_DISPATCH;
@@ -276,4 +277,4 @@ VARIANT ToVariant(const Variant& value) {
   return made;
 }
 
-}  // namespace hearthmake::com
+}  // namespace hearthmake::win32
