@@ -1,6 +1,5 @@
 #include "com/Composition.hpp"
 
-#include <cstdlib>
 #include <string>
 
 // Before the headers of Windows, whose macros would rename a member of it.
@@ -26,8 +25,8 @@
 #include "adapters/win32/Win32TypeLibReader.hpp"
 #include "automation/Error.hpp"
 #include "com/Com.hpp"
+#include "com/ThreadBorder.hpp"
 #include "com/ThreadState.hpp"
-#include "com/VariantConversion.hpp"
 #include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::com {
@@ -56,6 +55,18 @@ std::int32_t ShowMessage(std::string_view prompt, std::int32_t style, std::strin
                      static_cast<UINT>(style) | MB_TASKMODAL);
 }
 
+// HEARTHMAKE_SCRIPT_ENGINE is "control" or "own"; anything else leaves the choice to the library, which has
+// nobody to complain to.
+scriptcontrol::Choice ChosenEngine() {
+  wchar_t text[16] = {};
+  GetEnvironmentVariableW(L"HEARTHMAKE_SCRIPT_ENGINE", text, static_cast<DWORD>(std::size(text)));
+  try {
+    return scriptcontrol::ParseChoice(win32::ToUtf8(text));
+  } catch (const automation::Error&) {
+    return scriptcontrol::Choice::Automatic;
+  }
+}
+
 // The library's folder gets an empty database when it has none. Where that can't be, the first use of the
 // database tells of it.
 void MakeMissingDatabase(const std::string& folder) {
@@ -66,12 +77,6 @@ void MakeMissingDatabase(const std::string& folder) {
   } catch (const automation::Error&) {
     return;
   }
-}
-
-// Which engine the host wants: "control", "own", or whichever works.
-scriptcontrol::Choice ChosenEngine() {
-  const char* text = std::getenv("HEARTHMAKE_SCRIPT_ENGINE");
-  return scriptcontrol::ParseChoice(text == nullptr ? "" : text);
 }
 
 }  // namespace
@@ -97,7 +102,7 @@ platform::Platform Compose() {
   services.createObject = &CreateForScripts;
   services.showMessage = &ShowMessage;
   ports.scripts = std::make_shared<scriptcontrol::ControlOrElseEngines>(
-      ChosenEngine(), Border(), std::make_shared<vbs::VbsScriptEngines>(ports, services));
+      ChosenEngine(), ThreadBorder(), std::make_shared<vbs::VbsScriptEngines>(ports, services));
   MakeMissingDatabase(ports.system->ComponentFolder());
   return ports;
 }

@@ -3,23 +3,20 @@
 #include <exception>
 #include <new>
 
+#include "adapters/win32/AutomationFailure.hpp"
 #include "automation/Error.hpp"
 #include "com/Com.hpp"
 
 namespace hearthmake::com {
 
-// The HRESULT of an error number: 45 becomes 0x800A002D, as Visual Basic's own errors do; negative numbers
-// are HRESULTs already. And back; what automation itself reports of a call gets Visual Basic's number.
-HRESULT ToResult(std::int32_t number);
-std::int32_t ToNumber(HRESULT result);
+using win32::FailureOf;
+using win32::ToNumber;
+using win32::ToResult;
 
 // Leaves the error where an early-bound caller looks for it, and gives its HRESULT.
 HRESULT Report(const automation::Error& error, REFIID iid) noexcept;
 // The same for a late-bound caller; the record may be null.
 HRESULT Report(const automation::Error& error, EXCEPINFO* record) noexcept;
-
-// The failure of a call that we made. The record is emptied.
-automation::Error FailureOf(HRESULT result, EXCEPINFO& record);
 
 // Whatever a member throws, as the library's own kind of error. Call it where something was caught.
 automation::Error CaughtError() noexcept;

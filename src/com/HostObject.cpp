@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/win32/DispatchCall.hpp"
 #include "adapters/win32/WideText.hpp"
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
@@ -23,56 +24,6 @@ using automation::Variant;
 
 // Names of members are English for whoever asks.
 constexpr LCID kEnglish = 0x0409;
-
-WORD FlagsOf(InvokeKind kind) {
-  switch (kind) {
-    case InvokeKind::Call:  // who calls by name can't tell a method from a property with arguments
-    case InvokeKind::Get: return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-    case InvokeKind::Let: return DISPATCH_PROPERTYPUT;
-    case InvokeKind::Set: return DISPATCH_PROPERTYPUTREF;
-  }
-  return 0;
-}
-
-// The arguments of a call as IDispatch takes them: from the last to the first. What is a reference goes as
-// one to a VARIANT, and its target gets what the host leaves there.
-class Arguments {
- public:
-  explicit Arguments(std::span<Variant> arguments)
-      : m_arguments(arguments), m_values(arguments.size()), m_passed(arguments.size()) {
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-      static_cast<VARIANT&>(m_values[i]) = ToVariant(arguments[i]);
-      VARIANT& passed = m_passed[arguments.size() - 1 - i];
-      passed = m_values[i];
-      if (arguments[i].Type() != automation::VariantType::ByReference) continue;
-      passed = {};
-      passed.vt = VT_BYREF | VT_VARIANT;
-      passed.pvarVal = &m_values[i];
-    }
-  }
-
-  DISPPARAMS Parameters(bool hasValue) {
-    DISPPARAMS parameters = {m_passed.data(), nullptr, static_cast<UINT>(m_passed.size()), 0};
-    if (hasValue) {
-      parameters.rgdispidNamedArgs = &m_valueId;
-      parameters.cNamedArgs = 1;
-    }
-    return parameters;
-  }
-
-  void WriteBack() {
-    for (std::size_t i = 0; i < m_arguments.size(); ++i) {
-      if (m_arguments[i].Type() != automation::VariantType::ByReference) continue;
-      m_arguments[i].Target() = FromVariant(m_values[i]);
-    }
-  }
-
- private:
-  std::span<Variant> m_arguments;
-  std::vector<OwnedVariant> m_values;
-  std::vector<VARIANT> m_passed;
-  DISPID m_valueId = DISPID_PROPERTYPUT;
-};
 
 // Walks a collection of the host's.
 class HostEnumerator final : public automation::Enumerator {
@@ -164,21 +115,8 @@ Variant HostObject::Invoke(std::int32_t member, InvokeKind kind, std::span<Varia
   const auto id = OwnId(member);
   if (!id) automation::Raise(RuntimeError::MemberNotFound, "");
   const Ref<IDispatch> dispatch = m_dispatch;  // the call may end this object
-  Arguments converted(arguments);
-  const bool hasValue = kind == InvokeKind::Let || kind == InvokeKind::Set;
-  DISPPARAMS parameters = converted.Parameters(hasValue);
   OwnedVariant result;
-  EXCEPINFO failure = {};
-  const auto call = [&](WORD flags) {
-    UINT wrongArgument = 0;
-    return dispatch->Invoke(*id, IID_NULL, kEnglish, flags, &parameters, hasValue ? nullptr : &result,
-                            &failure, &wrongArgument);
-  };
-  HRESULT outcome = call(FlagsOf(kind));
-  // An object is often assigned to a property that takes it as a value.
-  if (kind == InvokeKind::Set && outcome == DISP_E_MEMBERNOTFOUND) outcome = call(DISPATCH_PROPERTYPUT);
-  if (FAILED(outcome)) throw FailureOf(outcome, failure);
-  converted.WriteBack();
+  win32::CallMember(*dispatch, *id, kind, arguments, ThreadBorder(), result);
   return FromVariant(result);
 }
 

@@ -121,6 +121,10 @@ void Win32Registry::Set(RegistryRoot root, std::string_view key, std::string_vie
   RegistryKey::Create(place.root, place.key, place.view).Set(name, value);
 }
 
+void Win32Registry::SetAll(RegistryRoot root, std::span<const platform::RegistryEntry> entries) {
+  for (const platform::RegistryEntry& entry : entries) Set(root, entry.key, entry.name, entry.value);
+}
+
 void Win32Registry::RemoveValue(RegistryRoot root, std::string_view key, std::string_view name) {
   for (const Place& place : PlacesOf(root, key)) {
     const RegistryKey found = OpenToRead(place);

@@ -18,6 +18,7 @@ class Win32Registry final : public platform::Registry {
   // Error 5 for a name that can't be: one with control characters, one that is no UTF-8.
   void Set(platform::RegistryRoot root, std::string_view key, std::string_view name,
            const platform::RegistryValue& value) override;
+  void SetAll(platform::RegistryRoot root, std::span<const platform::RegistryEntry> entries) override;
   void RemoveValue(platform::RegistryRoot root, std::string_view key, std::string_view name) override;
   void RemoveKey(platform::RegistryRoot root, std::string_view key) override;
 };
