@@ -26,7 +26,12 @@ class ScriptConsole final : public vbscript::Console {
   bool ReadLine(std::string& line);
 
  private:
-  class Standard;
+  // Holds back what goes to a file; what nobody reads counts as written.
+  class Standard : public platform::OutputStream {
+   public:
+    virtual void Flush() = 0;
+  };
+  class SystemStandard;
 
   std::unique_ptr<platform::InputStream> m_input;
   std::unique_ptr<Standard> m_output;

@@ -6,15 +6,12 @@
 
 #include "adapters/posix/DescriptorStreams.hpp"
 #include "automation/Error.hpp"
-#include "host/Interrupt.hpp"
-#include "host/Terminal.hpp"
 
 namespace hearthmake::host {
 
 namespace {
 
 constexpr std::size_t kFlushAt = 64U << 10U;
-constexpr std::chrono::milliseconds kLook{100};
 
 // A descriptor of its own, so that closing it leaves the standard one alone.
 posix::FileDescriptor Duplicate(int descriptor) {
@@ -28,9 +25,9 @@ bool IsRegularFile(int descriptor) {
 
 }  // namespace
 
-class ScriptConsole::Standard final : public platform::OutputStream {
+class ScriptConsole::SystemStandard final : public Standard {
  public:
-  explicit Standard(int descriptor)
+  explicit SystemStandard(int descriptor)
       : m_stream(Duplicate(descriptor), "standard output"), m_isHeldBack(IsRegularFile(descriptor)) {}
 
   void Write(std::string_view bytes) override {
@@ -45,7 +42,7 @@ class ScriptConsole::Standard final : public platform::OutputStream {
     return Unheard(bytes.size(), [&] { return m_stream.WriteSome(bytes, timeout); });
   }
 
-  void Flush() {
+  void Flush() override {
     std::string bytes;
     bytes.swap(m_bytes);
     Unheard(bytes.size(), [&] {
@@ -74,36 +71,7 @@ class ScriptConsole::Standard final : public platform::OutputStream {
 
 ScriptConsole::ScriptConsole()
     : m_input(std::make_unique<posix::DescriptorInput>(Duplicate(STDIN_FILENO))),
-      m_output(std::make_unique<Standard>(STDOUT_FILENO)),
-      m_error(std::make_unique<Standard>(STDERR_FILENO)) {}
-
-ScriptConsole::~ScriptConsole() { Flush(); }
-
-platform::InputStream& ScriptConsole::Input() { return *m_input; }
-platform::OutputStream& ScriptConsole::Output() { return *m_output; }
-platform::OutputStream& ScriptConsole::Error() { return *m_error; }
-
-void ScriptConsole::Flush() {
-  m_output->Flush();
-  m_error->Flush();
-}
-
-bool ScriptConsole::IsTerminal() const {
-  return host::IsTerminal(StandardStream::Input) && host::IsTerminal(StandardStream::Output);
-}
-
-bool ScriptConsole::ReadLine(std::string& line) {
-  Flush();
-  line.clear();
-  while (!Interrupt::IsRequested()) {
-    char c = '\0';
-    const auto count = m_input->Read(&c, 1, kLook);
-    if (!count) continue;
-    if (*count == 0) return !line.empty();
-    if (c == '\n') return true;
-    line += c;
-  }
-  return false;
-}
+      m_output(std::make_unique<SystemStandard>(STDOUT_FILENO)),
+      m_error(std::make_unique<SystemStandard>(STDERR_FILENO)) {}
 
 }  // namespace hearthmake::host

@@ -9,7 +9,6 @@
 #include "adapters/win32/FileStreams.hpp"
 #include "adapters/win32/PipeStreams.hpp"
 #include "adapters/win32/WideText.hpp"
-#include "host/Interrupt.hpp"
 #include "host/Terminal.hpp"
 
 namespace hearthmake::host {
@@ -17,7 +16,6 @@ namespace hearthmake::host {
 namespace {
 
 constexpr std::size_t kFlushAt = 64U << 10U;
-constexpr std::chrono::milliseconds kLook{100};
 constexpr DWORD kPause = 5;  // milliseconds between two looks at a pipe that this process did not make
 
 // Standard input, whatever it is.
@@ -84,9 +82,9 @@ class StandardInput final : public platform::InputStream {
 }  // namespace
 
 // Lines end in "\n" for scripts and in "\r\n" outside, as with every program of the system.
-class ScriptConsole::Standard final : public platform::OutputStream {
+class ScriptConsole::SystemStandard final : public Standard {
  public:
-  explicit Standard(DWORD which)
+  explicit SystemStandard(DWORD which)
       : m_handle(GetStdHandle(which)), m_isHeldBack(GetFileType(m_handle) == FILE_TYPE_DISK) {}
 
   void Write(std::string_view bytes) override {
@@ -103,7 +101,7 @@ class ScriptConsole::Standard final : public platform::OutputStream {
   }
 
   // What nobody reads counts as written.
-  void Flush() {
+  void Flush() override {
     win32::WriteAll(m_handle, m_bytes);
     m_bytes.clear();
   }
@@ -117,39 +115,7 @@ class ScriptConsole::Standard final : public platform::OutputStream {
 
 ScriptConsole::ScriptConsole()
     : m_input(std::make_unique<StandardInput>()),
-      m_output(std::make_unique<Standard>(STD_OUTPUT_HANDLE)),
-      m_error(std::make_unique<Standard>(STD_ERROR_HANDLE)) {}
-
-ScriptConsole::~ScriptConsole() { Flush(); }
-
-platform::InputStream& ScriptConsole::Input() { return *m_input; }
-platform::OutputStream& ScriptConsole::Output() { return *m_output; }
-platform::OutputStream& ScriptConsole::Error() { return *m_error; }
-
-void ScriptConsole::Flush() {
-  m_output->Flush();
-  m_error->Flush();
-}
-
-bool ScriptConsole::IsTerminal() const {
-  return host::IsTerminal(StandardStream::Input) && host::IsTerminal(StandardStream::Output);
-}
-
-bool ScriptConsole::ReadLine(std::string& line) {
-  Flush();
-  line.clear();
-  while (!Interrupt::IsRequested()) {
-    char c = '\0';
-    const auto count = m_input->Read(&c, 1, kLook);
-    if (!count) continue;
-    if (*count == 0) return !line.empty();
-    if (c == '\n') {
-      if (line.ends_with('\r')) line.pop_back();
-      return true;
-    }
-    line += c;
-  }
-  return false;
-}
+      m_output(std::make_unique<SystemStandard>(STD_OUTPUT_HANDLE)),
+      m_error(std::make_unique<SystemStandard>(STD_ERROR_HANDLE)) {}
 
 }  // namespace hearthmake::host
