@@ -15,13 +15,11 @@
 #include "adapters/typelib/ComponentRegistration.hpp"
 #include "adapters/typelib/TypeLibFileReader.hpp"
 #include "adapters/vbs/VbsScriptEngines.hpp"
-#include "host/CommandScriptHost.hpp"
-#include "host/Console.hpp"
 #include "host/HostEventPump.hpp"
 #include "host/Interrupt.hpp"
+#include "host/ScriptServices.hpp"
 #include "host/posix/HostDrives.hpp"
 #include "host/posix/HostSystemInfo.hpp"
-#include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::host {
 
@@ -43,22 +41,6 @@ posix::PosixShell::Registrar MakeRegistrar(const platform::Platform& ports) {
       registration.Register(request.path);
     }
   };
-}
-
-// What the scripts of a build are answered. A run waits for nobody: a message is shown and gets the answer
-// that it has ready.
-vbs::Services MakeServices() {
-  vbs::Services services;
-  services.createObject = [](std::string_view progId) -> automation::Ref<automation::Object> {
-    const PublicClass* found = FindCreatableClass(progId);
-    return found == nullptr ? nullptr : found->create();
-  };
-  services.showMessage = [](std::string_view prompt, std::int32_t style, std::string_view /*title*/) {
-    Console(true).Note(Printable(prompt));
-    return CommandScriptHost::DefaultAnswer(style);
-  };
-  services.isStopWanted = &Interrupt::IsRequested;
-  return services;
 }
 
 SourceFile ToSourceFile(const git::FileProgress& progress) {
@@ -138,7 +120,7 @@ platform::Platform Composition::FillPlatform(const HostSettings& settings) {
   ports.clock = std::make_shared<posix::PosixClock>();
   AddCatalogs(ports);
   ports.sources = MakeSources();
-  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeServices());
+  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeScriptServices());
   return ports;
 }
 

@@ -14,34 +14,15 @@
 #include "adapters/win32/Win32Shell.hpp"
 #include "adapters/win32/Win32SystemInfo.hpp"
 #include "adapters/win32/Win32TypeLibReader.hpp"
-#include "host/CommandScriptHost.hpp"
-#include "host/Console.hpp"
 #include "host/HostError.hpp"
 #include "host/HostEventPump.hpp"
-#include "host/Interrupt.hpp"
 #include "host/Places.hpp"
+#include "host/ScriptServices.hpp"
 #include "host/windows/RunningChildren.hpp"
-#include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::host {
 
 namespace {
-
-// What the scripts of a build are answered. A run waits for nobody: a message is shown and gets the answer
-// that it has ready.
-vbs::Services MakeServices() {
-  vbs::Services services;
-  services.createObject = [](std::string_view progId) -> automation::Ref<automation::Object> {
-    const PublicClass* found = FindCreatableClass(progId);
-    return found == nullptr ? nullptr : found->create();
-  };
-  services.showMessage = [](std::string_view prompt, std::int32_t style, std::string_view /*title*/) {
-    Console(true).Note(Printable(prompt));
-    return CommandScriptHost::DefaultAnswer(style);
-  };
-  services.isStopWanted = &Interrupt::IsRequested;
-  return services;
-}
 
 void RefuseOptionsOfOtherSystems(const HostSettings& settings) {
   if (settings.AddedDrives().empty() && settings.WinePrefix().empty()) return;
@@ -102,7 +83,7 @@ platform::Platform Composition::FillPlatform(const HostSettings& settings) {
   ports.sources = std::make_shared<sourcesafe::SourceSafe>();
   ports.mtsCatalogs = std::make_shared<componentservices::AdminMtsCatalogs>();
   ports.comPlusCatalogs = std::make_shared<componentservices::AdminComPlusCatalogs>();
-  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeServices());
+  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeScriptServices());
   return ports;
 }
 
