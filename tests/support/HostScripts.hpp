@@ -28,6 +28,15 @@ inline std::vector<PrintedLine> ReadExpectations(const std::filesystem::path& sc
   return expectations;
 }
 
+// Whether a script says in its first line that it needs something beside the library: "event handlers",
+// "git", "component services".
+inline bool Needs(const std::filesystem::path& script, const std::string& what) {
+  std::string first;
+  std::ifstream file(script);
+  std::getline(file, first);
+  return first.starts_with("' needs ") && first.find(what) != std::string::npos;
+}
+
 inline void ExpectPrinted(const std::filesystem::path& script, const std::vector<std::string>& printed) {
   const auto expected = ReadExpectations(script);
   ASSERT_FALSE(expected.empty()) << script << " expects nothing";

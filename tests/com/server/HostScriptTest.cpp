@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <regex>
 #include <sstream>
@@ -19,8 +18,6 @@ namespace hearthmake::com {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* kNeedsHandlers = "' needs event handlers";
 
 bool IsWine() { return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr; }
 
@@ -38,11 +35,6 @@ std::vector<std::string> Lines(const std::string& text) {
     lines.push_back(line);
   }
   return lines;
-}
-
-std::string Contents(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 class HostScript : public testing::Test {
@@ -71,9 +63,7 @@ class HostScript : public testing::Test {
  private:
   std::string ReasonToSkip() const {
     const std::string name = m_script.stem().string();
-    if (Lines(Contents(m_script)).front() == kNeedsHandlers) {
-      return "needs handlers of events by prefix";
-    }
+    if (support::Needs(m_script, "event handlers")) return "needs handlers of events by prefix";
     return IsWine() && kBeyondWine.contains(name) ? kBeyondWine.at(name) : "";
   }
 

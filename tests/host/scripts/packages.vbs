@@ -1,4 +1,4 @@
-' needs event handlers
+' needs event handlers, and component services
 Option Explicit
 ' A host that puts the servers of the example suite into packages and deploys them.
 Dim suite, b, settings, p, created

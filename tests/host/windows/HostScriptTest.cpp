@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -35,6 +37,11 @@ std::vector<std::string> LinesOf(const std::string& text) {
   return lines;
 }
 
+bool HasClass(const wchar_t* progId) {
+  CLSID id = {};
+  return SUCCEEDED(CLSIDFromProgID(progId, &id));
+}
+
 constexpr auto kLongest = 120s;
 
 // What a child writes until it has ended. Not until its pipes have: under Wine the first program may start
@@ -60,6 +67,9 @@ class HostScript : public testing::Test {
   explicit HostScript(fs::path script) : m_script(std::move(script)) {}
 
   void TestBody() override {
+    if (support::Needs(m_script, "git")) GTEST_SKIP() << "needs a git of this system";
+    if (support::Needs(m_script, "component services") && !HasClass(L"COMAdmin.COMAdminCatalog"))
+      GTEST_SKIP() << "this machine has no component services";
     win32::RegistryKey::Remove(HKEY_CURRENT_USER, "Software\\VB and VBA Program Settings\\Hearthmake", 0);
     const support::Win32Folder folder;
     CopySuite(folder);
