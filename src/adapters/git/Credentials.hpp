@@ -1,9 +1,9 @@
 #pragma once
 
-#include <git2.h>
-
 #include <set>
 #include <string>
+
+#include "adapters/git/LibGit2.hpp"
 
 namespace hearthmake::git {
 

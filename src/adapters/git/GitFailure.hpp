@@ -13,11 +13,13 @@ namespace hearthmake::git {
 namespace Number {
 inline constexpr std::int32_t kInvalidArgument = 5;    // a path, label or user that can't be one
 inline constexpr std::int32_t kInterrupted = 18;       // the person at the host wanted it to end
+inline constexpr std::int32_t kLibraryMissing = 48;    // libgit2 can't be loaded
 inline constexpr std::int32_t kNotFound = 53;          // ini file or item
 inline constexpr std::int32_t kGitFailed = 57;         // damaged objects, network, what git refuses
 inline constexpr std::int32_t kPermissionDenied = 70;  // held by somebody, credentials refused, locked
 inline constexpr std::int32_t kPathAccess = 75;        // a local path, or an entry of a tree, that is refused
 inline constexpr std::int32_t kPathNotFound = 76;      // repository, branch, working folder
+inline constexpr std::int32_t kFunctionMissing = 453;  // the libgit2 that was loaded is another one
 }  // namespace Number
 
 // Raises an error from inside the adapter; the operation that was called puts its own name to it.

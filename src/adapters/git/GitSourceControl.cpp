@@ -27,12 +27,7 @@ class GitDatabase : public platform::VSSDatabase {
 }  // namespace
 
 GitSourceControl::GitSourceControl(PathMap toPosix, Options options)
-    : m_toPosix(std::move(toPosix)), m_options(std::move(options)) {
-  git_libgit2_init();
-  // A blob's hash is not computed anew each time it is read; git itself does so on fsck only. What is stored
-  // is protected by the checksum of its compression.
-  git_libgit2_opts(GIT_OPT_ENABLE_STRICT_HASH_VERIFICATION, 0);
-}
+    : m_toPosix(std::move(toPosix)), m_options(std::move(options)) {}
 
 GitSourceControl::~GitSourceControl() = default;
 

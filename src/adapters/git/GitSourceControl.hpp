@@ -17,8 +17,8 @@ class GitSourceControl : public platform::SourceControl {
   ~GitSourceControl() override;
 
   // With a remote, this fetches. The user and password are offered to its server; the repository itself asks
-  // for none. Errors, source "VSSDatabase.Open": 53 no such ini file, 76 no repository or branch, 5 a user
-  // that can't be one, 70 credentials refused, 57 the remote can't be reached.
+  // for none. Errors, source "VSSDatabase.Open": 48 libgit2 can't be loaded, 53 no such ini file, 76 no
+  // repository or branch, 5 a user that can't be one, 70 credentials refused, 57 the remote can't be reached.
   std::unique_ptr<platform::VSSDatabase> Open(std::string_view strSrcSafeIni, std::string_view strUser,
                                               std::string_view strPassword) override;
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <git2.h>
-
 #include <memory>
+
+#include "adapters/git/LibGit2.hpp"
 
 namespace hearthmake::git {
 

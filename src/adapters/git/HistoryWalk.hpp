@@ -1,13 +1,12 @@
 #pragma once
 
-#include <git2.h>
-
 #include <cstdint>
 #include <queue>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "adapters/git/LibGit2.hpp"
 #include "adapters/git/Repository.hpp"
 
 namespace hearthmake::git {

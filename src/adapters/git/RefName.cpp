@@ -1,9 +1,8 @@
 #include "adapters/git/RefName.hpp"
 
-#include <git2.h>
-
 #include <array>
 
+#include "adapters/git/LibGit2.hpp"
 #include "automation/Utf.hpp"
 
 namespace hearthmake::git {

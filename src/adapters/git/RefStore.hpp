@@ -1,12 +1,12 @@
 #pragma once
 
-#include <git2.h>
-
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "adapters/git/LibGit2.hpp"
 
 namespace hearthmake::git {
 

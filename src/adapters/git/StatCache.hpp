@@ -1,12 +1,13 @@
 #pragma once
 
-#include <git2.h>
 #include <sys/stat.h>
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+
+#include "adapters/git/LibGit2.hpp"
 
 namespace hearthmake::git {
 

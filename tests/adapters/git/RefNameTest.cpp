@@ -1,10 +1,11 @@
 #include "adapters/git/RefName.hpp"
 
-#include <git2.h>
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
+
+#include "adapters/git/LibGit2.hpp"
 
 namespace hearthmake::git {
 namespace {
@@ -15,7 +16,6 @@ bool IsValid(const std::string& name) {
 }
 
 TEST(RefName, GitTakesTheNameOfAnyPathAndLabel) {
-  git_libgit2_init();
   std::set<std::string> names;
   std::set<std::string> texts;
   for (int byte = 1; byte < 256; ++byte) {
