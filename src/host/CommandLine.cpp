@@ -4,14 +4,20 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
+#include "host/Completion.hpp"
+#include "host/ManPage.hpp"
 #include "host/Packages.hpp"
 #include "host/Properties.hpp"
 #include "host/Session.hpp"
@@ -37,6 +43,25 @@ constexpr const char* kEpilogue =
     "Exit status: 0 done, 1 the build failed, or a deployment, 2 wrong usage or input, 3 cancelled.";
 
 constexpr const char* kPackagesWord = "packages";
+// For the completions of shells; see Completion.hpp.
+constexpr const char* kCompleteWord = "__complete";
+// Prints the manual page, when the program is built.
+constexpr const char* kManWord = "__man";
+
+// A name that is a row of words says itself what may be left out and what repeated.
+class HelpFormat : public CLI::Formatter {
+ public:
+  std::string make_option_usage(const CLI::Option* option) const override {
+    return IsRow(option) ? make_option_name(option, true) : CLI::Formatter::make_option_usage(option);
+  }
+  std::string make_option_opts(const CLI::Option* option) const override {
+    if (!IsRow(option)) return CLI::Formatter::make_option_opts(option);
+    return option->get_required() ? " REQUIRED" : "";
+  }
+
+ private:
+  static bool IsRow(const CLI::Option* option) { return option->get_name().find(' ') != std::string::npos; }
+};
 
 // The words of the command with their options. Parsing fills the arguments and leaves the action to run.
 class Words {
@@ -109,10 +134,13 @@ class Words {
     word = Add("list", "List the builds.", "hearthmake list --json", m_list, &ListCommand);
     AddJson(word, m_list.json);
 
-    word = Add("show", "Show a build, or all about one of its projects.", "hearthmake show Shop Prices",
-               m_show, &ShowCommand);
+    word = Add("show",
+               "Show a build, all about one of its projects, or one property. A wrong name lists what there\n"
+               "is.",
+               "hearthmake show Shop Prices", m_show, &ShowCommand);
     AddBuild(word, m_show.build);
-    word->add_option("PROJECT", m_show.project, "name or id of a project");
+    word->add_option("PROJECT", m_show.project, "name or id of a project, or a property of the build");
+    word->add_option("PROPERTY", m_show.property, "a property of the project");
     AddJson(word, m_show.json);
 
     word = Add("delete", "Delete a build. Its project files stay as they are.", "hearthmake delete Shop",
@@ -154,13 +182,34 @@ class Words {
         ->type_name("PROJECT INDEX");
     AddJson(word, m_refs.json);
 
-    word = Add("set", "Set a property of a project. A wrong name lists what there is.",
-               "hearthmake set Shop Prices CompatibleMode BinaryCompatibility", m_set, &SetCommand);
+    AddPropertyWords();
+  }
+
+  void AddPropertyWords() {
+    CLI::App* word = Add("set",
+                         "Set a property of a project, or of the build itself where no project is named. A\n"
+                         "wrong name lists what there is.",
+                         "hearthmake set Shop Prices CompatibleMode BinaryCompatibility", m_set, &SetCommand);
     AddBuild(word, m_set.build);
-    word->add_option("PROJECT", m_set.project, "name or id of the project")->required();
-    word->add_option("PROPERTY", m_set.property, "as show BUILD PROJECT lists them")->required();
-    word->add_option("VALUE", m_set.value, "a text, a number, true or false, or a name of an enumeration")
-        ->required();
+    word->add_option("[PROJECT] PROPERTY VALUE", m_set.words,
+                     "a project by name or id, a property as show lists them, and a text, a number, true\n"
+                     "or false, or a name of an enumeration")
+        ->required()
+        ->expected(2, 3);
+
+    word = Add("version",
+               "Show, set or raise the versions of projects: all are changed, or, on an error, none. Each\n"
+               "number is 0 to 9999. The next compile writes them to the project files, but for the\n"
+               "revision where AutoIncrementVer is on: that one the compiler counts in the file.",
+               "hearthmake version Shop --bump minor Prices Till", m_version, &VersionCommand);
+    AddBuild(word, m_version.build);
+    word->add_option("[X.Y.Z] [PROJECT...]", m_version.words,
+                     "major, minor and revision number to set, and names or ids of projects; without any,\n"
+                     "all");
+    word->add_option("--bump", m_version.bump, "raise this part by one and set those behind it to 0")
+        ->type_name("PART")
+        ->check(CLI::IsMember({"major", "minor", "revision"}));
+    AddJson(word, m_version.json);
   }
 
   void AddRunWords() {
@@ -476,6 +525,7 @@ class Words {
   CatalogArguments m_catalog;
   ScriptArguments m_script;
   SetArguments m_set;
+  VersionArguments m_version;
   SettingsArguments m_settings;
 };
 
@@ -498,6 +548,13 @@ bool IsAboutDatabase(const automation::Error& error) {
          error.Source().starts_with("DAO.");
 }
 
+void PrepareApp(CLI::App& app) {
+  app.formatter(std::make_shared<HelpFormat>());
+  app.footer(kEpilogue);
+  app.set_version_flag("--version", "hearthmake " HEARTHMAKE_VERSION);
+  app.require_subcommand(1);
+}
+
 ExitStatus Run(Session& session, const Words& words) {
   try {
     return words.Run(session);
@@ -514,11 +571,48 @@ ExitStatus Run(Session& session, const Words& words) {
 
 }  // namespace
 
-ExitStatus RunCommandLine(int argc, const char* const* argv) {
+struct CommandDeclaration::Parts {
   CLI::App app{kOverview, "hearthmake"};
-  app.footer(kEpilogue);
-  app.set_version_flag("--version", "hearthmake " HEARTHMAKE_VERSION);
-  app.require_subcommand(1);
+  std::optional<Words> words;
+};
+
+CommandDeclaration::CommandDeclaration() : m_parts(std::make_unique<Parts>()) {
+  PrepareApp(m_parts->app);
+  m_parts->words.emplace(m_parts->app, true);
+}
+
+CommandDeclaration::~CommandDeclaration() = default;
+
+const CLI::App& CommandDeclaration::App() const { return m_parts->app; }
+
+namespace {
+
+ExitStatus AnswerCompletion(const std::vector<std::string>& arguments) {
+  const CommandDeclaration declaration;
+  Console(true).Out(AnswerShell(declaration.App(), arguments));
+  return ExitStatus::Done;
+}
+
+// __man TEMPLATE DATE
+ExitStatus PrintManPage(const std::vector<std::string>& arguments) {
+  std::ifstream file(arguments.empty() ? "" : arguments[0]);
+  if (arguments.size() != 2 || !file) return ExitStatus::WrongInput;
+  const std::string text(std::istreambuf_iterator<char>(file), {});
+  const CommandDeclaration declaration;
+  Console(true).Out(ManPage(declaration.App(), text, HEARTHMAKE_VERSION, arguments[1]));
+  return ExitStatus::Done;
+}
+
+}  // namespace
+
+ExitStatus RunCommandLine(int argc, const char* const* argv) {
+  if (argc > 1) {
+    const std::vector<std::string> arguments(argv + 2, argv + argc);
+    if (std::string_view(argv[1]) == kCompleteWord) return AnswerCompletion(arguments);
+    if (std::string_view(argv[1]) == kManWord) return PrintManPage(arguments);
+  }
+  CLI::App app{kOverview, "hearthmake"};
+  PrepareApp(app);
   const auto isPackages = [](const char* typed) { return std::string_view(typed) == kPackagesWord; };
   Words words(app, std::any_of(argv, argv + argc, isPackages));
   try {

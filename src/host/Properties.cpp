@@ -34,12 +34,6 @@ Members PropertiesOf(const Interface& declaration, MemberKind kind) {
   return members;
 }
 
-std::string NamesOf(const Members& members) {
-  std::string names;
-  for (const Member* member : members) names += (names.empty() ? "" : ", ") + member->name;
-  return names;
-}
-
 const Member* Find(const Members& members, std::string_view name) {
   const auto found = std::find_if(members.begin(), members.end(), [&](const Member* member) {
     return automation::EqualsIgnoreCaseAscii(member->name, name);
@@ -80,8 +74,33 @@ std::string ChoiceName(const Enumeration& enumeration, std::int32_t value) {
   return automation::Decimal(value);
 }
 
+// The word for one of them in messages.
+const char* WordFor(const Interface& declaration) {
+  return declaration.Name() == "Settings" ? "setting" : "property";
+}
+
+const Member& FindAmong(const Interface& declaration, const Members& members, std::string_view name) {
+  if (const Member* member = Find(members, name)) return *member;
+  throw HostError(fmt::format("There is no {} '{}'.", WordFor(declaration), name),
+                  "There are: " + NamesOf(members));
+}
+
 }  // namespace
 
+std::string NamesOf(const Members& members) {
+  std::string names;
+  for (const Member* member : members) names += (names.empty() ? "" : ", ") + member->name;
+  return names;
+}
+
+Members ShownProperties(const Interface& declaration) {
+  Members members;
+  for (const Member& member : declaration.Members()) {
+    if (member.kind == MemberKind::Get && member.parameters.empty() && !member.isRestricted)
+      members.push_back(&member);
+  }
+  return members;
+}
 Members ReadableProperties(const Interface& declaration) {
   return PropertiesOf(declaration, MemberKind::Get);
 }
@@ -90,11 +109,11 @@ Members SettableProperties(const Interface& declaration) {
 }
 
 const Member& FindReadable(const Interface& declaration, std::string_view name) {
-  const Members members = ReadableProperties(declaration);
-  if (const Member* member = Find(members, name)) return *member;
-  throw HostError(
-      fmt::format("There is no {} '{}'.", declaration.Name() == "Settings" ? "setting" : "property", name),
-      "There are: " + NamesOf(members));
+  return FindAmong(declaration, ReadableProperties(declaration), name);
+}
+
+const Member& FindShown(const Interface& declaration, std::string_view name) {
+  return FindAmong(declaration, ShownProperties(declaration), name);
 }
 
 const Member& FindSettable(const Interface& declaration, std::string_view name) {
@@ -102,8 +121,7 @@ const Member& FindSettable(const Interface& declaration, std::string_view name) 
   if (const Member* member = Find(members, name)) return *member;
   const bool isReadOnly = Find(ReadableProperties(declaration), name) != nullptr;
   throw HostError(isReadOnly ? fmt::format("{} can be read only.", name)
-                             : fmt::format("There is no {} '{}'.",
-                                           declaration.Name() == "Settings" ? "setting" : "property", name),
+                             : fmt::format("There is no {} '{}'.", WordFor(declaration), name),
                   "These can be set: " + NamesOf(members));
 }
 

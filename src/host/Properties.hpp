@@ -15,9 +15,15 @@ namespace hearthmake::host {
 std::vector<const automation::Member*> ReadableProperties(const automation::Interface& declaration);
 std::vector<const automation::Member*> SettableProperties(const automation::Interface& declaration);
 
+// All that can be read without arguments, objects included.
+std::vector<const automation::Member*> ShownProperties(const automation::Interface& declaration);
+
 // The property, by name without regard to case. HostError that lists what there is.
 const automation::Member& FindReadable(const automation::Interface& declaration, std::string_view name);
 const automation::Member& FindSettable(const automation::Interface& declaration, std::string_view name);
+const automation::Member& FindShown(const automation::Interface& declaration, std::string_view name);
+// Their names with commas between them.
+std::string NamesOf(const std::vector<const automation::Member*>& members);
 
 // A typed value as the property takes it: enumerations by name or number, true and false in the usual
 // words, numbers as ParseLong takes them. HostError that says what would do.

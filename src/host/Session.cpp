@@ -119,16 +119,21 @@ automation::Ref<Build> Session::NewBuild(const std::string& name) {
   Database().RequireOrMake();
   auto build = automation::Make<Build>();
   build->SetName(name);
-  if (build->Name() != automation::Trim(name)) {
-    throw HostError(fmt::format("The name '{}' is too long.", name),
-                    fmt::format("A build's name has at most 30 characters: '{}'.", build->Name()));
+  RequireFreeName(*build, name);
+  return build;
+}
+
+void Session::RequireFreeName(const Build& build, const std::string& typed) {
+  if (build.Name() != automation::Trim(typed)) {
+    throw HostError(fmt::format("The name '{}' is too long.", typed),
+                    fmt::format("A build's name has at most 30 characters: '{}'.", build.Name()));
   }
   for (const auto& other : ListBuilds()) {
-    if (!automation::EqualsIgnoreCase(other->Name(), build->Name())) continue;
+    const bool isSame = other->Id() == build.Id();
+    if (isSame || !automation::EqualsIgnoreCase(other->Name(), build.Name())) continue;
     throw HostError(fmt::format("There is a build '{}' already, its id is {}.", other->Name(), other->Id()),
                     "Choose another name.");
   }
-  return build;
 }
 
 automation::Ref<hearthmake::Settings> Session::LibrarySettings() {

@@ -37,6 +37,9 @@ class Session {
   automation::Ref<Build> OpenBuild(const std::string& idOrName);
   // A fresh one, not stored. HostError when the name is taken.
   automation::Ref<Build> NewBuild(const std::string& name);
+  // The name that a build has been given, as it was typed: HostError when it was cut, or when another build
+  // has it.
+  void RequireFreeName(const Build& build, const std::string& typed);
   // The library's settings; HostError that names their file when it holds junk.
   automation::Ref<hearthmake::Settings> LibrarySettings();
 

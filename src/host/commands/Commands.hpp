@@ -25,7 +25,8 @@ ExitStatus ListCommand(Session& session, const ListArguments& arguments);
 
 struct ShowArguments {
   std::string build;
-  std::string project;  // empty: the build itself
+  std::string project;   // or a property of the build; empty: the build itself
+  std::string property;  // of the project; empty: all
   bool json = false;
 };
 ExitStatus ShowCommand(Session& session, const ShowArguments& arguments);
@@ -209,11 +210,17 @@ ExitStatus ScriptCommand(Session& session, const ScriptArguments& arguments);
 
 struct SetArguments {
   std::string build;
-  std::string project;
-  std::string property;
-  std::string value;
+  std::vector<std::string> words;  // project, property and value; without a project, of the build itself
 };
 ExitStatus SetCommand(Session& session, const SetArguments& arguments);
+
+struct VersionArguments {
+  std::string build;
+  std::vector<std::string> words;  // a version, when the first looks like one, then projects; none: all
+  std::string bump;                // major, minor or revision; empty: none
+  bool json = false;
+};
+ExitStatus VersionCommand(Session& session, const VersionArguments& arguments);
 
 struct SettingsArguments {
   std::string key;    // empty: all

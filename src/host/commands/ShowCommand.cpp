@@ -1,7 +1,9 @@
 #include <fmt/format.h>
 
 #include "automation/Error.hpp"
+#include "automation/Text.hpp"
 #include "host/BinaryState.hpp"
+#include "host/HostError.hpp"
 #include "host/Json.hpp"
 #include "host/Numbers.hpp"
 #include "host/Packages.hpp"
@@ -18,22 +20,46 @@ using automation::Member;
 using automation::ValueKind;
 using nlohmann::ordered_json;
 
+// The items of a collection of texts.
+std::vector<std::string> TextsOf(const automation::Variant& collection) {
+  std::vector<std::string> texts;
+  const auto walk = collection.AsObject()->Enumerate();
+  for (automation::Variant item; walk->Next(item);) texts.push_back(automation::ToText(item));
+  return texts;
+}
+
+bool IsReferences(const Member& property) { return property.name == "References"; }
+
+// An object is told in a few words. The references of a project are listed behind its properties.
+std::string Summary(const Member& property, const automation::Variant& object) {
+  if (IsReferences(property)) {
+    return fmt::format("{} (see below)", automation::ToText(object.AsObject()->Get("Count")));
+  }
+  const std::vector<std::string> texts = TextsOf(object);
+  return fmt::format("{}: {} to {}", texts.size(), texts.front(), texts.back());
+}
+
+std::string ValueOrSummary(const Member& property, const automation::Variant& value) {
+  return property.value.kind == ValueKind::Object ? Summary(property, value) : ValueText(property, value);
+}
+
 // A property that can't be read says why; the others are shown all the same.
-std::string TextOf(Project& project, const Member& property) {
+std::string TextOf(automation::Object& object, const Member& property) {
   try {
-    return Printable(ValueText(property, project.Get(property.name)));
+    return Printable(ValueOrSummary(property, object.Get(property.name)));
   } catch (const automation::Error& error) {
     return fmt::format("({})", error.Description());
   }
 }
 
-ordered_json JsonOf(Project& project, const Member& property) {
+ordered_json JsonOf(automation::Object& object, const Member& property) {
   try {
-    const automation::Variant value = project.Get(property.name);
+    const automation::Variant value = object.Get(property.name);
     switch (property.value.kind) {
       case ValueKind::Boolean: return automation::ToBoolean(value);
       case ValueKind::Integer:
       case ValueKind::Long: return automation::ToLong(value);
+      case ValueKind::Object: return TextsOf(value);
       case ValueKind::Date:
         if (automation::ToDate(value) == 0) return nullptr;
         [[fallthrough]];
@@ -85,8 +111,9 @@ void ShowBuild(Session& session, Build& build, bool asJson) {
 void ShowProject(Session& session, Build& build, Project& project, bool asJson) {
   ordered_json json = ordered_json::object();
   std::string text;
-  for (const Member* property : ReadableProperties(Project::Describe())) {
+  for (const Member* property : ShownProperties(Project::Describe())) {
     if (asJson) {
+      if (IsReferences(*property)) continue;
       json[property->name] = JsonOf(project, *property);
     } else {
       text += fmt::format("{:<24} {}\n", property->name, TextOf(project, *property));
@@ -102,14 +129,53 @@ void ShowProject(Session& session, Build& build, Project& project, bool asJson) 
   session.Out().Out(asJson ? JsonText(json, 2) + "\n" : text);
 }
 
+// One property is printed bare, for scripts; what can't be read is an error here.
+void ShowProperty(Session& session, automation::Object& object, const Member& property, bool asJson) {
+  const automation::Variant value = object.Get(property.name);
+  std::string text;
+  if (asJson) {
+    text = JsonText(JsonOf(object, property)) + "\n";
+  } else if (property.value.kind == ValueKind::Object) {
+    for (const std::string& item : TextsOf(value)) text += Printable(item) + "\n";
+  } else {
+    text = Printable(ValueText(property, value)) + "\n";
+  }
+  session.Out().Out(text);
+}
+
+void ShowProjectProperty(Session& session, Build& build, Project& project, const ShowArguments& arguments) {
+  const Member& property = FindShown(Project::Describe(), arguments.property);
+  if (!IsReferences(property)) return ShowProperty(session, project, property, arguments.json);
+  session.Out().Out(arguments.json ? JsonText(ReferencesJson(build, project), 2) + "\n"
+                                   : ReferenceLines(build, project));
+}
+
+// A project of that name goes before a property of the build.
+void ShowMember(Session& session, Build& build, const ShowArguments& arguments) {
+  automation::Ref<Project> project;
+  try {
+    project = FindProject(build, arguments.project);
+  } catch (const HostError& error) {
+    for (const Member* property : ReadableProperties(Build::Describe())) {
+      if (!automation::EqualsIgnoreCaseAscii(property->name, arguments.project)) continue;
+      return ShowProperty(session, build, *property, arguments.json);
+    }
+    throw HostError(error.what(), error.Advice() + "\nProperties of the build: " +
+                                      NamesOf(ReadableProperties(Build::Describe())));
+  }
+  ShowProject(session, build, *project, arguments.json);
+}
+
 }  // namespace
 
 ExitStatus ShowCommand(Session& session, const ShowArguments& arguments) {
   const auto build = session.OpenBuild(arguments.build);
   if (arguments.project.empty()) {
     ShowBuild(session, *build, arguments.json);
+  } else if (arguments.property.empty()) {
+    ShowMember(session, *build, arguments);
   } else {
-    ShowProject(session, *build, *FindProject(*build, arguments.project), arguments.json);
+    ShowProjectProperty(session, *build, *FindProject(*build, arguments.project), arguments);
   }
   return ExitStatus::Done;
 }
