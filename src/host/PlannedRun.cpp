@@ -48,6 +48,11 @@ void PlannedRun::Go(bool resumes) {
   }
 }
 
+void PlannedRun::StayAway() {
+  BuildStart(false);
+  BuildComplete();
+}
+
 void PlannedRun::LeaveOutUnplanned() {
   for (std::size_t i = 0; i < m_projects.size(); ++i) {
     if (!m_plan.Projects()[i].Runs()) m_leftOut.Add(*m_projects[i]);

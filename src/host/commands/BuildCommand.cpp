@@ -120,20 +120,35 @@ void TellPlan(const Console& console, const Build& build, const RunPlan& plan,
   if (arguments.why) console.Out(WhyLines(plan));
 }
 
+// Where nothing that was asked for is left to compile, services go on and scripts have nothing to wait for. A
+// resumed run may have stopped behind its last project.
+bool IsNeeded(const RunPlan& plan, bool resumes, const BuildArguments& arguments) {
+  return resumes || !IsNarrowed(arguments) || plan.Count(RunChoice::Runs) > 0;
+}
+
 std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, const RunPlan& plan, bool asJson) {
   if (asJson) return std::make_unique<JsonDisplay>(session.Out(), build, plan);
   return std::make_unique<TextDisplay>(session, build, plan);
 }
 
-// The sinks in the order in which they hear the events.
-RunResult Run(Session& session, Build& build, RunPlan& plan, bool resumes, RunDisplay& display,
-              std::vector<BuildEvents*> sinks) {
-  sinks.push_back(&display);
+struct RunTask {
+  bool resumes = false;
+  bool isNeeded = true;
+  std::vector<BuildEvents*> sinks;  // in the order in which they hear the events; the display is the last
+};
+
+RunResult Run(Session& session, Build& build, RunPlan& plan, RunDisplay& display, RunTask task) {
+  task.sinks.push_back(&display);
   const InterruptibleRun interruptible;
   session.Library().OnTick([&] { display.Tick(); });
-  PlannedRun(build, plan, std::move(sinks)).Go(resumes);
+  PlannedRun run(build, plan, std::move(task.sinks));
+  if (task.isNeeded) {
+    run.Go(task.resumes);
+  } else {
+    run.StayAway();
+  }
   session.Library().OnTick({});
-  EndReport(build, display.Result() == RunResult::Complete);
+  if (task.isNeeded) EndReport(build, display.Result() == RunResult::Complete);
   display.Finish();
   return display.Result();
 }
@@ -167,8 +182,7 @@ ExitStatus DryRun(Session& session, Build& build, const BuildArguments& argument
   const RunPlan plan =
       MakePlan(session, build, arguments, resumes ? known : nullptr, OpenRewrittenFiles(session, build));
   TellOfSwitchedOff(session, build, plan, arguments);
-  if (arguments.why && !arguments.json) session.Out().Out(WhyLines(plan));
-  return ShowDryRun(session, build, plan, arguments.json);
+  return ShowDryRun(session, build, plan, {arguments.why, arguments.json});
 }
 
 }  // namespace
@@ -191,7 +205,8 @@ ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
   TellPlan(session.Out(), *build, plan, arguments);
   const auto display = MakeDisplay(session, *build, plan, arguments.json);
   // The journal first: what compiled is to be on record before anything else can go wrong.
-  const RunResult result = Run(session, *build, plan, resumes, *display, {&journal, &rewritten});
+  const RunResult result = Run(session, *build, plan, *display,
+                               {resumes, IsNeeded(plan, resumes, arguments), {&journal, &rewritten}});
   rewritten.Save();
   if (result == RunResult::Complete) journal.Remove();
   return StatusOf(result);
