@@ -125,7 +125,7 @@ std::vector<std::string> Suite::SourcesOf(const std::string& path) const {
   const std::string folder(FolderPart(m_drives.FromPosix(path)));
   for (const host::ProjectSource& source : host::SourcesOf(ReadFile(path), folder)) {
     const auto file = m_drives.ToPosix(source.path);
-    if (file && (!source.isCompanion || fs::exists(*file))) files.push_back(*file);
+    if (file && (!source.mayBeMissing || fs::exists(*file))) files.push_back(*file);
   }
   return files;
 }

@@ -107,9 +107,9 @@ std::optional<std::string> ChangeFinder::WhyFileChanged(Project& project, const 
 std::optional<std::string> ChangeFinder::WhySourceChanged(const File& projectFile, const File& binary) {
   const std::string folder = projectFile.path.substr(0, projectFile.path.rfind('\\') + 1);
   for (ProjectSource& source : SourcesOf(m_files.Read(projectFile.path), folder)) {
-    const bool isCompanion = source.isCompanion;
+    const bool mayBeMissing = source.mayBeMissing;
     const File file = Look(std::move(source.path));
-    if (!file.IsThere() && isCompanion) continue;
+    if (!file.IsThere() && mayBeMissing) continue;
     if (!file.IsThere()) return m_pathText(file.path) + " is missing";
     if (IsNewer(file.stamp.modified, binary.stamp.modified)) return Compare(file, binary);
   }

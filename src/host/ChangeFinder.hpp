@@ -24,7 +24,7 @@ class ChangeFinder {
   ChangeFinder(platform::FileSystem& files, const RewrittenFiles& rewritten, PathText pathText);
 
   // Takes out of the plan what is up to date, and tells of the others why they are not: the binary is missing
-  // or older than the project file, a source or a referenced binary; a source is missing; or the project
+  // or older than the project file, a source or a referenced binary; a source is missing that a compile needs; or the project
   // depends on one that the plan compiles, however far away. inCompileOrder are the projects of plan and
   // graph.
   void LeaveOutUpToDate(RunPlan& plan, const ProjectList& inCompileOrder, const ProjectGraph& graph);

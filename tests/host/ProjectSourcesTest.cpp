@@ -14,7 +14,7 @@ constexpr const char* kFolder = "C:\\src\\Lib\\";
 std::vector<std::string> Paths(std::string_view bytes) {
   std::vector<std::string> paths;
   for (const ProjectSource& source : SourcesOf(bytes, kFolder))
-    paths.push_back((source.isCompanion ? "+" : "") + source.path);
+    paths.push_back((source.mayBeMissing ? "+" : "") + source.path);
   return paths;
 }
 
@@ -29,7 +29,7 @@ TEST(ProjectSources, NamesEachKindOfSourceWithItsCompanions) {
                   "C:\\src\\Lib\\Columns.pag", "+C:\\src\\Lib\\Columns.pgx", "C:\\src\\Lib\\Page.dob",
                   "+C:\\src\\Lib\\Page.dox", "C:\\src\\Lib\\Environment.Dsr",
                   "+C:\\src\\Lib\\Environment.dsx", "+C:\\src\\Lib\\Environment.dca", "C:\\src\\Lib\\Lib.RES",
-                  "C:\\src\\Lib\\docs\\read me.txt"));
+                  "+C:\\src\\Lib\\docs\\read me.txt"));
 }
 
 TEST(ProjectSources, PassesOverWhatNamesNoFile) {

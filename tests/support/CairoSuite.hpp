@@ -88,6 +88,7 @@ class CairoSuite {
     posix::PosixFileSystem files(m_map);
     for (const std::string& folder : folders) files.CreateFolders(folder);
     for (const std::string& source : sources) {
+      if (!m_map->ToPosix(source)) continue;  // on a server
       files.CreateFolders(FolderPart(source));
       files.ReadOrCreate(source);
     }

@@ -51,15 +51,16 @@ void Touch(const std::string& path) {
   fs::last_write_time(path, fs::file_time_type::clock::now());
 }
 
-// Every file below a folder with its bytes and times.
+// Every file below a folder with its bytes and times, and every folder.
 std::map<std::string, std::string> Snapshot(const std::string& folder) {
   std::map<std::string, std::string> files;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    const auto time = entry.last_write_time().time_since_epoch().count();
+    std::string& text = files[entry.path()];
+    // A database that is read has files beside it meanwhile, which a folder's time shows.
+    if (!entry.is_regular_file()) continue;
     std::ifstream file(entry.path(), std::ios::binary);
-    const std::string bytes =
-        entry.is_regular_file() ? std::string(std::istreambuf_iterator<char>(file), {}) : "folder";
-    files[entry.path()] = std::to_string(time) + " " + bytes;
+    text = std::to_string(entry.last_write_time().time_since_epoch().count()) + " " +
+           std::string(std::istreambuf_iterator<char>(file), {});
   }
   return files;
 }
@@ -194,8 +195,11 @@ TEST_F(ChangedExamples, ADryRunTouchesNothing) {
     SCOPED_TRACE(isBuilt);
     if (isBuilt) BuildAll();
     const auto before = Snapshot(command.root.Path());
-    for (const HostCommand::Arguments& more :
-         {HostCommand::Arguments{}, {"--json"}, {"--changed", "--why"}, {"--only", "OdData"}, {"--resume"}}) {
+    for (const HostCommand::Arguments& more : {HostCommand::Arguments{},
+                                               {"--json"},
+                                               {"--changed", "--why"},
+                                               {"--only", "OdCommon"},
+                                               {"--resume"}}) {
       HostCommand::Arguments arguments = {"build", "Desk", "--dry-run"};
       arguments.insert(arguments.end(), more.begin(), more.end());
       const pid_t process = command.Start(arguments);
@@ -203,9 +207,12 @@ TEST_F(ChangedExamples, ADryRunTouchesNothing) {
       for (const char* stream : {".out", ".err"})
         fs::remove(command.root.Path("output-" + std::to_string(process) + stream));
     }
-    auto after = Snapshot(command.root.Path());
-    // The files of the command's own output came and went in the folder itself.
-    EXPECT_EQ(after, before);
+    const auto after = Snapshot(command.root.Path());
+    for (const auto& [path, content] : after) {
+      ASSERT_TRUE(before.contains(path)) << path << " came";
+      EXPECT_TRUE(before.at(path) == content) << path << " was changed";
+    }
+    EXPECT_EQ(after.size(), before.size());
   }
 }
 
@@ -332,6 +339,8 @@ TEST_F(RunChoices, ResumingGoesOnWithWhatWasAskedForOnly) {
 }
 
 TEST_F(RunChoices, AChoiceNarrowsWhatAResumedRunHasLeft) {
+  command.Run({"build", "Shop"});
+  command.ForgetCompiled();
   command.FailOn("Lib");
   ASSERT_EQ(command.Run({"build", "Shop"}).status, 1);
   command.BehaveWell();
