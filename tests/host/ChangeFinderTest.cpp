@@ -151,6 +151,16 @@ TEST_F(ChangeFinderTest, ComparesWithTheBinariesThatAreReferenced) {
   EXPECT_THAT(ReasonOf("App"), HasSubstr("C:\\src\\Lib.dll ("));
 }
 
+TEST_F(ChangeFinderTest, DoesNotCompareWithABinaryThatIsMadeOnceMoreBehind) {
+  bench.Write("C:\\src\\Twin.vbp", "Type=OleDll\nExeName32=\"Lib.dll\"\nName=\"Twin\"\n");
+  build->Projects().Add("C:\\src\\Twin.vbp");
+  Touch("Twin.vbp", 0);
+  Touch("Lib.dll", 11);
+  EXPECT_THAT(Changed(), IsEmpty());
+  FindProject(*build, "Twin")->SetCompileMe(false);
+  EXPECT_THAT(Changed(), ElementsAre("App"));
+}
+
 TEST_F(ChangeFinderTest, NeverCompilesWhatIsSwitchedOffNorForItsSake) {
   FindProject(*build, "Lib")->SetCompileMe(false);
   Touch("Money.cls", 11);
