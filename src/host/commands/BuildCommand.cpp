@@ -120,10 +120,16 @@ void TellPlan(const Console& console, const Build& build, const RunPlan& plan,
   if (arguments.why) console.Out(WhyLines(plan));
 }
 
-// Where nothing that was asked for is left to compile, services go on and scripts have nothing to wait for. A
-// resumed run may have stopped behind its last project.
-bool IsNeeded(const RunPlan& plan, bool resumes, const BuildArguments& arguments) {
-  return resumes || !IsNarrowed(arguments) || plan.Count(RunChoice::Runs) > 0;
+enum class RunKind {
+  Fresh,
+  Resumed,
+  None,  // where nothing that was asked for is left to compile, services go on and scripts don't run
+};
+
+// A resumed run may have stopped behind its last project.
+RunKind KindOf(const RunPlan& plan, bool resumes, const BuildArguments& arguments) {
+  if (resumes) return RunKind::Resumed;
+  return IsNarrowed(arguments) && plan.Count(RunChoice::Runs) == 0 ? RunKind::None : RunKind::Fresh;
 }
 
 std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, const RunPlan& plan, bool asJson) {
@@ -131,24 +137,19 @@ std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, const Ru
   return std::make_unique<TextDisplay>(session, build, plan);
 }
 
-struct RunTask {
-  bool resumes = false;
-  bool isNeeded = true;
-  std::vector<BuildEvents*> sinks;  // in the order in which they hear the events; the display is the last
-};
-
-RunResult Run(Session& session, Build& build, RunPlan& plan, RunDisplay& display, RunTask task) {
-  task.sinks.push_back(&display);
+// The sinks hear the events in their order; the display is one of them.
+RunResult Run(Session& session, Build& build, RunPlan& plan, RunKind kind, RunDisplay& display,
+              const std::vector<BuildEvents*>& sinks) {
   const InterruptibleRun interruptible;
   session.Library().OnTick([&] { display.Tick(); });
-  PlannedRun run(build, plan, std::move(task.sinks));
-  if (task.isNeeded) {
-    run.Go(task.resumes);
-  } else {
+  PlannedRun run(build, plan, sinks);
+  if (kind == RunKind::None) {
     run.StayAway();
+  } else {
+    run.Go(kind == RunKind::Resumed);
+    EndReport(build, display.Result() == RunResult::Complete);
   }
   session.Library().OnTick({});
-  if (task.isNeeded) EndReport(build, display.Result() == RunResult::Complete);
   display.Finish();
   return display.Result();
 }
@@ -205,8 +206,8 @@ ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
   TellPlan(session.Out(), *build, plan, arguments);
   const auto display = MakeDisplay(session, *build, plan, arguments.json);
   // The journal first: what compiled is to be on record before anything else can go wrong.
-  const RunResult result = Run(session, *build, plan, *display,
-                               {resumes, IsNeeded(plan, resumes, arguments), {&journal, &rewritten}});
+  const std::vector<BuildEvents*> sinks = {&journal, &rewritten, display.get()};
+  const RunResult result = Run(session, *build, plan, KindOf(plan, resumes, arguments), *display, sinks);
   rewritten.Save();
   if (result == RunResult::Complete) journal.Remove();
   return StatusOf(result);
