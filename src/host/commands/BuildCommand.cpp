@@ -8,6 +8,7 @@
 #include "host/JsonDisplay.hpp"
 #include "host/LatestSources.hpp"
 #include "host/RunJournal.hpp"
+#include "host/RunReports.hpp"
 #include "host/SinkGuard.hpp"
 #include "host/TextDisplay.hpp"
 #include "host/commands/Commands.hpp"
@@ -68,7 +69,8 @@ std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, bool asJ
   return std::make_unique<TextDisplay>(session, build, count);
 }
 
-RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildArguments& arguments) {
+RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildArguments& arguments,
+              RunReports& reports) {
   const bool resumes = Resumes(session, journal, arguments.resume);
   std::unique_ptr<LeftOut> leftOut;
   if (resumes) leftOut = std::make_unique<LeftOut>(build, journal);
@@ -79,6 +81,7 @@ RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildAr
   const auto display = MakeDisplay(session, build, arguments.json);
   // The journal first: what compiled is to be on record before anything else can go wrong.
   const SinkGuard journalSink(build, journal);
+  reports.Begin(build);
   const SinkGuard displaySink(build, *display);
   const InterruptibleRun interruptible;
   session.Library().OnTick([&] { display->Tick(); });
@@ -95,21 +98,26 @@ bool TakesSources(Session& session, const BuildArguments& arguments) {
   return arguments.sources || (isSwitchedOn && !arguments.noSources && !arguments.resume);
 }
 
-}  // namespace
-
-ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
-  const auto build = session.OpenBuild(arguments.build);
+ExitStatus RunAll(Session& session, Build& build, const BuildArguments& arguments, RunReports& reports) {
   // Junk in the settings is told before anything runs.
-  if (TakesSources(session, arguments) && !TakeLatestSources(session, *build, arguments.json))
+  if (TakesSources(session, arguments) && !TakeLatestSources(session, build, arguments.json))
     return ExitStatus::Cancelled;
-  SetCompileOrder(*build);
-  RunJournal journal = OpenJournal(session, *build);
-  switch (Run(session, *build, journal, arguments)) {
+  SetCompileOrder(build);
+  RunJournal journal = OpenJournal(session, build);
+  switch (Run(session, build, journal, arguments, reports)) {
     case RunResult::Complete: journal.Remove(); return ExitStatus::Done;
     case RunResult::Failed: return ExitStatus::Failed;
     case RunResult::Cancelled: return ExitStatus::Cancelled;
   }
   return ExitStatus::Failed;
+}
+
+}  // namespace
+
+ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
+  const auto build = session.OpenBuild(arguments.build);
+  return ReportedRun(session, *build, arguments.reports, arguments.json,
+                     [&](RunReports& reports) { return RunAll(session, *build, arguments, reports); });
 }
 
 }  // namespace hearthmake::host
