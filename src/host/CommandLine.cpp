@@ -228,6 +228,7 @@ class Words {
         ->excludes(sources);
     AddRunChoices(word);
     AddJson(word, m_build.json, "print each event as a line of JSON");
+    AddReports(word, m_build.reports);
 
     word = Add("scripts",
                "List, show, set or check the scripts that a build runs at the seven points of its way. They\n"
@@ -248,6 +249,23 @@ class Words {
     word->add_option(
         "START", m_bases.start,
         "first address (&H..., 0x... or decimal), kept for the next time; without it the one kept");
+  }
+
+  static void AddReports(CLI::App* word, ReportOptions& reports) {
+    word->add_option("--junit", reports.junit,
+                     "write the results to FILE as JUnit XML, whatever becomes of the run")
+        ->type_name("FILE")
+        ->excludes("--dry-run");
+    word->add_option("--code-quality", reports.codeQuality,
+                     "write the errors to FILE as GitLab's code-quality JSON")
+        ->type_name("FILE")
+        ->excludes("--dry-run");
+    word->add_option("--annotations", reports.annotations,
+                     "mark errors and fold projects in the log of a CI service: github, gitlab, azure,\n"
+                     "teamcity, or auto for the one on which it runs. docs/ci.md has examples")
+        ->type_name("SERVICE")
+        ->check(CLI::IsMember(AnnotationServices()))
+        ->excludes("--dry-run");
   }
 
   void AddRunChoices(CLI::App* word) {

@@ -4,6 +4,7 @@
 
 #include "automation/Text.hpp"
 #include "automation/Variant.hpp"
+#include "host/CompilerLog.hpp"
 #include "host/FailureAdvice.hpp"
 #include "project/Project.hpp"
 #include "sourcecontrol/SSProject.hpp"
@@ -12,8 +13,6 @@ namespace hearthmake::host {
 
 namespace {
 
-constexpr std::string_view kCompileFailed = "Compile failed: ";
-
 std::string Projects(std::size_t count) { return fmt::format("{} project{}", count, count == 1 ? "" : "s"); }
 
 std::string NamesOf(const std::vector<const PlannedProject*>& projects) {
@@ -21,12 +20,6 @@ std::string NamesOf(const std::vector<const PlannedProject*>& projects) {
   for (const PlannedProject* planned : projects)
     text += (text.empty() ? "" : ", ") + Printable(planned->name);
   return text;
-}
-
-// What the compiler said, without the library's words in front.
-std::string CompilerWords(std::string_view message) {
-  if (message.starts_with(kCompileFailed)) message.remove_prefix(kCompileFailed.size());
-  return Printable(message);
 }
 
 }  // namespace
@@ -105,7 +98,7 @@ void TextDisplay::ShowFailed(Project* project, const std::string& message, bool 
                                                : fmt::format("{} ({})", project->Name(),
                                                              m_session.PosixPath(project->ProjectPath()));
   m_console.Err(fmt::format("{} {}\n{}\n", m_console.PaintErr(Colour::Red, "FAILED:"), Printable(where),
-                            CompilerWords(message)));
+                            Printable(CompilerWords(message))));
   const std::string advice = FailureAdvice(m_session, m_build, project, message);
   if (!advice.empty()) m_console.Err(advice + "\n");
   const PlannedProject* failed = project == nullptr ? nullptr : Plan().Find(project->Id());

@@ -16,6 +16,7 @@
 #include "host/RewrittenFiles.hpp"
 #include "host/RunJournal.hpp"
 #include "host/RunPlanners.hpp"
+#include "host/RunReports.hpp"
 #include "host/SinkGuard.hpp"
 #include "host/TextDisplay.hpp"
 #include "host/commands/Commands.hpp"
@@ -150,7 +151,6 @@ RunResult Run(Session& session, Build& build, RunPlan& plan, RunKind kind, RunDi
     EndReport(build, display.Result() == RunResult::Complete);
   }
   session.Library().OnTick({});
-  display.Finish();
   return display.Result();
 }
 
@@ -186,6 +186,31 @@ ExitStatus DryRun(Session& session, Build& build, const BuildArguments& argument
   return ShowDryRun(session, build, plan, {arguments.why, arguments.json});
 }
 
+ExitStatus RunAll(Session& session, Build& build, const BuildArguments& arguments, RunReports& reports) {
+  // Junk in the settings is told before anything runs.
+  if (TakesSources(session, arguments) && !TakeLatestSources(session, build, arguments.json))
+    return ExitStatus::Cancelled;
+  SetCompileOrder(build);
+  RunJournal journal(JournalPath(session, build), build.Id(), ProjectIds(build));
+  RewrittenFiles rewritten = OpenRewrittenFiles(session, build);
+  const bool resumes = Resumes(session, &journal, arguments.resume);
+  RunPlan plan = MakePlan(session, build, arguments, resumes ? &journal : nullptr, rewritten);
+  BeginJournal(journal, plan, resumes, IsNarrowed(arguments));
+  TellOfSwitchedOff(session, build, plan, arguments);
+  TellPlan(session.Out(), build, plan, arguments);
+  const auto display = MakeDisplay(session, build, plan, arguments.json);
+  // The journal first: what compiled is to be on record before anything else can go wrong.
+  std::vector<BuildEvents*> sinks = {&journal, &rewritten};
+  for (BuildEvents* sink : reports.Begin(build, plan)) sinks.push_back(sink);
+  sinks.push_back(display.get());
+  const RunResult result = Run(session, build, plan, KindOf(plan, resumes, arguments), *display, sinks);
+  reports.End(plan);
+  display->Finish();
+  rewritten.Save();
+  if (result == RunResult::Complete) journal.Remove();
+  return StatusOf(result);
+}
+
 }  // namespace
 
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
@@ -193,24 +218,8 @@ ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
   const auto build = session.OpenBuild(arguments.build);
   RequireKnownProjects(*build, arguments);
   if (arguments.dryRun) return DryRun(session, *build, arguments);
-  // Junk in the settings is told before anything runs.
-  if (TakesSources(session, arguments) && !TakeLatestSources(session, *build, arguments.json))
-    return ExitStatus::Cancelled;
-  SetCompileOrder(*build);
-  RunJournal journal(JournalPath(session, *build), build->Id(), ProjectIds(*build));
-  RewrittenFiles rewritten = OpenRewrittenFiles(session, *build);
-  const bool resumes = Resumes(session, &journal, arguments.resume);
-  RunPlan plan = MakePlan(session, *build, arguments, resumes ? &journal : nullptr, rewritten);
-  BeginJournal(journal, plan, resumes, IsNarrowed(arguments));
-  TellOfSwitchedOff(session, *build, plan, arguments);
-  TellPlan(session.Out(), *build, plan, arguments);
-  const auto display = MakeDisplay(session, *build, plan, arguments.json);
-  // The journal first: what compiled is to be on record before anything else can go wrong.
-  const std::vector<BuildEvents*> sinks = {&journal, &rewritten, display.get()};
-  const RunResult result = Run(session, *build, plan, KindOf(plan, resumes, arguments), *display, sinks);
-  rewritten.Save();
-  if (result == RunResult::Complete) journal.Remove();
-  return StatusOf(result);
+  return ReportedRun(session, *build, arguments.reports, arguments.json,
+                     [&](RunReports& reports) { return RunAll(session, *build, arguments, reports); });
 }
 
 }  // namespace hearthmake::host

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/HostError.hpp"
+#include "host/RunReports.hpp"
 #include "host/Session.hpp"
 
 namespace hearthmake::host {
@@ -82,6 +83,7 @@ struct BuildArguments {
   bool dryRun = false;
   bool why = false;
   bool json = false;
+  ReportOptions reports;
 };
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments);
 
