@@ -8,7 +8,9 @@ set(HEARTHMAKE_ZSH_FUNCTIONS ${CMAKE_INSTALL_DATADIR}/zsh/site-functions CACHE S
 
 # --- the command ---------------------------------------------------------------------------------------
 
-install(TARGETS hearthmake vb6 RUNTIME COMPONENT runtime)
+install(TARGETS hearthmake RUNTIME COMPONENT runtime)
+# Not for the path: its name is that of the compiler that it stands in for.
+install(TARGETS vb6 RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/hearthmake COMPONENT runtime)
 
 string(TIMESTAMP day "%Y-%m-%d" UTC)
 set(manual ${PROJECT_BINARY_DIR}/doc/hearthmake.1)
