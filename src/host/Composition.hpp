@@ -39,12 +39,9 @@ class Composition {
   struct System;  // what only this system's composition knows
 
   platform::Platform FillPlatform(const HostSettings& settings);
-  void AddCatalogs(platform::Platform& ports) const;
-  std::shared_ptr<platform::SourceControl> MakeSources() const;
 
   std::unique_ptr<System> m_system;
   std::shared_ptr<HostEventPump> m_pump;
-  std::shared_ptr<const catalog::CatalogFile> m_catalog;
   std::function<void(const SourceFile&)> m_onSourceFile;
   Apartment m_apartment;
 };

@@ -43,8 +43,9 @@ const std::vector<Layer>& Layers() {
       {"scripting", 3, false},
       {"deployment", 3, false},
       {"interfaces", 4, false},
-      {"host", 5, true},
-      {"com", 5, true},
+      {"embedding", 5, true},
+      {"host", 6, true},
+      {"com", 6, true},
   };
   return kLayers;
 }
@@ -63,7 +64,7 @@ bool MayInclude(const Layer& from, const Layer& to) {
   if (from.folder == to.folder) return true;
   if (to.folder == "vbscript") return from.folder == "adapters/vbs" || from.folder == "host";
   if (to.folder == "adapters/win32" && IsLateBound(from)) return true;
-  if (IsAdapter(to)) return from.folder == "host" || from.folder == "com";
+  if (IsAdapter(to)) return from.folder == "host" || from.folder == "com" || from.folder == "embedding";
   if (to.level == from.level) return !from.isApart && !to.isApart;
   return to.level < from.level;
 }

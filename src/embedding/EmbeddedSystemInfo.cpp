@@ -1,11 +1,8 @@
-#include "host/posix/HostSystemInfo.hpp"
+#include "embedding/EmbeddedSystemInfo.hpp"
 
-#include "automation/Error.hpp"
 #include "automation/Text.hpp"
-#include "host/HostError.hpp"
-#include "host/Interrupt.hpp"
 
-namespace hearthmake::host {
+namespace hearthmake::embedding {
 
 namespace {
 
@@ -22,29 +19,28 @@ std::int32_t DWordOf(const std::string& data) {
 
 }  // namespace
 
-HostSystemInfo::HostSystemInfo(const HostSettings& settings, std::shared_ptr<const posix::DriveMap> drives,
-                               std::shared_ptr<platform::Registry> registry, bool hasPrefix)
-    : PosixSystemInfo({"", kSystemFolder, drives->FromPosix(settings.DataFolder()), kDefaultVersion}),
-      m_settings(settings),
+EmbeddedSystemInfo::EmbeddedSystemInfo(const Options& options, std::shared_ptr<const posix::DriveMap> drives,
+                                       std::shared_ptr<platform::Registry> registry)
+    : PosixSystemInfo({"", kSystemFolder, drives->FromPosix(options.dataFolder), kDefaultVersion}),
+      m_options(options),
       m_drives(std::move(drives)),
-      m_registry(std::move(registry)),
-      m_hasPrefix(hasPrefix) {}
+      m_registry(std::move(registry)) {}
 
-std::string HostSystemInfo::TemporaryFolder() {
+std::string EmbeddedSystemInfo::TemporaryFolder() {
   if (!m_temporary) {
-    m_temporary.emplace(m_settings.TemporaryFolder());
-    Interrupt::RemoveAtEnd(m_temporary->Path());
+    m_temporary.emplace(m_options.temporaryFolder ? m_options.temporaryFolder() : "");
+    if (m_options.onTemporaryFolder) m_options.onTemporaryFolder(m_temporary->Path());
   }
   return m_drives->FromPosix(m_temporary->Path()) + "\\";
 }
 
-std::int32_t HostSystemInfo::MajorVersion() {
-  if (!m_majorVersion) m_majorVersion = OverriddenVersion();
-  if (!m_majorVersion) m_majorVersion = m_hasPrefix ? VersionOfPrefix() : kDefaultVersion;
+std::int32_t EmbeddedSystemInfo::MajorVersion() {
+  if (!m_majorVersion && m_options.windowsVersion) m_majorVersion = m_options.windowsVersion();
+  if (!m_majorVersion) m_majorVersion = m_options.winePrefix.empty() ? kDefaultVersion : VersionOfPrefix();
   return *m_majorVersion;
 }
 
-std::optional<std::string> HostSystemInfo::EnvironmentVariable(std::string_view name) {
+std::optional<std::string> EmbeddedSystemInfo::EnvironmentVariable(std::string_view name) {
   if (auto value = PosixSystemInfo::EnvironmentVariable(name)) return value;
   const auto is = [name](const char* known) { return automation::EqualsIgnoreCaseAscii(name, known); };
   if (is("TEMP") || is("TMP")) return FolderOf("TMPDIR", "/tmp");
@@ -57,21 +53,12 @@ std::optional<std::string> HostSystemInfo::EnvironmentVariable(std::string_view 
   return std::nullopt;
 }
 
-std::string HostSystemInfo::FolderOf(const char* variable, const char* otherwise) {
+std::string EmbeddedSystemInfo::FolderOf(const char* variable, const char* otherwise) {
   const std::string folder = PosixSystemInfo::EnvironmentVariable(variable).value_or("");
   return m_drives->FromPosix(folder.starts_with('/') ? folder : otherwise);
 }
 
-// The library is waiting for the answer: it knows errors of its own kind only.
-std::optional<std::int32_t> HostSystemInfo::OverriddenVersion() const {
-  try {
-    return m_settings.OsVersion();
-  } catch (const HostError& error) {
-    automation::Raise(automation::kInvalidValue, "SystemInfo", error.what());
-  }
-}
-
-std::int32_t HostSystemInfo::VersionOfPrefix() {
+std::int32_t EmbeddedSystemInfo::VersionOfPrefix() {
   using platform::RegistryRoot;
   using platform::RegistryType;
   const auto number = m_registry->Query(RegistryRoot::LocalMachine, kVersionKey, "CurrentMajorVersionNumber");
@@ -81,4 +68,4 @@ std::int32_t HostSystemInfo::VersionOfPrefix() {
   return version >= 1 && version < 1000 ? static_cast<std::int32_t>(version) : kDefaultVersion;
 }
 
-}  // namespace hearthmake::host
+}  // namespace hearthmake::embedding
