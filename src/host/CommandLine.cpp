@@ -53,6 +53,7 @@ class Words {
     AddDeploymentWords();
     AddScriptWord();
     AddSettingWords();
+    AddMovingWords();
   }
 
   const HostOptions& Options() const { return m_options; }
@@ -430,6 +431,20 @@ class Words {
     word->parse_complete_callback([this, value] { m_settings.hasValue = value->count() > 0; });
   }
 
+  void AddMovingWords() {
+    CLI::App* word =
+        Add("import",
+            "Take over the builds of a Jet database (Jet 3 or 4), which gives a new database; or a build that\n"
+            "was exported, which is added to those that are there. When it fails nothing has changed.",
+            "hearthmake import /mnt/old/Build.mdb --into ~/builds", m_import, &ImportCommand);
+    word->add_option("FILE", m_import.file, "the database (.mdb) or the exported build (.json)")->required();
+    word->add_option("--into", m_import.into, "the data folder, made where it is missing; else that of --data")
+        ->type_name("DIR");
+    word->add_flag("--replace", m_import.replace,
+                   "put it in the place of the database, or of the build of that name, that is there");
+    word->add_option("--name", m_import.name, "give the exported build this name")->type_name("NAME");
+  }
+
   CLI::App& m_app;
   bool m_withPackageProperties;
   HostOptions m_options;
@@ -462,6 +477,7 @@ class Words {
   ScriptArguments m_script;
   SetArguments m_set;
   SettingsArguments m_settings;
+  ImportArguments m_import;
 };
 
 std::string ErrorNumber(std::int32_t number) {

@@ -217,4 +217,12 @@ struct SettingsArguments {
 };
 ExitStatus SettingsCommand(Session& session, const SettingsArguments& arguments);
 
+struct ImportArguments {
+  std::string file;  // a Jet database or an exported build
+  std::string into;  // a data folder; empty: the session's
+  bool replace = false;
+  std::string name;  // of the imported build; empty: its own
+};
+ExitStatus ImportCommand(Session& session, const ImportArguments& arguments);
+
 }  // namespace hearthmake::host
