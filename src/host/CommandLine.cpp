@@ -443,6 +443,15 @@ class Words {
     word->add_flag("--replace", m_import.replace,
                    "put it in the place of the database, or of the build of that name, that is there");
     word->add_option("--name", m_import.name, "give the exported build this name")->type_name("NAME");
+
+    word = Add("export",
+               "Write a build with all that is stored of it as JSON, to FILE or to standard output, for import\n"
+               "elsewhere. The project files themselves are not in it.",
+               "hearthmake export Shop shop.json", m_export, &ExportCommand);
+    AddBuild(word, m_export.build);
+    word->add_option("FILE", m_export.file, "the file; one that is there is replaced");
+    word->add_flag("--passwords", m_export.passwords,
+                   "with the passwords of packages and source projects, as they are");
   }
 
   CLI::App& m_app;
@@ -478,6 +487,7 @@ class Words {
   SetArguments m_set;
   SettingsArguments m_settings;
   ImportArguments m_import;
+  ExportArguments m_export;
 };
 
 std::string ErrorNumber(std::int32_t number) {

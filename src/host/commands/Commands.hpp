@@ -225,4 +225,11 @@ struct ImportArguments {
 };
 ExitStatus ImportCommand(Session& session, const ImportArguments& arguments);
 
+struct ExportArguments {
+  std::string build;
+  std::string file;  // empty: standard output
+  bool passwords = false;
+};
+ExitStatus ExportCommand(Session& session, const ExportArguments& arguments);
+
 }  // namespace hearthmake::host

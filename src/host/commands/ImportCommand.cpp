@@ -1,13 +1,16 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 
+#include "adapters/sqlite/FileFormat.hpp"
+#include "automation/Text.hpp"
 #include "host/BuildDatabase.hpp"
 #include "host/JetImport.hpp"
 #include "host/Places.hpp"
 #include "host/RunJournal.hpp"
+#include "host/commands/BuildImport.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {
@@ -28,6 +31,7 @@ std::string ListOf(const std::vector<std::string>& names) {
 
 void RequirePlace(const std::string& file, const BuildDatabase& target, bool isReplacing) {
   std::error_code ignored;
+  if (!fs::exists(file, ignored)) throw HostError(fmt::format("There is no file {}", file));
   if (fs::equivalent(file, target.Path(), ignored)) {
     throw HostError(fmt::format("{} would take its own place.", file),
                     "Import it into another data folder with --into DIR, or move it away first.");
@@ -36,6 +40,15 @@ void RequirePlace(const std::string& file, const BuildDatabase& target, bool isR
   throw HostError(
       fmt::format("There is a database already: {}", target.Path()),
       "Choose another data folder with --into DIR; --replace puts the imported one in its place.");
+}
+
+// By what it is called, or by what it begins with.
+bool IsExportedBuild(const std::string& file) {
+  if (LooksLikeJet(file)) return false;
+  if (automation::EqualsIgnoreCaseAscii(fs::path(file).extension().string(), ".json")) return true;
+  std::ifstream stream(file, std::ios::binary);
+  char first = 0;
+  return stream >> first && first == '{';
 }
 
 // The data folder of an import: one that was made for it goes with its failure.
@@ -116,7 +129,14 @@ ExitStatus ImportJetFile(Session& session, const ImportArguments& arguments) {
 }  // namespace
 
 ExitStatus ImportCommand(Session& session, const ImportArguments& arguments) {
-  return ImportJetFile(session, arguments);
+  ImportArguments meant = arguments;
+  if (session.DosPath(arguments.file) == arguments.file) meant.file = session.PosixPath(arguments.file);
+  if (IsExportedBuild(meant.file)) return ImportBuild(session, arguments);
+  if (sqlite::DetectFormat(meant.file) == sqlite::FileFormat::Sqlite) {
+    throw HostError(fmt::format("{} is a build database of this command already.", arguments.file),
+                    "Use its folder with --data DIR, or move single builds with export and import.");
+  }
+  return ImportJetFile(session, meant);
 }
 
 }  // namespace hearthmake::host
