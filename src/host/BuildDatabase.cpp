@@ -9,6 +9,7 @@
 #include "adapters/sqlite/FileFormat.hpp"
 #include "automation/Error.hpp"
 #include "host/HostError.hpp"
+#include "host/JetImport.hpp"
 #include "host/Places.hpp"
 
 namespace hearthmake::host {
@@ -54,13 +55,17 @@ void BuildDatabase::RequireOrMake() const {
   RequireUsable();
 }
 
-void BuildDatabase::Make() const {
+void BuildDatabase::MakeFolder() const {
   std::error_code error;
   std::filesystem::create_directories(m_dataFolder, error);
   if (error) {
     throw HostError(fmt::format("The data folder {} can't be made: {}.", m_dataFolder, error.message()),
                     "Choose another one with --data DIR.");
   }
+}
+
+void BuildDatabase::Make() const {
+  MakeFolder();
   try {
     sqlite::CreateBuildDatabase(m_path);
   } catch (const automation::Error& failure) {
@@ -79,7 +84,7 @@ void BuildDatabase::RequireUsable() const {
       throw HostError(
           fmt::format("The database is unavailable: {} is a Jet database, which is never changed here.",
                       m_path),
-          "It must be imported into a fresh data folder: choose one with --data DIR.");
+          JetAdvice(m_path));
     case FileFormat::Folder:
     case FileFormat::Empty:
     case FileFormat::Other:

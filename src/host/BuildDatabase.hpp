@@ -17,6 +17,8 @@ class BuildDatabase {
   void Require() const;
   // The same, but makes the data folder and the database where they are missing.
   void RequireOrMake() const;
+  // Makes the data folder where it is missing. HostError when it can't be made.
+  void MakeFolder() const;
   // Why the library may have failed to use a database that passed; empty when nothing is to be seen.
   std::string Diagnose() const;
 

@@ -31,6 +31,7 @@ const std::vector<Layer>& Layers() {
       {"adapters/vbs", 2, true},
       {"adapters/catalog", 2, true},
       {"adapters/git", 2, true},
+      {"adapters/jet", 2, true},
       {"adapters/componentservices", 2, true},
       {"adapters/dao", 2, true},
       {"adapters/scriptcontrol", 2, true},

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "adapters/sqlite/Connection.hpp"
 #include "adapters/sqlite/Disk.hpp"
@@ -17,159 +18,31 @@ namespace hearthmake::sqlite {
 
 namespace {
 
-// Jet compares texts without regard to case.
-constexpr const char* kCounter = "INTEGER PRIMARY KEY AUTOINCREMENT";
-constexpr const char* kText = "TEXT COLLATE NOCASE";
-constexpr const char* kMemo = "TEXT";
-constexpr const char* kLong = "INTEGER";
-// Jet stores No where Null is given.
-constexpr const char* kYesNo = "BOOLEAN NOT NULL ON CONFLICT REPLACE DEFAULT 0";
-constexpr const char* kDate = "REAL";
+const char* SqlType(ColumnKind kind) {
+  switch (kind) {
+    case ColumnKind::Counter: return "INTEGER PRIMARY KEY AUTOINCREMENT";
+    // Jet compares texts without regard to case.
+    case ColumnKind::Text: return "TEXT COLLATE NOCASE";
+    case ColumnKind::Memo: return "TEXT";
+    case ColumnKind::Long: return "INTEGER";
+    // Jet stores No where Null is given.
+    case ColumnKind::YesNo: return "BOOLEAN NOT NULL ON CONFLICT REPLACE DEFAULT 0";
+    case ColumnKind::Date: break;
+  }
+  return "REAL";
+}
 
 // "Htmk": tells a build database from other SQLite files, also to file(1).
 constexpr int kApplicationId = 0x48746D6B;
 constexpr int kSchemaVersion = 1;
 
-struct Column {
-  const char* name;
-  const char* type;
-};
-
-struct Table {
-  const char* name;
-  std::vector<Column> columns;
-  std::vector<const char*> indexed;  // columns that rows are looked up by
-};
-
-const std::vector<Table>& Tables() {
-  static const std::vector<Table> tables = {
-      {"Build", {{"Id", kCounter}, {"Name", kText}, {"StartDllBaseAddress", kLong}}, {}},
-      {"Project",
-       {{"Id", kCounter},
-        {"idBuild", kLong},
-        {"ProjectPath", kText},
-        {"CopyPath", kText},
-        {"Compile", kYesNo},
-        {"MTSPackage", kLong},
-        {"PreserveBinary", kYesNo},
-        {"CheckInBinary", kYesNo},
-        {"CheckInVBP", kYesNo},
-        {"LastCompiled", kDate},
-        {"Name", kText},
-        {"Startup", kText},
-        {"HelpFile", kText},
-        {"ProjectType", kText},
-        {"Title", kText},
-        {"ExeName32", kText},
-        {"Command32", kText},
-        {"HelpContextID", kText},
-        {"CompatibleMode", kText},
-        {"CompatibleEXE32", kText},
-        {"MajorVer", kText},
-        {"MinorVer", kText},
-        {"RevisionVer", kText},
-        {"AutoIncrementVer", kText},
-        {"ServerSupportFiles", kText},
-        {"VersionComments", kText},
-        {"VersionCompanyName", kText},
-        {"VersionLegalCopyRight", kText},
-        {"VersionProductName", kText},
-        {"CompilationType", kText},
-        {"OptimizationType", kText},
-        {"FavorPentiumPro", kText},
-        {"CodeViewDebugInfo", kText},
-        {"NoAliasing", kText},
-        {"BoundsCheck", kText},
-        {"OverflowCheck", kText},
-        {"FlPointCheck", kText},
-        {"FDIVCheck", kText},
-        {"UnroundedFP", kText},
-        {"StartMode", kText},
-        {"Unattended", kText},
-        {"Retained", kText},
-        {"ThreadPerObject", kText},
-        {"MaxNumberOfThreads", kText},
-        {"Path32", kText},
-        {"DllBaseAddress", kText},
-        {"VersionFileDescription", kText},
-        {"VersionLegalTrademarks", kText},
-        {"CondComp", kText},
-        {"Description", kText},
-        {"RemoveUnusedControlInfo", kText},
-        {"ThreadingModel", kText},
-        {"NoControlUpgrade", kText}},
-       {"idBuild"}},
-      {"References", {{"idReferencing", kLong}, {"idReferenced", kLong}}, {"idReferencing", "idReferenced"}},
-      {"ExternalReferences",
-       {{"TypeLibGUID", kText},
-        {"BinaryVersion", kText},
-        {"Description", kText},
-        {"Path", kText},
-        {"ProjectID", kLong},
-        {"Type", kText}},
-       {"ProjectID"}},
-      {"SSProjects",
-       {{"Id", kCounter},
-        {"idBuild", kLong},
-        {"Database", kText},
-        {"SrcSafeIni", kText},
-        {"User", kText},
-        {"Password", kText},
-        {"Project", kText},
-        {"Flags", kLong},
-        {"WorkingFolder", kText}},
-       {"idBuild"}},
-      {"MTSPackages",
-       {{"Id", kCounter},
-        {"idBuild", kLong},
-        {"Name", kText},
-        {"User", kText},
-        {"Password", kText},
-        {"Description", kText},
-        // A yes/no for a package, a level for an application: a number holds both.
-        {"Autentication", kLong},
-        {"LeaveRunningIdle", kYesNo},
-        {"Shutdowntime", kLong},
-        {"DisableDelete", kYesNo},
-        {"DisableChanges", kYesNo},
-        {"LibraryPackage", kYesNo},
-        {"ExportFile", kText},
-        {"CreateFlags", kYesNo},
-        {"IsSystem", kYesNo},
-        {"AccessChecksLevel", kLong},
-        {"ApplicationAccessChecksEnabled", kYesNo},
-        {"CommandLine", kText},
-        {"ImpersonationLevel", kLong},
-        {"CRMEnabled", kYesNo},
-        {"CRMLogFile", kText},
-        {"GigSupportEnabled", kYesNo},
-        {"AuthenticationCapability", kLong},
-        {"QueuingEnabled", kYesNo},
-        {"QueueListenerEnabled", kYesNo},
-        {"EventsEnabled", kYesNo},
-        {"ApplicationProxy", kYesNo},
-        {"ApplicationProxyServerName", kText},
-        {"ExportFlags", kLong}},
-       {"idBuild"}},
-      {"Scripts",
-       {{"BuildID", kLong},
-        {"BeforeSSafe", kMemo},
-        {"BeforeCompile", kMemo},
-        {"BuildFailed", kMemo},
-        {"ComplieComplete", kMemo},
-        {"AfterMTS", kMemo}},
-       {"BuildID"}},
-  };
-  return tables;
-}
-
 std::string SchemaSql() {
   std::string sql = "BEGIN;";
-  for (const Table& table : Tables()) {
+  for (const TableSchema& table : BuildTables()) {
     std::string columns;
-    for (const Column& column : table.columns) {
+    for (const ColumnSchema& column : table.columns) {
       if (!columns.empty()) columns += ", ";
-      columns += QuoteName(column.name) + ' ' + column.type;
+      columns += QuoteName(column.name) + ' ' + SqlType(column.kind);
     }
     sql += "CREATE TABLE " + QuoteName(table.name) + " (" + columns + ");";
     for (const char* column : table.indexed) {
@@ -181,28 +54,6 @@ std::string SchemaSql() {
   sql += "PRAGMA user_version=" + std::to_string(kSchemaVersion) + ";";
   return sql + "COMMIT;";
 }
-
-// A file beside the one to make, of which nothing is left when its scope ends.
-class TemporaryDatabase {
- public:
-  explicit TemporaryDatabase(const std::string& posixPath) {
-    std::error_code error;
-    m_path = disk::MakeTemporary(posixPath, error);
-    if (!error) return;
-    RaiseDao(disk::IsFull(error.value()) ? DaoError::DiskFull : DaoError::CannotOpen, kWorkspaceSource,
-             "Could not create '" + posixPath + "': " + error.message() + ".");
-  }
-  TemporaryDatabase(const TemporaryDatabase&) = delete;
-  TemporaryDatabase& operator=(const TemporaryDatabase&) = delete;
-  ~TemporaryDatabase() {
-    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) disk::Remove(m_path + suffix);
-  }
-
-  const std::string& Path() const { return m_path; }
-
- private:
-  std::string m_path;
-};
 
 void WriteSchema(const std::string& path) {
   sqlite3* handle = nullptr;
@@ -227,23 +78,169 @@ void RemoveOrphans(const std::string& posixPath) {
 
 }  // namespace
 
-void CreateBuildDatabase(const std::string& posixPath) {
-  using automation::RuntimeError;
-  if (disk::Exists(posixPath)) {
-    automation::Raise(RuntimeError::FileAlreadyExists, kWorkspaceSource, posixPath);
+const std::vector<TableSchema>& BuildTables() {
+  using enum ColumnKind;
+  static const std::vector<TableSchema> tables = {
+      {"Build", {{"Id", Counter}, {"Name", Text}, {"StartDllBaseAddress", Long}}, {}},
+      {"Project",
+       {{"Id", Counter},
+        {"idBuild", Long},
+        {"ProjectPath", Text},
+        {"CopyPath", Text},
+        {"Compile", YesNo},
+        {"MTSPackage", Long},
+        {"PreserveBinary", YesNo},
+        {"CheckInBinary", YesNo},
+        {"CheckInVBP", YesNo},
+        {"LastCompiled", Date},
+        {"Name", Text},
+        {"Startup", Text},
+        {"HelpFile", Text},
+        {"ProjectType", Text},
+        {"Title", Text},
+        {"ExeName32", Text},
+        {"Command32", Text},
+        {"HelpContextID", Text},
+        {"CompatibleMode", Text},
+        {"CompatibleEXE32", Text},
+        {"MajorVer", Text},
+        {"MinorVer", Text},
+        {"RevisionVer", Text},
+        {"AutoIncrementVer", Text},
+        {"ServerSupportFiles", Text},
+        {"VersionComments", Text},
+        {"VersionCompanyName", Text},
+        {"VersionLegalCopyRight", Text},
+        {"VersionProductName", Text},
+        {"CompilationType", Text},
+        {"OptimizationType", Text},
+        {"FavorPentiumPro", Text},
+        {"CodeViewDebugInfo", Text},
+        {"NoAliasing", Text},
+        {"BoundsCheck", Text},
+        {"OverflowCheck", Text},
+        {"FlPointCheck", Text},
+        {"FDIVCheck", Text},
+        {"UnroundedFP", Text},
+        {"StartMode", Text},
+        {"Unattended", Text},
+        {"Retained", Text},
+        {"ThreadPerObject", Text},
+        {"MaxNumberOfThreads", Text},
+        {"Path32", Text},
+        {"DllBaseAddress", Text},
+        {"VersionFileDescription", Text},
+        {"VersionLegalTrademarks", Text},
+        {"CondComp", Text},
+        {"Description", Text},
+        {"RemoveUnusedControlInfo", Text},
+        {"ThreadingModel", Text},
+        {"NoControlUpgrade", Text}},
+       {"idBuild"}},
+      {"References", {{"idReferencing", Long}, {"idReferenced", Long}}, {"idReferencing", "idReferenced"}},
+      {"ExternalReferences",
+       {{"TypeLibGUID", Text},
+        {"BinaryVersion", Text},
+        {"Description", Text},
+        {"Path", Text},
+        {"ProjectID", Long},
+        {"Type", Text}},
+       {"ProjectID"}},
+      {"SSProjects",
+       {{"Id", Counter},
+        {"idBuild", Long},
+        {"Database", Text},
+        {"SrcSafeIni", Text},
+        {"User", Text},
+        {"Password", Text},
+        {"Project", Text},
+        {"Flags", Long},
+        {"WorkingFolder", Text}},
+       {"idBuild"}},
+      {"MTSPackages",
+       {{"Id", Counter},
+        {"idBuild", Long},
+        {"Name", Text},
+        {"User", Text},
+        {"Password", Text},
+        {"Description", Text},
+        // A yes/no for a package, a level for an application: a number holds both.
+        {"Autentication", Long},
+        {"LeaveRunningIdle", YesNo},
+        {"Shutdowntime", Long},
+        {"DisableDelete", YesNo},
+        {"DisableChanges", YesNo},
+        {"LibraryPackage", YesNo},
+        {"ExportFile", Text},
+        {"CreateFlags", YesNo},
+        {"IsSystem", YesNo},
+        {"AccessChecksLevel", Long},
+        {"ApplicationAccessChecksEnabled", YesNo},
+        {"CommandLine", Text},
+        {"ImpersonationLevel", Long},
+        {"CRMEnabled", YesNo},
+        {"CRMLogFile", Text},
+        {"GigSupportEnabled", YesNo},
+        {"AuthenticationCapability", Long},
+        {"QueuingEnabled", YesNo},
+        {"QueueListenerEnabled", YesNo},
+        {"EventsEnabled", YesNo},
+        {"ApplicationProxy", YesNo},
+        {"ApplicationProxyServerName", Text},
+        {"ExportFlags", Long}},
+       {"idBuild"}},
+      {"Scripts",
+       {{"BuildID", Long},
+        {"BeforeSSafe", Memo},
+        {"BeforeCompile", Memo},
+        {"BuildFailed", Memo},
+        {"ComplieComplete", Memo},
+        {"AfterMTS", Memo}},
+       {"BuildID"}},
+  };
+  return tables;
+}
+
+NewBuildDatabase::NewBuildDatabase(std::string posixPath) : m_target(std::move(posixPath)) {
+  std::error_code error;
+  m_path = disk::MakeTemporary(m_target, error);
+  if (error) {
+    RaiseDao(disk::IsFull(error.value()) ? DaoError::DiskFull : DaoError::CannotOpen, kWorkspaceSource,
+             "Could not create '" + m_target + "': " + error.message() + ".");
   }
-  const TemporaryDatabase temporary(posixPath);
-  WriteSchema(temporary.Path());
-  RemoveOrphans(posixPath);
-  const std::error_code error = disk::MoveWithoutReplacing(temporary.Path(), posixPath);
+  try {
+    WriteSchema(m_path);
+  } catch (...) {
+    RemoveFiles();
+    throw;
+  }
+}
+
+NewBuildDatabase::~NewBuildDatabase() { RemoveFiles(); }
+
+void NewBuildDatabase::RemoveFiles() const {
+  for (const char* suffix : {"", "-journal", "-wal", "-shm"}) disk::Remove(m_path + suffix);
+}
+
+void NewBuildDatabase::Publish() const {
+  using automation::RuntimeError;
+  RemoveOrphans(m_target);
+  const std::error_code error = disk::MoveWithoutReplacing(m_path, m_target);
   if (error == std::errc::file_exists) {
-    automation::Raise(RuntimeError::FileAlreadyExists, kWorkspaceSource, posixPath);
+    automation::Raise(RuntimeError::FileAlreadyExists, kWorkspaceSource, m_target);
   }
   if (error) {
     RaiseDao(DaoError::CannotOpen, kWorkspaceSource,
-             "Could not create '" + posixPath + "': " + error.message() + ".");
+             "Could not create '" + m_target + "': " + error.message() + ".");
   }
-  disk::FlushFolderOf(posixPath);
+  disk::FlushFolderOf(m_target);
+}
+
+void CreateBuildDatabase(const std::string& posixPath) {
+  if (disk::Exists(posixPath)) {
+    automation::Raise(automation::RuntimeError::FileAlreadyExists, kWorkspaceSource, posixPath);
+  }
+  NewBuildDatabase(posixPath).Publish();
 }
 
 std::vector<std::string> MissingColumns(const std::string& posixPath) {
@@ -253,12 +250,12 @@ std::vector<std::string> MissingColumns(const std::string& posixPath) {
     return sqlite3_table_column_metadata(connection.Handle(), "main", table, column, nullptr, nullptr,
                                          nullptr, nullptr, nullptr) == SQLITE_OK;
   };
-  for (const Table& table : Tables()) {
+  for (const TableSchema& table : BuildTables()) {
     if (!has(table.name, nullptr)) {
       missing.emplace_back(table.name);
       continue;
     }
-    for (const Column& column : table.columns) {
+    for (const ColumnSchema& column : table.columns) {
       if (!has(table.name, column.name)) missing.push_back(std::string(table.name) + '.' + column.name);
     }
   }

@@ -232,4 +232,19 @@ struct SettingsArguments {
 };
 ExitStatus SettingsCommand(Session& session, const SettingsArguments& arguments);
 
+struct ImportArguments {
+  std::string file;  // a Jet database or an exported build
+  std::string into;  // a data folder; empty: the session's
+  bool replace = false;
+  std::string name;  // of the imported build; empty: its own
+};
+ExitStatus ImportCommand(Session& session, const ImportArguments& arguments);
+
+struct ExportArguments {
+  std::string build;
+  std::string file;  // empty: standard output
+  bool passwords = false;
+};
+ExitStatus ExportCommand(Session& session, const ExportArguments& arguments);
+
 }  // namespace hearthmake::host
