@@ -47,6 +47,7 @@ class Words {
     AddGlobalOptions();
     AddBuildWords();
     AddProjectWords();
+    AddGraphWord();
     AddRunWords();
     AddSourceWords();
     AddOutputWords();
@@ -161,6 +162,24 @@ class Words {
     word->add_option("PROPERTY", m_set.property, "as show BUILD PROJECT lists them")->required();
     word->add_option("VALUE", m_set.value, "a text, a number, true or false, or a name of an enumeration")
         ->required();
+  }
+
+  void AddGraphWord() {
+    CLI::App* word =
+        Add("graph",
+            "Draw the references of a build: as text of Graphviz on standard output, or as a picture. Shapes\n"
+            "tell the types of projects, colours what failed or changed, red a cycle. With PROJECTs, only\n"
+            "these and all that they need.",
+            "hearthmake graph Shop -o shop.svg", m_graph, &GraphCommand);
+    AddBuild(word, m_graph.build);
+    word->add_option("PROJECT", m_graph.projects, "names or ids of projects; without any, all");
+    word->add_option("-o,--output", m_graph.file,
+                     "write to FILE: .dot for the text; .svg, .png or .pdf are drawn by Graphviz")
+        ->type_name("FILE");
+    word->add_flag("--users", m_graph.users, "also those that need the PROJECTs");
+    word->add_flag("--reduce,!--no-reduce", m_graph.reduce,
+                   "leave references out that others imply (on, unless --no-reduce)");
+    AddJson(word, m_graph.json, "write JSON instead of Graphviz's text; no reference is left out");
   }
 
   void AddRunWords() {
@@ -443,6 +462,7 @@ class Words {
   ScanArguments m_scan;
   RefsArguments m_refs;
   OrderArguments m_order;
+  GraphArguments m_graph;
   BuildArguments m_build;
   SourcesArguments m_sources;
   LabelArguments m_label;
