@@ -182,6 +182,13 @@ class Words {
     AddJson(word, m_graph.json, "write JSON instead of Graphviz's text; no reference is left out");
   }
 
+  static void AddHtml(CLI::App* word, std::string& file) {
+    word->add_option("--html", file,
+                     "write a page about the run to FILE, whatever becomes of it: times, references, errors\n"
+                     "with their source lines, and what changed since the last run with a page")
+        ->type_name("FILE");
+  }
+
   void AddRunWords() {
     CLI::App* word = Add("order", "Print the compile order; when there is none, a cycle of references.",
                          "hearthmake order Shop", m_order, &OrderCommand);
@@ -197,6 +204,7 @@ class Words {
     word->add_flag("--no-sources", m_build.noSources, "compile what is there, whatever TakeLatestFromVSS is")
         ->excludes(sources);
     AddJson(word, m_build.json, "print each event as a line of JSON");
+    AddHtml(word, m_build.html);
 
     word = Add("scripts",
                "List, show, set or check the scripts that a build runs at the seven points of its way. They\n"

@@ -12,6 +12,7 @@
 #include "host/TextDisplay.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/CompileOrder.hpp"
+#include "host/page/HtmlReport.hpp"
 
 namespace hearthmake::host {
 
@@ -79,12 +80,17 @@ RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildAr
   const auto display = MakeDisplay(session, build, arguments.json);
   // The journal first: what compiled is to be on record before anything else can go wrong.
   const SinkGuard journalSink(build, journal);
+  RunRecord record(build);
+  const SinkGuard recordSink(build, record);
+  std::optional<HtmlReport> page;
+  if (!arguments.html.empty()) page.emplace(session, build, arguments.html);
   const SinkGuard displaySink(build, *display);
   const InterruptibleRun interruptible;
   session.Library().OnTick([&] { display->Tick(); });
   build.Projects().Build(resumes);
   session.Library().OnTick({});
   EndReport(build, display->Result() == RunResult::Complete);
+  if (page) page->Write(record);
   display->Finish();
   return display->Result();
 }

@@ -85,6 +85,7 @@ struct BuildArguments {
   bool sources = false;    // take the latest sources first, whatever the setting says
   bool noSources = false;  // don't, whatever the setting says
   bool json = false;
+  std::string html;  // a file for the page of the run; empty: none
 };
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments);
 

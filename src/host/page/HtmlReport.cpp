@@ -1,0 +1,102 @@
+#include "host/page/HtmlReport.hpp"
+
+#include <fmt/format.h>
+
+#include <chrono>
+
+#include "automation/Error.hpp"
+#include "foundation/Apartment.hpp"
+#include "foundation/Paths.hpp"
+#include "host/HostError.hpp"
+#include "host/ProjectGraph.hpp"
+#include "host/page/CompileErrors.hpp"
+#include "host/page/RunPage.hpp"
+
+namespace hearthmake::host {
+
+namespace {
+
+// The compiler stops at its first error; the log of a script's making may tell many.
+constexpr std::size_t kMostErrors = 5;
+
+std::int64_t SecondsSince1970(std::chrono::system_clock::time_point time) {
+  return std::chrono::duration_cast<std::chrono::seconds>(time.time_since_epoch()).count();
+}
+
+std::vector<PageError> ErrorsOf(const ProjectRecord& record) {
+  std::vector<PageError> errors;
+  if (record.outcome != ProjectOutcome::Failed) return errors;
+  for (CompileError& error : CompileErrorsOf(record.log, kMostErrors)) {
+    SourceExcerpt excerpt = ReadExcerpt(error, FolderPart(record.path));
+    errors.push_back({std::move(error), std::move(excerpt)});
+  }
+  return errors;
+}
+
+// The references among the projects of a record, by its order.
+Digraph ReferencesOf(Build& build, const RunRecord& record) {
+  std::map<std::int32_t, std::size_t> places;
+  for (const ProjectRecord& project : record.Projects()) places.emplace(project.id, places.size());
+  const ProjectList projects = AllProjects(build);
+  const ProjectGraph graph(projects);
+  std::vector<Digraph::Nodes> targets(record.Projects().size());
+  for (std::size_t i = 0; i < projects.size(); ++i) {
+    const auto from = places.find(projects[i]->Id());
+    if (from == places.end()) continue;
+    for (const std::size_t target : graph.Targets()[i]) {
+      const auto to = places.find(projects[target]->Id());
+      if (to != places.end()) targets[from->second].push_back(to->second);
+    }
+  }
+  return Digraph(std::move(targets));
+}
+
+void RequireFolder(Session& session, const std::string& file) {
+  const std::string path = session.DosPath(file);
+  if (Ports().files->FolderExists(path))
+    throw HostError(fmt::format("The page can't be written: {} is a folder.", file));
+  const std::string_view folder = FolderPart(path);
+  if (folder.empty() || Ports().files->FolderExists(folder)) return;
+  throw HostError(fmt::format("There is no folder for the page of the run: {}", file), "Make it first.");
+}
+
+}  // namespace
+
+HtmlReport::HtmlReport(Session& session, Build& build, const std::string& file)
+    : m_session(session), m_build(build), m_file(file), m_sink(build, m_facts) {
+  RequireFolder(session, file);
+}
+
+std::string HtmlReport::MemoryPath() {
+  return m_session.DosPath(m_session.Settings().DataFolder() + "/" + LastRunFileName(m_build.Id()));
+}
+
+void HtmlReport::Write(const RunRecord& record) {
+  m_facts.Complete(m_build);
+  const std::optional<LastRun> last = ReadLastRun(MemoryPath());
+  const LastRun now = Remember(record, m_facts, last ? &*last : nullptr);
+  RunPage page;
+  page.buildName = record.BuildName();
+  page.result = record.Result();
+  page.began = SecondsSince1970(record.Began());
+  page.seconds = record.Seconds();
+  page.references = ReferencesOf(m_build, record);
+  page.failures = record.Failures();
+  page.messages = record.Messages();
+  page.lostMessages = record.LostMessages();
+  if (last) {
+    page.lastBegan = last->began;
+    page.gone = GoneProjects(now, *last);
+  }
+  for (const ProjectRecord& project : record.Projects()) {
+    PageProject shown{project, m_session.PosixPath(project.path), {}, {}, ErrorsOf(project)};
+    const auto facts = m_facts.Projects().find(project.id);
+    if (facts != m_facts.Projects().end()) shown.facts = facts->second;
+    if (last) shown.change = CompareWithLast(*now.Find(project.id), *last);
+    page.projects.push_back(std::move(shown));
+  }
+  Ports().files->Replace(m_session.DosPath(m_file), RunPageText(page));
+  Ports().files->Replace(MemoryPath(), LastRunText(now));
+}
+
+}  // namespace hearthmake::host
