@@ -182,13 +182,6 @@ class Words {
     AddJson(word, m_graph.json, "write JSON instead of Graphviz's text; no reference is left out");
   }
 
-  static void AddHtml(CLI::App* word, std::string& file) {
-    word->add_option("--html", file,
-                     "write a page about the run to FILE, whatever becomes of it: times, references, errors\n"
-                     "with their source lines, and what changed since the last run with a page")
-        ->type_name("FILE");
-  }
-
   void AddRunWords() {
     CLI::App* word = Add("order", "Print the compile order; when there is none, a cycle of references.",
                          "hearthmake order Shop", m_order, &OrderCommand);
@@ -204,7 +197,7 @@ class Words {
     word->add_flag("--no-sources", m_build.noSources, "compile what is there, whatever TakeLatestFromVSS is")
         ->excludes(sources);
     AddJson(word, m_build.json, "print each event as a line of JSON");
-    AddHtml(word, m_build.html);
+    AddReports(word, m_build.reports);
 
     word = Add("scripts",
                "List, show, set or check the scripts that a build runs at the seven points of its way. They\n"
@@ -225,6 +218,24 @@ class Words {
     word->add_option(
         "START", m_bases.start,
         "first address (&H..., 0x... or decimal), kept for the next time; without it the one kept");
+  }
+
+  static void AddReports(CLI::App* word, ReportOptions& reports) {
+    word->add_option("--html", reports.html,
+                     "write a page about the run to FILE, whatever becomes of it: times, references, errors\n"
+                     "with their source lines, and what changed since the last run with a page")
+        ->type_name("FILE");
+    word->add_option("--junit", reports.junit,
+                     "write the results to FILE as JUnit XML, whatever becomes of the run")
+        ->type_name("FILE");
+    word->add_option("--code-quality", reports.codeQuality,
+                     "write the errors to FILE as GitLab's code-quality JSON")
+        ->type_name("FILE");
+    word->add_option("--annotations", reports.annotations,
+                     "mark errors and fold projects in the log of a CI service: github, gitlab, azure,\n"
+                     "teamcity, or auto for the one on which it runs. docs/ci.md has examples")
+        ->type_name("SERVICE")
+        ->check(CLI::IsMember(AnnotationServices()));
   }
 
   void AddSourceWords() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "automation/Error.hpp"
+#include "automation/Text.hpp"
 #include "automation/Variant.hpp"
 #include "host/CompilerLog.hpp"
 #include "host/Interrupt.hpp"
@@ -29,6 +30,18 @@ std::string TypeOf(Project& project) {
   } catch (const automation::Error&) {
     return {};
   }
+}
+
+ProjectOutcome OutcomeOf(RunChoice choice) {
+  switch (choice) {
+    case RunChoice::Runs: return ProjectOutcome::NotReached;
+    case RunChoice::SwitchedOff:
+    case RunChoice::NotAskedFor: return ProjectOutcome::NotWanted;
+    case RunChoice::CompiledAlready: return ProjectOutcome::Earlier;
+    case RunChoice::UpToDate: return ProjectOutcome::UpToDate;
+    case RunChoice::AfterFailure: return ProjectOutcome::Blocked;
+  }
+  return ProjectOutcome::NotReached;
 }
 
 bool IsLeftOut(ProjectOutcome outcome) {
@@ -71,6 +84,15 @@ void RunRecord::LeaveOut(std::int32_t idProject, ProjectOutcome outcome, std::st
     record.outcome = outcome;
     record.reason = std::move(reason);
     return;
+  }
+}
+
+void RunRecord::LeaveOut(const RunPlan& plan) {
+  for (const PlannedProject& project : plan.Projects()) {
+    if (project.Runs()) continue;
+    const ProjectOutcome outcome = OutcomeOf(project.choice);
+    const bool needsWords = project.reason.empty() && outcome == ProjectOutcome::NotWanted;
+    LeaveOut(project.id, outcome, needsWords ? ChoiceText(project.choice) : project.reason);
   }
 }
 
@@ -124,7 +146,8 @@ void RunRecord::ProjectCompiled(Project& objProject) {
   ProjectRecord& record = Of(objProject);
   record.outcome = ProjectOutcome::Compiled;
   record.seconds = Now() - record.start;
-  record.log = Bounded(objProject.CompileError());
+  const std::string log = objProject.CompileError();
+  record.log = Bounded(automation::Trim(log));
 }
 
 void RunRecord::BuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError) {

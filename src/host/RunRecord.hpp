@@ -9,6 +9,7 @@
 #include "build/Build.hpp"
 #include "build/BuildEvents.hpp"
 #include "host/RunDisplay.hpp"
+#include "host/RunPlan.hpp"
 
 namespace hearthmake::host {
 
@@ -62,6 +63,8 @@ class RunRecord final : public BuildEvents {
 
   // Why a project takes no part; an outcome that it has by now stays, but for NotReached and NotWanted.
   void LeaveOut(std::int32_t idProject, ProjectOutcome outcome, std::string reason);
+  // The same for all that the plan leaves out.
+  void LeaveOut(const RunPlan& plan);
   // A failure outside of the run's own events.
   void Fail(const std::string& message);
 

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "host/Session.hpp"
 #include "host/SinkGuard.hpp"
 #include "support/BuildScene.hpp"
 
@@ -207,6 +208,20 @@ TEST_F(RunRecordTest, KnowsWhyProjectsAreLeftOut) {
   EXPECT_THAT(Outcomes(record),
               ElementsAre(ProjectOutcome::Earlier, ProjectOutcome::Failed, ProjectOutcome::Blocked));
   EXPECT_EQ(record.Projects()[2].reason, "it needs B");
+}
+
+TEST_F(RunRecordTest, TakesWhatAPlanLeavesOut) {
+  RunPlan plan(AllProjects(*scene.build));
+  plan.LeaveOut(0, RunChoice::UpToDate, "");
+  plan.LeaveOut(1, RunChoice::AfterFailure, "depends on A", plan.Projects()[0].id);
+  plan.LeaveOut(2, RunChoice::NotAskedFor, "");
+  RunRecord record(*scene.build);
+  record.LeaveOut(plan);
+  EXPECT_THAT(Outcomes(record),
+              ElementsAre(ProjectOutcome::UpToDate, ProjectOutcome::Blocked, ProjectOutcome::NotWanted));
+  EXPECT_EQ(record.Projects()[0].reason, "");
+  EXPECT_EQ(record.Projects()[1].reason, "depends on A");
+  EXPECT_EQ(record.Projects()[2].reason, "not asked for");
 }
 
 TEST_F(RunRecordTest, TakesInProjectsThatJoinTheBuildMeanwhile) {

@@ -8,11 +8,11 @@
 #include "host/JsonDisplay.hpp"
 #include "host/LatestSources.hpp"
 #include "host/RunJournal.hpp"
+#include "host/RunReports.hpp"
 #include "host/SinkGuard.hpp"
 #include "host/TextDisplay.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/CompileOrder.hpp"
-#include "host/page/HtmlReport.hpp"
 
 namespace hearthmake::host {
 
@@ -69,7 +69,8 @@ std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, bool asJ
   return std::make_unique<TextDisplay>(session, build, count);
 }
 
-RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildArguments& arguments) {
+RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildArguments& arguments,
+              RunReports& reports) {
   const bool resumes = Resumes(session, journal, arguments.resume);
   std::unique_ptr<LeftOut> leftOut;
   if (resumes) leftOut = std::make_unique<LeftOut>(build, journal);
@@ -80,17 +81,13 @@ RunResult Run(Session& session, Build& build, RunJournal& journal, const BuildAr
   const auto display = MakeDisplay(session, build, arguments.json);
   // The journal first: what compiled is to be on record before anything else can go wrong.
   const SinkGuard journalSink(build, journal);
-  RunRecord record(build);
-  const SinkGuard recordSink(build, record);
-  std::optional<HtmlReport> page;
-  if (!arguments.html.empty()) page.emplace(session, build, arguments.html);
+  reports.Begin(build);
   const SinkGuard displaySink(build, *display);
   const InterruptibleRun interruptible;
   session.Library().OnTick([&] { display->Tick(); });
   build.Projects().Build(resumes);
   session.Library().OnTick({});
   EndReport(build, display->Result() == RunResult::Complete);
-  if (page) page->Write(record);
   display->Finish();
   return display->Result();
 }
@@ -101,21 +98,26 @@ bool TakesSources(Session& session, const BuildArguments& arguments) {
   return arguments.sources || (isSwitchedOn && !arguments.noSources && !arguments.resume);
 }
 
-}  // namespace
-
-ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
-  const auto build = session.OpenBuild(arguments.build);
+ExitStatus RunAll(Session& session, Build& build, const BuildArguments& arguments, RunReports& reports) {
   // Junk in the settings is told before anything runs.
-  if (TakesSources(session, arguments) && !TakeLatestSources(session, *build, arguments.json))
+  if (TakesSources(session, arguments) && !TakeLatestSources(session, build, arguments.json))
     return ExitStatus::Cancelled;
-  SetCompileOrder(*build);
-  RunJournal journal = OpenJournal(session, *build);
-  switch (Run(session, *build, journal, arguments)) {
+  SetCompileOrder(build);
+  RunJournal journal = OpenJournal(session, build);
+  switch (Run(session, build, journal, arguments, reports)) {
     case RunResult::Complete: journal.Remove(); return ExitStatus::Done;
     case RunResult::Failed: return ExitStatus::Failed;
     case RunResult::Cancelled: return ExitStatus::Cancelled;
   }
   return ExitStatus::Failed;
+}
+
+}  // namespace
+
+ExitStatus BuildCommand(Session& session, const BuildArguments& arguments) {
+  const auto build = session.OpenBuild(arguments.build);
+  return ReportedRun(session, *build, arguments.reports, arguments.json,
+                     [&](RunReports& reports) { return RunAll(session, *build, arguments, reports); });
 }
 
 }  // namespace hearthmake::host

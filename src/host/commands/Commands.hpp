@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/HostError.hpp"
+#include "host/RunReports.hpp"
 #include "host/Session.hpp"
 
 namespace hearthmake::host {
@@ -85,7 +86,7 @@ struct BuildArguments {
   bool sources = false;    // take the latest sources first, whatever the setting says
   bool noSources = false;  // don't, whatever the setting says
   bool json = false;
-  std::string html;  // a file for the page of the run; empty: none
+  ReportOptions reports;
 };
 ExitStatus BuildCommand(Session& session, const BuildArguments& arguments);
 

@@ -144,7 +144,7 @@ bool ProjectChange::IsAny() const {
          secondsChange != 0;
 }
 
-ProjectChange CompareWithLast(const RememberedProject& now, const LastRun& last) {
+ProjectChange CompareWithLast(const RememberedProject& now, ProjectOutcome outcome, const LastRun& last) {
   ProjectChange change;
   const RememberedProject* before = last.Find(now.id);
   if (before == nullptr) {
@@ -152,7 +152,9 @@ ProjectChange CompareWithLast(const RememberedProject& now, const LastRun& last)
     return change;
   }
   change.last = *before;
-  change.kind = KindOf(now.outcome, before->outcome);
+  // Nothing is known anew of a project that the run did not come to.
+  const Outcome decided = OutcomeOf(outcome, Outcome::Unknown);
+  change.kind = KindOf(decided, before->outcome);
   const ProjectFacts& facts = now.facts;
   const ProjectFacts& old = before->facts;
   const bool haveLibraries = !facts.library.empty() && !old.library.empty();

@@ -59,8 +59,8 @@ struct ProjectChange {
   bool IsAny() const;
 };
 
-// By the project's id where both runs have it.
-ProjectChange CompareWithLast(const RememberedProject& now, const LastRun& last);
+// By the project's id where both runs have it; the outcome is that of this run.
+ProjectChange CompareWithLast(const RememberedProject& now, ProjectOutcome outcome, const LastRun& last);
 // Names of projects that the build had and has no more.
 std::vector<std::string> GoneProjects(const LastRun& now, const LastRun& last);
 

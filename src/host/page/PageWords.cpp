@@ -76,6 +76,7 @@ const char* TypeSign(const std::string& typeName) {
 }
 
 std::string SecondsWord(double seconds) {
+  if (seconds < 0.0995) return fmt::format("{:.0f} ms", seconds * 1000);
   if (seconds < 9.995) return fmt::format("{:.2f} s", seconds);
   if (seconds < 59.95) return fmt::format("{:.1f} s", seconds);
   const auto whole = static_cast<long long>(std::llround(seconds));

@@ -19,7 +19,7 @@ std::string TypeWord(const std::string& typeName);
 // The sign for it that the page defines: "t-exe".
 const char* TypeSign(const std::string& typeName);
 
-// "0.42 s", "12.3 s", "3:07".
+// "47 ms", "0.42 s", "12.3 s", "3:07 min".
 std::string SecondsWord(double seconds);
 // "24.0 KB"; a dash for none.
 std::string BytesWord(std::int64_t bytes);

@@ -6,15 +6,15 @@
 
 #include "host/RunRecord.hpp"
 #include "host/graph/Digraph.hpp"
-#include "host/page/CompileErrors.hpp"
 #include "host/page/LastRun.hpp"
 #include "host/page/RunFacts.hpp"
+#include "host/page/SourceExcerpt.hpp"
 
 namespace hearthmake::host {
 
 // An error of a compiler's log with the source around it.
 struct PageError {
-  CompileError error;
+  CompilerError error;
   SourceExcerpt excerpt;
 };
 

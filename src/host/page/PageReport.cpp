@@ -1,4 +1,4 @@
-#include "host/page/HtmlReport.hpp"
+#include "host/page/PageReport.hpp"
 
 #include <fmt/format.h>
 
@@ -7,10 +7,9 @@
 #include "automation/Error.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
-#include "host/HostError.hpp"
 #include "host/ProjectGraph.hpp"
-#include "host/page/CompileErrors.hpp"
 #include "host/page/RunPage.hpp"
+#include "host/page/SourceExcerpt.hpp"
 
 namespace hearthmake::host {
 
@@ -26,7 +25,9 @@ std::int64_t SecondsSince1970(std::chrono::system_clock::time_point time) {
 std::vector<PageError> ErrorsOf(const ProjectRecord& record) {
   std::vector<PageError> errors;
   if (record.outcome != ProjectOutcome::Failed) return errors;
-  for (CompileError& error : CompileErrorsOf(record.log, kMostErrors)) {
+  if (!record.isCompileError) return errors;
+  for (CompilerError& error : CompilerErrors(record.log)) {
+    if (errors.size() == kMostErrors) break;
     SourceExcerpt excerpt = ReadExcerpt(error, FolderPart(record.path));
     errors.push_back({std::move(error), std::move(excerpt)});
   }
@@ -51,30 +52,19 @@ Digraph ReferencesOf(Build& build, const RunRecord& record) {
   return Digraph(std::move(targets));
 }
 
-void RequireFolder(Session& session, const std::string& file) {
-  const std::string path = session.DosPath(file);
-  if (Ports().files->FolderExists(path))
-    throw HostError(fmt::format("The page can't be written: {} is a folder.", file));
-  const std::string_view folder = FolderPart(path);
-  if (folder.empty() || Ports().files->FolderExists(folder)) return;
-  throw HostError(fmt::format("There is no folder for the page of the run: {}", file), "Make it first.");
-}
-
 }  // namespace
 
-HtmlReport::HtmlReport(Session& session, Build& build, const std::string& file)
-    : m_session(session), m_build(build), m_file(file), m_sink(build, m_facts) {
-  RequireFolder(session, file);
-}
+PageReport::PageReport(Session& session, Build& build)
+    : m_session(session), m_build(build), m_sink(build, m_facts) {}
 
-std::string HtmlReport::MemoryPath() {
+std::string PageReport::MemoryPath() {
   return m_session.DosPath(m_session.Settings().DataFolder() + "/" + LastRunFileName(m_build.Id()));
 }
 
-void HtmlReport::Write(const RunRecord& record) {
+std::string PageReport::Text(const RunRecord& record) {
   m_facts.Complete(m_build);
   const std::optional<LastRun> last = ReadLastRun(MemoryPath());
-  const LastRun now = Remember(record, m_facts, last ? &*last : nullptr);
+  m_run = hearthmake::host::Remember(record, m_facts, last ? &*last : nullptr);
   RunPage page;
   page.buildName = record.BuildName();
   page.result = record.Result();
@@ -86,17 +76,26 @@ void HtmlReport::Write(const RunRecord& record) {
   page.lostMessages = record.LostMessages();
   if (last) {
     page.lastBegan = last->began;
-    page.gone = GoneProjects(now, *last);
+    page.gone = GoneProjects(*m_run, *last);
   }
   for (const ProjectRecord& project : record.Projects()) {
     PageProject shown{project, m_session.PosixPath(project.path), {}, {}, ErrorsOf(project)};
     const auto facts = m_facts.Projects().find(project.id);
     if (facts != m_facts.Projects().end()) shown.facts = facts->second;
-    if (last) shown.change = CompareWithLast(*now.Find(project.id), *last);
+    if (last) shown.change = CompareWithLast(*m_run->Find(project.id), project.outcome, *last);
     page.projects.push_back(std::move(shown));
   }
-  Ports().files->Replace(m_session.DosPath(m_file), RunPageText(page));
-  Ports().files->Replace(MemoryPath(), LastRunText(now));
+  return RunPageText(page);
+}
+
+void PageReport::Remember() {
+  if (!m_run) return;
+  try {
+    Ports().files->Replace(MemoryPath(), LastRunText(*m_run));
+  } catch (const automation::Error& error) {
+    m_session.Out().Note(
+        fmt::format("The run can't be remembered for its next page: {}", Printable(error.Description())));
+  }
 }
 
 }  // namespace hearthmake::host

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/RunRecord.hpp"
+#include "host/Session.hpp"
+#include "host/SinkGuard.hpp"
+#include "host/page/LastRun.hpp"
+#include "host/page/RunFacts.hpp"
+
+namespace hearthmake::host {
+
+// Follows a run for its page, and remembers it for the next one's.
+class PageReport {
+ public:
+  // Before the run; session and build must outlive it.
+  PageReport(Session& session, Build& build);
+
+  // The page, after the run.
+  std::string Text(const RunRecord& record);
+  // Keeps in the data folder what the next page compares with, once there was a page. That it can't be kept
+  // is told.
+  void Remember();
+
+ private:
+  std::string MemoryPath();
+
+  Session& m_session;
+  Build& m_build;
+  RunFacts m_facts;
+  SinkGuard m_sink;
+  std::optional<LastRun> m_run;
+};
+
+}  // namespace hearthmake::host
