@@ -13,6 +13,7 @@
 #include "host/commands/Commands.hpp"
 #include "host/graph/DotText.hpp"
 #include "host/graph/GraphvizDot.hpp"
+#include "host/page/LastRun.hpp"
 
 namespace hearthmake::host {
 
@@ -59,17 +60,31 @@ Selection Select(Build& build, const GraphArguments& arguments) {
   return {std::move(projects), references.Part(nodes)};
 }
 
-PicturedProject Pictured(Project& project) {
+LastOutcome OutcomeOf(const std::optional<LastRun>& run, std::int32_t idProject) {
+  const RememberedProject* project = run ? run->Find(idProject) : nullptr;
+  if (project == nullptr) return LastOutcome::Unknown;
+  switch (project->outcome) {
+    case RememberedProject::Outcome::Unknown: return LastOutcome::Unknown;
+    case RememberedProject::Outcome::Compiled: return LastOutcome::Compiled;
+    case RememberedProject::Outcome::Failed: return LastOutcome::Failed;
+  }
+  return LastOutcome::Unknown;
+}
+
+PicturedProject Pictured(Project& project, const std::optional<LastRun>& run) {
   PicturedProject pictured;
   pictured.name = project.Name();
   pictured.type = project.ProjectType();
+  pictured.last = OutcomeOf(run, project.Id());
   return pictured;
 }
 
-DotPicture PictureOf(Build& build, const Selection& selection, bool isReduced) {
+DotPicture PictureOf(Session& session, Build& build, const Selection& selection, bool isReduced) {
   DotPicture picture{build.Name(), {}, isReduced ? selection.references.Reduced() : selection.references, 0};
   picture.implied = selection.references.EdgeCount() - picture.references.EdgeCount();
-  for (const auto& project : selection.projects) picture.projects.push_back(Pictured(*project));
+  const auto run =
+      ReadLastRun(session.DosPath(session.Settings().DataFolder() + "/" + LastRunFileName(build.Id())));
+  for (const auto& project : selection.projects) picture.projects.push_back(Pictured(*project, run));
   return picture;
 }
 
@@ -145,7 +160,8 @@ std::string Summary(const DotPicture& picture) {
       picture.implied == 0
           ? ""
           : fmt::format(", {} left out that others imply (--no-reduce draws them)", picture.implied);
-  return fmt::format("{} projects, {} references{}", picture.projects.size(), all, left);
+  return fmt::format("{} project{}, {} reference{}{}", picture.projects.size(),
+                     picture.projects.size() == 1 ? "" : "s", all, all == 1 ? "" : "s", left);
 }
 
 }  // namespace
@@ -157,7 +173,7 @@ ExitStatus GraphCommand(Session& session, const GraphArguments& arguments) {
   const std::string format = isText ? "" : FormatOf(arguments.file);
   const auto build = session.OpenBuild(arguments.build);
   const Selection selection = Select(*build, arguments);
-  const DotPicture picture = PictureOf(*build, selection, arguments.reduce);
+  const DotPicture picture = PictureOf(session, *build, selection, arguments.reduce);
   const std::string text = arguments.json ? JsonText(JsonOf(selection, picture), 2) + "\n" : DotText(picture);
   if (arguments.file.empty()) {
     session.Out().Out(text);

@@ -136,7 +136,9 @@ class Details {
 
  private:
   static std::string Reason(const ProjectRecord& record) {
-    return record.reason.empty() ? "" : fmt::format("<p class=\"reason\">{}</p>", Html(record.reason));
+    const bool isLeft = record.outcome == ProjectOutcome::NotReached && record.reason.empty();
+    const std::string reason = isLeft ? "the run ended before its turn" : record.reason;
+    return reason.empty() ? "" : fmt::format("<p class=\"reason\">{}</p>", Html(reason));
   }
 
   std::string Log(const ProjectRecord& record) {

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 
 #include "host/page/GraphDrawing.hpp"
 #include "host/page/Html.hpp"
@@ -133,13 +135,17 @@ std::string NamesWithLinks(const std::vector<const PageProject*>& projects, auto
   return text;
 }
 
+// Wanted gives how much a change matters; 0 for one of another kind. What matters most comes first.
 template <class Wanted, class Describe>
 std::string ChangeGroup(const RunPage& page, const char* style, const char* title, Wanted wanted,
                         Describe describe) {
   std::vector<const PageProject*> projects;
   for (const PageProject& project : page.projects) {
-    if (project.change && wanted(*project.change)) projects.push_back(&project);
+    if (project.change && wanted(*project.change) > 0) projects.push_back(&project);
   }
+  std::stable_sort(projects.begin(), projects.end(), [&](const PageProject* a, const PageProject* b) {
+    return wanted(*a->change) > wanted(*b->change);
+  });
   if (projects.empty()) return {};
   return fmt::format("<div class=\"group {}\"><h3>{} <span>{}</span></h3><ul>{}</ul></div>\n", style, title,
                      projects.size(), NamesWithLinks(projects, describe));
@@ -157,26 +163,29 @@ std::string GoneGroup(const RunPage& page) {
 std::string ChangeGroups(const RunPage& page) {
   using Kind = ProjectChange::Kind;
   const auto nothing = [](const PageProject&) { return std::string(); };
-  const auto isOf = [](Kind kind) { return [kind](const ProjectChange& c) { return c.kind == kind; }; };
+  const auto isOf = [](Kind kind) {
+    return [kind](const ProjectChange& c) { return c.kind == kind ? 1 : 0; };
+  };
   return ChangeGroup(page, "bad", "Newly failing", isOf(Kind::NewlyFailing), nothing) +
          ChangeGroup(page, "bad", "Still failing", isOf(Kind::StillFailing), nothing) +
          ChangeGroup(page, "good", "Fixed", isOf(Kind::Fixed), nothing) +
          ChangeGroup(
-             page, "bad", "New identities", [](const ProjectChange& c) { return c.hasNewLibrary; }, nothing) +
+             page, "bad", "New identities", [](const ProjectChange& c) { return c.hasNewLibrary ? 1 : 0; },
+             nothing) +
          ChangeGroup(
              page, "warn", "New library versions",
-             [](const ProjectChange& c) { return c.hasNewLibraryVersion; },
+             [](const ProjectChange& c) { return c.hasNewLibraryVersion ? 1 : 0; },
              [](const PageProject& p) {
                return fmt::format(" <small>{} → {}</small>", Html(p.change->last.facts.libraryVersion),
                                   Html(p.facts.after.libraryVersion));
              }) +
          ChangeGroup(
-             page, "", "New sizes", [](const ProjectChange& c) { return c.sizeChange != 0; },
+             page, "", "New sizes", [](const ProjectChange& c) { return std::abs(c.sizeChange); },
              [](const PageProject& p) {
                return fmt::format(" <small>{}</small>", ByteChangeWord(p.change->sizeChange));
              }) +
          ChangeGroup(
-             page, "", "Slower or faster", [](const ProjectChange& c) { return c.secondsChange != 0; },
+             page, "", "Slower or faster", [](const ProjectChange& c) { return std::abs(c.secondsChange); },
              [](const PageProject& p) {
                return fmt::format(" <small>{}</small>", SecondsChangeWord(p.change->secondsChange));
              }) +

@@ -94,6 +94,7 @@
   const sheet = one("#details");
   const drawing = one("#drawing");
   let cameFrom = null;
+  one("#details-h").textContent = "Project";
 
   const markNeighbours = (id) => {
     if (!drawing) return;
