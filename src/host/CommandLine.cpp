@@ -196,6 +196,7 @@ class Words {
                                           "take the latest sources first, as with TakeLatestFromVSS on");
     word->add_flag("--no-sources", m_build.noSources, "compile what is there, whatever TakeLatestFromVSS is")
         ->excludes(sources);
+    AddRunChoices(word);
     AddJson(word, m_build.json, "print each event as a line of JSON");
     AddReports(word, m_build.reports);
 
@@ -227,15 +228,32 @@ class Words {
         ->type_name("FILE");
     word->add_option("--junit", reports.junit,
                      "write the results to FILE as JUnit XML, whatever becomes of the run")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->excludes("--dry-run");
     word->add_option("--code-quality", reports.codeQuality,
                      "write the errors to FILE as GitLab's code-quality JSON")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->excludes("--dry-run");
     word->add_option("--annotations", reports.annotations,
                      "mark errors and fold projects in the log of a CI service: github, gitlab, azure,\n"
                      "teamcity, or auto for the one on which it runs. docs/ci.md has examples")
         ->type_name("SERVICE")
-        ->check(CLI::IsMember(AnnotationServices()));
+        ->check(CLI::IsMember(AnnotationServices()))
+        ->excludes("--dry-run");
+  }
+
+  void AddRunChoices(CLI::App* word) {
+    word->add_flag("--changed", m_build.changed,
+                   "compile only what is older than its project file, its sources or the binaries that it\n"
+                   "references, and all that depends on it");
+    word->add_option("--only", m_build.only, "compile just these projects")->type_name("PROJECT");
+    word->add_option("--from", m_build.from, "compile this project and all behind it in compile order")
+        ->type_name("PROJECT");
+    word->add_flag("--keep-going", m_build.keepGoing,
+                   "when a project fails, go on with those that do not depend on it");
+    word->add_flag("--dry-run", m_build.dryRun,
+                   "show what would be compiled and how the project files would change; touch nothing");
+    word->add_flag("--why", m_build.why, "tell of each project why it is compiled or left out");
   }
 
   void AddSourceWords() {

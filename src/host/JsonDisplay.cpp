@@ -6,6 +6,7 @@
 
 #include "automation/Variant.hpp"
 #include "host/JsonEvent.hpp"
+#include "host/PlanText.hpp"
 #include "project/Project.hpp"
 #include "sourcecontrol/SSProject.hpp"
 
@@ -32,21 +33,25 @@ void AddScript(Build& build, ordered_json& details) {
 
 }  // namespace
 
-JsonDisplay::JsonDisplay(const Console& console, Build& build, std::size_t projectsToCompile)
-    : RunDisplay(projectsToCompile), m_console(console), m_build(build), m_buildName(build.Name()) {}
+JsonDisplay::JsonDisplay(const Console& console, Build& build, const RunPlan& plan)
+    : RunDisplay(plan), m_console(console), m_build(build), m_buildName(build.Name()) {}
 
 void JsonDisplay::Print(const char* event, const ordered_json& details) const {
   PrintEvent(m_console, event, details);
 }
 
 void JsonDisplay::BuildStart(bool bResume) {
-  Print("BuildStart", {{"build", m_buildName}, {"resume", bResume}, {"projects", Total()}});
+  Print(
+      "BuildStart",
+      {{"build", m_buildName}, {"resume", bResume}, {"projects", Total()}, {"leftOut", LeftOutJson(Plan())}});
 }
 
 void JsonDisplay::ShowWillCompile(Project& project) {
   ordered_json details = Names(&project);
   details["index"] = Current();
   details["projects"] = Total();
+  const PlannedProject* planned = Plan().Find(project.Id());
+  if (planned != nullptr && !planned->reason.empty()) details["reason"] = planned->reason;
   Print("WillCompile", details);
 }
 
@@ -65,6 +70,8 @@ void JsonDisplay::ShowFailed(Project* project, const std::string& message, bool 
   details["cancelled"] = Result() == RunResult::Cancelled;
   details["compiled"] = Compiled();
   details["seconds"] = RoundedSeconds(Seconds());
+  if (Plan().KeepsGoing())
+    details["leftOut"] = PlannedJson(LeftOutBecauseOf(project == nullptr ? 0 : project->Id()));
   Print("BuildFaild", details);
 }
 
@@ -74,8 +81,19 @@ void JsonDisplay::ShowComplete() {
   Print("BuildComplete", {{"compiled", Compiled()}, {"seconds", RoundedSeconds(Seconds())}});
 }
 
+void JsonDisplay::PrintSummary() const {
+  ordered_json leftOut = ordered_json::array();
+  for (const PlannedProject* failed : FailedProjects())
+    for (const ordered_json& planned : PlannedJson(LeftOutBecauseOf(failed->id))) leftOut.push_back(planned);
+  Print("Summary", {{"failed", PlannedJson(FailedProjects())},
+                    {"leftOut", leftOut},
+                    {"compiled", Compiled()},
+                    {"seconds", RoundedSeconds(Seconds())}});
+}
+
 void JsonDisplay::Finish() {
   if (Result() == RunResult::Complete) return;
+  if (Plan().KeepsGoing()) PrintSummary();
   m_console.Note(fmt::format("{} {}. Go on with: hearthmake build '{}' --resume", m_buildName,
                              Result() == RunResult::Failed ? "failed" : "was cancelled", m_buildName));
 }

@@ -13,7 +13,7 @@ namespace hearthmake::host {
 // (UTC) and what came with it.
 class JsonDisplay final : public RunDisplay {
  public:
-  JsonDisplay(const Console& console, Build& build, std::size_t projectsToCompile);
+  JsonDisplay(const Console& console, Build& build, const RunPlan& plan);
 
   void Finish() override;
   void MTSEvent(const std::string& strInfo, bool& Cancel) override;
@@ -31,6 +31,7 @@ class JsonDisplay final : public RunDisplay {
   void ShowCancelled(Project& project) override;
   void ShowComplete() override;
 
+  void PrintSummary() const;
   void Print(const char* event, const nlohmann::ordered_json& details) const;
 
   const Console& m_console;

@@ -16,9 +16,9 @@ namespace hearthmake::host {
 
 namespace {
 
-std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, bool asJson) {
-  if (asJson) return std::make_unique<JsonDisplay>(session.Out(), build, 0);
-  return std::make_unique<TextDisplay>(session, build, 0);
+std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, const RunPlan& plan, bool asJson) {
+  if (asJson) return std::make_unique<JsonDisplay>(session.Out(), build, plan);
+  return std::make_unique<TextDisplay>(session, build, plan);
 }
 
 // Tells the display of each file for as long as it lives.
@@ -49,7 +49,8 @@ HostError Failure(Build& build, const automation::Error& error) {
 
 bool FollowSources(Session& session, Build& build, bool asJson,
                    const std::function<void(RunDisplay& display)>& work) {
-  const auto display = MakeDisplay(session, build, asJson);
+  const RunPlan nothing;
+  const auto display = MakeDisplay(session, build, nothing, asJson);
   const SinkGuard sink(build, *display);
   const FileProgress progress(session.Library(), *display);
   const InterruptibleRun interruptible;

@@ -24,6 +24,8 @@ class ProjectGraph {
   const std::vector<std::vector<std::size_t>>& Targets() const { return m_targets; }
   // Those that reference the project.
   ProjectList UsersOf(const Project& project) const;
+  // The positions of those that the project at a position references.
+  const std::vector<std::size_t>& Targets(std::size_t position) const { return m_targets[position]; }
 
  private:
   // A walk in depth: the projects in the order in which they were left, up to the first cycle.

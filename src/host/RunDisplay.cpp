@@ -1,6 +1,9 @@
 #include "host/RunDisplay.hpp"
 
+#include <algorithm>
+
 #include "host/Interrupt.hpp"
+#include "project/Project.hpp"
 
 namespace hearthmake::host {
 
@@ -46,7 +49,19 @@ void RunDisplay::ProjectCompiled(Project& objProject) {
 
 void RunDisplay::BuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError) {
   m_result = Interrupt::IsRequested() ? RunResult::Cancelled : RunResult::Failed;
+  const PlannedProject* failed = objProject == nullptr ? nullptr : m_plan.Find(objProject->Id());
+  // A script of failures that fails too comes as a second failure of the same project.
+  const bool isNew = std::find(m_failed.begin(), m_failed.end(), failed) == m_failed.end();
+  if (failed != nullptr && isNew) m_failed.push_back(failed);
   ShowFailed(objProject, strMessage, bCompileError);
+}
+
+std::vector<const PlannedProject*> RunDisplay::LeftOutBecauseOf(std::int32_t idProject) const {
+  std::vector<const PlannedProject*> leftOut;
+  for (const PlannedProject& planned : m_plan.Projects()) {
+    if (planned.choice == RunChoice::AfterFailure && planned.cause == idProject) leftOut.push_back(&planned);
+  }
+  return leftOut;
 }
 
 void RunDisplay::BuildCancled(Project& objProject) {

@@ -3,9 +3,12 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "build/BuildEvents.hpp"
+#include "host/RunPlan.hpp"
 #include "host/SourceFile.hpp"
 
 namespace hearthmake::host {
@@ -15,7 +18,8 @@ enum class RunResult { Complete, Failed, Cancelled };
 // Follows a run for the person or program that started it, and knows how it went.
 class RunDisplay : public BuildEvents {
  public:
-  explicit RunDisplay(std::size_t projectsToCompile) : m_total(projectsToCompile) {}
+  // The plan stays alive; what it says of failures is read when they come.
+  explicit RunDisplay(const RunPlan& plan) : m_plan(plan), m_total(plan.Count(RunChoice::Runs)) {}
 
   // Called several times a second while a compiler runs.
   virtual void Tick() {}
@@ -47,6 +51,11 @@ class RunDisplay : public BuildEvents {
   virtual void ShowCancelled(Project& project) = 0;
   virtual void ShowComplete() = 0;
 
+  const RunPlan& Plan() const { return m_plan; }
+  // Those that failed, in the order in which they did.
+  const std::vector<const PlannedProject*>& FailedProjects() const { return m_failed; }
+  // Those that were left out because of a project.
+  std::vector<const PlannedProject*> LeftOutBecauseOf(std::int32_t idProject) const;
   std::size_t Total() const { return m_total; }
   // The place of the present project among those to compile, from 1.
   std::size_t Current() const { return m_current; }
@@ -57,6 +66,8 @@ class RunDisplay : public BuildEvents {
  private:
   using Clock = std::chrono::steady_clock;
 
+  const RunPlan& m_plan;
+  std::vector<const PlannedProject*> m_failed;
   std::size_t m_total;
   std::size_t m_current = 0;
   std::size_t m_compiled = 0;

@@ -63,9 +63,21 @@ void RunJournal::Read() {
 bool RunJournal::ReadLine(std::string_view line, bool isFirst) {
   if (isFirst) return line == Header();
   const json entry = json::parse(line, nullptr, false);
-  if (!entry.is_object() || !entry.contains("compiled") || !entry["compiled"].is_number_integer())
-    return false;
+  if (!entry.is_object()) return false;
+  if (entry.contains("asked")) return ReadAsked(entry["asked"]);
+  if (!entry.contains("compiled") || !entry["compiled"].is_number_integer()) return false;
   m_compiled.insert(entry["compiled"].get<std::int32_t>());
+  return true;
+}
+
+bool RunJournal::ReadAsked(const json& asked) {
+  if (!asked.is_array()) return false;
+  std::unordered_set<std::int32_t> projects;
+  for (const json& id : asked) {
+    if (!id.is_number_integer()) return false;
+    projects.insert(id.get<std::int32_t>());
+  }
+  m_asked = std::move(projects);
   return true;
 }
 
@@ -73,6 +85,7 @@ std::string RunJournal::Header() const { return json{{"build", m_idBuild}, {"pro
 
 void RunJournal::StartFresh() {
   m_compiled.clear();
+  m_asked.reset();
   m_wholeLines = 0;
   if (const std::error_code error = m_file.Cut(0)) Fail(m_path, error);
   if (const std::error_code error = m_file.Append(Header() + "\n")) Fail(m_path, error);
@@ -80,6 +93,12 @@ void RunJournal::StartFresh() {
 
 void RunJournal::Continue() {
   if (const std::error_code error = m_file.Cut(m_wholeLines)) Fail(m_path, error);
+}
+
+void RunJournal::AskFor(const std::vector<std::int32_t>& projects) {
+  m_asked.emplace(projects.begin(), projects.end());
+  if (const std::error_code error = m_file.Append(json{{"asked", projects}}.dump() + "\n"))
+    Fail(m_path, error);
 }
 
 void RunJournal::Remove() { m_file.Remove(); }

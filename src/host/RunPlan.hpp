@@ -53,8 +53,13 @@ class RunPlan {
   void LeaveOut(std::size_t position, RunChoice choice, std::string reason, std::int32_t cause = 0);
   void GiveReason(std::size_t position, std::string reason);
 
+  // Whether the run goes on behind failures, with what does not depend on them.
+  bool KeepsGoing() const { return m_keepsGoing; }
+  void SetKeepsGoing(bool value) { m_keepsGoing = value; }
+
  private:
   std::vector<PlannedProject> m_projects;
+  bool m_keepsGoing = false;
 };
 
 }  // namespace hearthmake::host

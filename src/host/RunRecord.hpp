@@ -65,6 +65,8 @@ class RunRecord final : public BuildEvents {
   void LeaveOut(std::int32_t idProject, ProjectOutcome outcome, std::string reason);
   // The same for all that the plan leaves out.
   void LeaveOut(const RunPlan& plan);
+  // The run is over; without it, it ends with its last failure or completion.
+  void End() { EndNow(); }
   // A failure outside of the run's own events.
   void Fail(const std::string& message);
 

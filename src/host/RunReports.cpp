@@ -55,21 +55,37 @@ void RunReports::AddFile(const char* option, const std::string& typed, decltype(
   m_files.push_back({typed, dosPath, std::move(make)});
 }
 
-void RunReports::Begin(Build& build) {
+void RunReports::Follow(Build& build) {
   m_record = std::make_unique<RunRecord>(build);
   const auto& projects = m_record->Projects();
   m_root = std::make_unique<SourceRoot>(
       SourceRoot::Find(projects.empty() ? "." : m_session.PosixPath(projects.front().path)));
-  m_recordSink.emplace(build, *m_record);
   if (!m_options.html.empty()) m_page = std::make_unique<PageReport>(m_session, build);
-  auto format = MakeAnnotationFormat(m_options.annotations);
-  if (!format) return;
-  m_annotations = std::make_unique<Annotations>(m_session, *m_record, *m_root, std::move(format), m_stream);
-  m_annotationSink.emplace(build, *m_annotations);
+  if (auto format = MakeAnnotationFormat(m_options.annotations)) {
+    m_annotations = std::make_unique<Annotations>(m_session, *m_record, *m_root, std::move(format), m_stream);
+  }
+}
+
+std::vector<BuildEvents*> RunReports::Begin(Build& build, const RunPlan& plan) {
+  Follow(build);
+  m_record->LeaveOut(plan);
+  std::vector<BuildEvents*> sinks = {m_record.get()};
+  if (m_page) {
+    m_page->Expect(plan);
+    sinks.push_back(&m_page->Facts());
+  }
+  if (m_annotations) sinks.push_back(m_annotations.get());
+  return sinks;
+}
+
+void RunReports::End(const RunPlan& plan) {
+  m_record->LeaveOut(plan);
+  m_record->End();
+  if (m_annotations) m_annotations->Close();
 }
 
 ExitStatus RunReports::Finish(Build& build, ExitStatus status) {
-  if (!m_record) Begin(build);
+  if (!m_record) Follow(build);
   bool isWritten = true;
   for (const File& file : m_files) isWritten = Write(file) && isWritten;
   if (m_page) m_page->Remember();
@@ -77,7 +93,7 @@ ExitStatus RunReports::Finish(Build& build, ExitStatus status) {
 }
 
 void RunReports::Fail(Build& build, const std::string& message) {
-  if (!m_record) Begin(build);
+  if (!m_record) Follow(build);
   m_record->Fail(message);
   if (m_annotations) m_annotations->TellRest();
   Finish(build, ExitStatus::Failed);

@@ -2,14 +2,13 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "host/HostError.hpp"
+#include "host/RunPlan.hpp"
 #include "host/RunRecord.hpp"
 #include "host/Session.hpp"
-#include "host/SinkGuard.hpp"
 #include "host/SourceRoot.hpp"
 #include "host/annotations/Annotations.hpp"
 #include "host/page/PageReport.hpp"
@@ -34,10 +33,10 @@ class RunReports {
   RunReports& operator=(const RunReports&) = delete;
   ~RunReports();
 
-  // Listens to the build from now on, which is to be in compile order. Displays listen behind it.
-  void Begin(Build& build);
-  // Of the run that has begun.
-  RunRecord& Record() { return *m_record; }
+  // Before the run, with the build in compile order: what is to hear its events, before any display.
+  std::vector<BuildEvents*> Begin(Build& build, const RunPlan& plan);
+  // Behind it, with what the plan came to.
+  void End(const RunPlan& plan);
 
   // Writes the files of the run that is over; of a run that was cancelled before it began, that. A file that
   // can't be written after all is told of, and fails what was done otherwise.
@@ -53,6 +52,7 @@ class RunReports {
   };
 
   void AddFile(const char* option, const std::string& typed, decltype(File::make) make);
+  void Follow(Build& build);
   bool Write(const File& file);
 
   Session& m_session;
@@ -61,11 +61,8 @@ class RunReports {
   std::vector<File> m_files;
   std::unique_ptr<RunRecord> m_record;
   std::unique_ptr<SourceRoot> m_root;
-  std::unique_ptr<Annotations> m_annotations;
-  std::unique_ptr<PageReport> m_page;
-  // Behind what they keep in the build.
-  std::optional<SinkGuard> m_recordSink;
-  std::optional<SinkGuard> m_annotationSink;
+  std::unique_ptr<Annotations> m_annotations;  // null when nobody wants any
+  std::unique_ptr<PageReport> m_page;  // null when nobody wants one
 };
 
 // Does the run with its reports, which are written whatever becomes of it: errors that end it are in them

@@ -15,6 +15,13 @@ namespace {
 
 std::string Projects(std::size_t count) { return fmt::format("{} project{}", count, count == 1 ? "" : "s"); }
 
+std::string NamesOf(const std::vector<const PlannedProject*>& projects) {
+  std::string text;
+  for (const PlannedProject* planned : projects)
+    text += (text.empty() ? "" : ", ") + Printable(planned->name);
+  return text;
+}
+
 }  // namespace
 
 std::string ClockText(long seconds) {
@@ -24,8 +31,8 @@ std::string ClockText(long seconds) {
   return fmt::format("{}:{:02}", minutes, seconds % 60);
 }
 
-TextDisplay::TextDisplay(Session& session, Build& build, std::size_t projectsToCompile)
-    : RunDisplay(projectsToCompile),
+TextDisplay::TextDisplay(Session& session, Build& build, const RunPlan& plan)
+    : RunDisplay(plan),
       m_session(session),
       m_console(session.Out()),
       m_build(build),
@@ -94,6 +101,28 @@ void TextDisplay::ShowFailed(Project* project, const std::string& message, bool 
                             Printable(CompilerWords(message))));
   const std::string advice = FailureAdvice(m_session, m_build, project, message);
   if (!advice.empty()) m_console.Err(advice + "\n");
+  const PlannedProject* failed = project == nullptr ? nullptr : Plan().Find(project->Id());
+  if (failed != nullptr) m_console.Err(LeftOutText(*failed));
+}
+
+std::string TextDisplay::LeftOutText(const PlannedProject& failed) const {
+  const auto leftOut = LeftOutBecauseOf(failed.id);
+  if (leftOut.empty()) return {};
+  return fmt::format("Left out because of {}: {}\n", Printable(failed.name), NamesOf(leftOut));
+}
+
+// Where the run stopped; of one that went on behind failures, which there were and what they kept it from.
+std::string TextDisplay::FailedText() const {
+  const std::string counts =
+      fmt::format("{} of {} compiled, {:.1f} s", Compiled(), Projects(Total()), Seconds());
+  if (!Plan().KeepsGoing()) {
+    return fmt::format("{}{}, {}.\n", m_buildName,
+                       m_projectName.empty() ? "" : " at " + Printable(m_projectName), counts);
+  }
+  std::string text = fmt::format("{}, {}.\n", m_buildName, counts);
+  if (!FailedProjects().empty()) text += fmt::format("Failed: {}\n", NamesOf(FailedProjects()));
+  for (const PlannedProject* failed : FailedProjects()) text += LeftOutText(*failed);
+  return text;
 }
 
 void TextDisplay::ShowCancelled(Project& /*project*/) { ClearLine(); }
@@ -129,9 +158,8 @@ void TextDisplay::Finish() {
           fmt::format("{} {}: {}.\n", m_console.PaintOut(Colour::Green, "Done."), m_buildName, counts));
       return;
     case RunResult::Failed:
-      m_console.Err(fmt::format("{} {}{}, {}.\n{}", m_console.PaintErr(Colour::Red, "Build failed:"),
-                                m_buildName, m_projectName.empty() ? "" : " at " + Printable(m_projectName),
-                                counts, resume));
+      m_console.Err(
+          fmt::format("{} {}{}", m_console.PaintErr(Colour::Red, "Build failed:"), FailedText(), resume));
       return;
     case RunResult::Cancelled:
       m_console.Err(fmt::format("{} {}: {}.\n{}", m_console.PaintErr(Colour::Yellow, "Cancelled."),

@@ -13,8 +13,8 @@ namespace hearthmake::host {
 // come at once, on standard error, with the compiler's own words and what to do about them.
 class TextDisplay final : public RunDisplay {
  public:
-  // The build stays alive meanwhile.
-  TextDisplay(Session& session, Build& build, std::size_t projectsToCompile);
+  // Build and plan stay alive meanwhile.
+  TextDisplay(Session& session, Build& build, const RunPlan& plan);
 
   void Tick() override;
   void EndSources() override { ClearLine(); }
@@ -37,6 +37,8 @@ class TextDisplay final : public RunDisplay {
   void DrawLine(const std::string& line);
   void ClearLine();
   void Notice(const std::string& text);
+  std::string FailedText() const;
+  std::string LeftOutText(const PlannedProject& failed) const;
 
   Session& m_session;
   const Console& m_console;

@@ -15,9 +15,11 @@ using nlohmann::json;
 using support::CommandResult;
 using support::HostCommand;
 using support::XmlLint;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 // The reports of a build of Lib, App (which references it) and Tool, by the real command.
 class RunReportsTest : public testing::Test {
@@ -122,6 +124,32 @@ TEST_F(RunReportsTest, SaysWhyAProjectWasSkipped) {
   ASSERT_EQ(BuildForJUnit().status, 0);
   ExpectValid();
   EXPECT_EQ(Of("Tool", "skipped/@message"), "not to be compiled: its CompileMe is off");
+}
+
+TEST_F(RunReportsTest, SaysWhichFailureBlocksAProject) {
+  NEEDS_XMLLINT();
+  command.FailOn("Lib");
+  ASSERT_EQ(BuildForJUnit({"--keep-going"}).status, 1);
+  ExpectValid();
+  EXPECT_EQ(Value("//testsuite/@failures"), "1");
+  EXPECT_THAT(Of("App", "skipped/@message"), AllOf(StartsWith("blocked: "), HasSubstr("Lib")));
+  EXPECT_EQ(Of("Tool", "system-out"), "Build of 'Tool' succeeded.");
+  EXPECT_EQ(Value("//property[@name='build.result']/@value"), "failed");
+  command.BehaveWell();
+  ASSERT_EQ(BuildForJUnit({"--resume"}).status, 0);
+  ExpectValid();
+  EXPECT_THAT(Of("Tool", "skipped/@message"), StartsWith("compiled earlier"));
+}
+
+TEST_F(RunReportsTest, SaysWhatIsUpToDate) {
+  NEEDS_XMLLINT();
+  ASSERT_EQ(BuildForJUnit({"--only", "Tool"}).status, 0);
+  ExpectValid();
+  EXPECT_THAT(Of("Lib", "skipped/@message"), StartsWith("not to be compiled: "));
+  ASSERT_EQ(BuildForJUnit({"--changed"}).status, 0);
+  ASSERT_EQ(BuildForJUnit({"--changed"}).status, 0);
+  ExpectValid();
+  EXPECT_THAT(Of("Lib", "skipped/@message"), StartsWith("up to date"));
 }
 
 TEST_F(RunReportsTest, StaysValidWhateverTheCompilerWrites) {
@@ -232,6 +260,14 @@ TEST_F(RunReportsTest, FoldProjectsAndMarkErrorsBelowThem) {
 
 TEST_F(RunReportsTest, CloseTheLastFold) {
   EXPECT_THAT(Build({"--annotations", "github"}).out, HasSubstr("Compiling Tool\n::endgroup::\nDone."));
+}
+
+TEST_F(RunReportsTest, FoldNothingButTheProjectWhenTheRunGoesOn) {
+  command.FailOn("Lib");
+  const CommandResult result = Build({"--annotations", "github", "--keep-going"});
+  EXPECT_THAT(result.out,
+              HasSubstr("::error file=Lib.cls,line=12,title=Lib::Variable not defined\n::group::Tool\n"
+                        "[2/3] Compiling Tool\n::endgroup::\n"));
 }
 
 TEST_F(RunReportsTest, LeaveEventsForProgramsAlone) {

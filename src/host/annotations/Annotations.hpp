@@ -27,6 +27,8 @@ class Annotations final : public BuildEvents {
               std::unique_ptr<AnnotationFormat> format, Stream stream);
   ~Annotations() override;
 
+  // Ends the fold of the last project.
+  void Close();
   // Failures of the record that no event told of.
   void TellRest();
 
@@ -37,7 +39,6 @@ class Annotations final : public BuildEvents {
 
  private:
   void Print(const std::string& lines) const;
-  void Close();
   void Tell(const RunProblem& problem);
 
   Session& m_session;

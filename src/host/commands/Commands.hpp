@@ -85,6 +85,12 @@ struct BuildArguments {
   bool resume = false;
   bool sources = false;    // take the latest sources first, whatever the setting says
   bool noSources = false;  // don't, whatever the setting says
+  bool changed = false;
+  std::vector<std::string> only;
+  std::string from;
+  bool keepGoing = false;
+  bool dryRun = false;
+  bool why = false;
   bool json = false;
   ReportOptions reports;
 };

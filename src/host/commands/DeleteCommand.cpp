@@ -2,21 +2,25 @@
 
 #include "host/EditCycle.hpp"
 #include "host/Places.hpp"
+#include "host/RewrittenFiles.hpp"
 #include "host/RunJournal.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/ProjectRemoval.hpp"
+#include "host/page/LastRun.hpp"
 
 namespace hearthmake::host {
 
 ExitStatus DeleteCommand(Session& session, const DeleteArguments& arguments) {
   const auto build = session.OpenBuild(arguments.build);
   const std::string name = build->Name();
-  const std::string journal = session.Settings().DataFolder() + "/" + RunJournal::FileName(build->Id());
+  const std::string folder = session.Settings().DataFolder() + "/";
+  const std::vector<std::string> files = {
+      RunJournal::FileName(build->Id()), RewrittenFiles::FileName(build->Id()), LastRunFileName(build->Id())};
   RemoveProjects(*build, AllProjects(*build));
   EditCycle edit(*build);
   build->Delete();
   edit.Apply();
-  RemoveFile(journal);
+  for (const std::string& file : files) RemoveFile(folder + file);
   session.Out().Out(fmt::format("Deleted build {}. Its project files are untouched.\n", Printable(name)));
   return ExitStatus::Done;
 }

@@ -1,15 +1,17 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <numeric>
+#include <set>
 
 #include "automation/Text.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
+#include "host/ChangeFinder.hpp"
 #include "host/ChosenProjects.hpp"
 #include "host/Json.hpp"
 #include "host/Places.hpp"
 #include "host/ProjectGraph.hpp"
+#include "host/RewrittenFiles.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/graph/DotText.hpp"
 #include "host/graph/GraphvizDot.hpp"
@@ -60,6 +62,22 @@ Selection Select(Build& build, const GraphArguments& arguments) {
   return {std::move(projects), references.Part(nodes)};
 }
 
+// What a build of what changed would compile; nothing where a cycle leaves no order to compile in.
+std::set<std::int32_t> ChangedProjects(Session& session, Build& build) {
+  const ProjectList projects = AllProjects(build);
+  if (!ProjectGraph(projects).FindCycle().empty()) return {};
+  build.Projects().SetCompileOrder();
+  const ProjectList inOrder = AllProjects(build);
+  const std::string path = session.Settings().DataFolder() + "/" + RewrittenFiles::FileName(build.Id());
+  const RewrittenFiles rewritten(*Ports().files, session.DosPath(path));
+  ChangeFinder finder(*Ports().files, rewritten,
+                      [&session](const std::string& dosPath) { return session.PosixPath(dosPath); });
+  RunPlan plan(inOrder);
+  finder.LeaveOutUpToDate(plan, inOrder, ProjectGraph(inOrder));
+  const std::vector<std::int32_t> changed = plan.RunningIds();
+  return {changed.begin(), changed.end()};
+}
+
 LastOutcome OutcomeOf(const std::optional<LastRun>& run, std::int32_t idProject) {
   const RememberedProject* project = run ? run->Find(idProject) : nullptr;
   if (project == nullptr) return LastOutcome::Unknown;
@@ -84,7 +102,11 @@ DotPicture PictureOf(Session& session, Build& build, const Selection& selection,
   picture.implied = selection.references.EdgeCount() - picture.references.EdgeCount();
   const auto run =
       ReadLastRun(session.DosPath(session.Settings().DataFolder() + "/" + LastRunFileName(build.Id())));
-  for (const auto& project : selection.projects) picture.projects.push_back(Pictured(*project, run));
+  const std::set<std::int32_t> changed = ChangedProjects(session, build);
+  for (const auto& project : selection.projects) {
+    picture.projects.push_back(Pictured(*project, run));
+    picture.projects.back().isChanged = changed.contains(project->Id());
+  }
   return picture;
 }
 

@@ -113,7 +113,7 @@ std::string Legend(const DotPicture& picture) {
                         colours);
   };
   for (const auto& [type, look] : types) add(look.legend, look.shape, kPlainLook);
-  if (hasChanged) add("changed since it compiled", "box", kChangedLook);
+  if (hasChanged) add("to be compiled: changed", "box", kChangedLook);
   if (hasFailed) add("failed in the last run", "box", kFailedLook);
   return text + "  }\n";
 }

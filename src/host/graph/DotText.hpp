@@ -17,7 +17,7 @@ struct PicturedProject {
   std::string name;
   ProjectTypes type = ProjectTypes::StandardExe;
   LastOutcome last = LastOutcome::Unknown;
-  bool isChanged = false;  // since it was compiled
+  bool isChanged = false;  // since it was compiled, or something that it needs
 };
 
 // "OLE server" and the like, for people.

@@ -54,11 +54,14 @@ Digraph ReferencesOf(Build& build, const RunRecord& record) {
 
 }  // namespace
 
-PageReport::PageReport(Session& session, Build& build)
-    : m_session(session), m_build(build), m_sink(build, m_facts) {}
-
 std::string PageReport::MemoryPath() {
   return m_session.DosPath(m_session.Settings().DataFolder() + "/" + LastRunFileName(m_build.Id()));
+}
+
+void PageReport::Expect(const RunPlan& plan) {
+  for (const PlannedProject& project : plan.Projects()) {
+    if (project.Runs() && !project.reason.empty()) m_reasons.emplace(project.id, project.reason);
+  }
 }
 
 std::string PageReport::Text(const RunRecord& record) {
@@ -80,6 +83,8 @@ std::string PageReport::Text(const RunRecord& record) {
   }
   for (const ProjectRecord& project : record.Projects()) {
     PageProject shown{project, m_session.PosixPath(project.path), {}, {}, ErrorsOf(project)};
+    const auto reason = m_reasons.find(project.id);
+    if (reason != m_reasons.end() && shown.record.reason.empty()) shown.record.reason = reason->second;
     const auto facts = m_facts.Projects().find(project.id);
     if (facts != m_facts.Projects().end()) shown.facts = facts->second;
     if (last) shown.change = CompareWithLast(*m_run->Find(project.id), project.outcome, *last);

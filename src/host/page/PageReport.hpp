@@ -1,11 +1,12 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 
+#include "host/RunPlan.hpp"
 #include "host/RunRecord.hpp"
 #include "host/Session.hpp"
-#include "host/SinkGuard.hpp"
 #include "host/page/LastRun.hpp"
 #include "host/page/RunFacts.hpp"
 
@@ -15,7 +16,12 @@ namespace hearthmake::host {
 class PageReport {
  public:
   // Before the run; session and build must outlive it.
-  PageReport(Session& session, Build& build);
+  PageReport(Session& session, Build& build) : m_session(session), m_build(build) {}
+
+  // Why the projects of the run are compiled.
+  void Expect(const RunPlan& plan);
+  // What is to hear the events of the run.
+  BuildEvents& Facts() { return m_facts; }
 
   // The page, after the run.
   std::string Text(const RunRecord& record);
@@ -29,7 +35,7 @@ class PageReport {
   Session& m_session;
   Build& m_build;
   RunFacts m_facts;
-  SinkGuard m_sink;
+  std::map<std::int32_t, std::string> m_reasons;  // by project; of those that are compiled
   std::optional<LastRun> m_run;
 };
 

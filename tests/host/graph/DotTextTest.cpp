@@ -47,7 +47,7 @@ TEST(DotText, ColoursWhatFailedAndWhatChanged) {
   EXPECT_THAT(text, HasSubstr("\"A\" [label=\"A\", shape=box, fillcolor=\"#f4a9a0\""));
   EXPECT_THAT(text, HasSubstr("\"B\" [label=\"B\", shape=box, fillcolor=\"#ffe08a\""));
   EXPECT_THAT(text, HasSubstr("legend: failed in the last run"));
-  EXPECT_THAT(text, HasSubstr("legend: changed since it compiled"));
+  EXPECT_THAT(text, HasSubstr("legend: to be compiled: changed"));
   EXPECT_THAT(DotText(Picture({Named("A")}, {{}})), Not(HasSubstr("failed")));
 }
 
