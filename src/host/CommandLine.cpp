@@ -72,6 +72,7 @@ class Words {
     AddGlobalOptions();
     AddBuildWords();
     AddProjectWords();
+    AddGraphWord();
     AddRunWords();
     AddSourceWords();
     AddOutputWords();
@@ -213,6 +214,24 @@ class Words {
     AddJson(word, m_version.json);
   }
 
+  void AddGraphWord() {
+    CLI::App* word =
+        Add("graph",
+            "Draw the references of a build: as text of Graphviz on standard output, or as a picture. Shapes\n"
+            "tell the types of projects, colours what failed or changed, red a cycle. With PROJECTs, only\n"
+            "these and all that they need.",
+            "hearthmake graph Shop -o shop.svg", m_graph, &GraphCommand);
+    AddBuild(word, m_graph.build);
+    word->add_option("PROJECT", m_graph.projects, "names or ids of projects; without any, all");
+    word->add_option("-o,--output", m_graph.file,
+                     "write to FILE: .dot for the text; .svg, .png or .pdf are drawn by Graphviz")
+        ->type_name("FILE");
+    word->add_flag("--users", m_graph.users, "also those that need the PROJECTs");
+    word->add_flag("--reduce,!--no-reduce", m_graph.reduce,
+                   "leave references out that others imply (on, unless --no-reduce)");
+    AddJson(word, m_graph.json, "write JSON instead of Graphviz's text; no reference is left out");
+  }
+
   void AddRunWords() {
     CLI::App* word = Add("order", "Print the compile order; when there is none, a cycle of references.",
                          "hearthmake order Shop", m_order, &OrderCommand);
@@ -253,6 +272,10 @@ class Words {
   }
 
   static void AddReports(CLI::App* word, ReportOptions& reports) {
+    word->add_option("--html", reports.html,
+                     "write a page about the run to FILE, whatever becomes of it: times, references, errors\n"
+                     "with their source lines, and what changed since the last run with a page")
+        ->type_name("FILE");
     word->add_option("--junit", reports.junit,
                      "write the results to FILE as JUnit XML, whatever becomes of the run")
         ->type_name("FILE")
@@ -549,6 +572,7 @@ class Words {
   ScanArguments m_scan;
   RefsArguments m_refs;
   OrderArguments m_order;
+  GraphArguments m_graph;
   BuildArguments m_build;
   SourcesArguments m_sources;
   LabelArguments m_label;

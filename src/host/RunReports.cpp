@@ -40,6 +40,8 @@ RunReports::RunReports(Session& session, ReportOptions options, bool outputIsTak
     : m_session(session),
       m_options(std::move(options)),
       m_stream(outputIsTaken ? Annotations::Stream::Error : Annotations::Stream::Output) {
+  AddFile("--html", m_options.html,
+          [this](Session&, const RunRecord& record, const SourceRoot&) { return m_page->Text(record); });
   AddFile("--junit", m_options.junit, &JUnitReport);
   AddFile("--code-quality", m_options.codeQuality, &CodeQualityReport);
 }
@@ -50,7 +52,7 @@ void RunReports::AddFile(const char* option, const std::string& typed, decltype(
   if (typed.empty()) return;
   const std::string dosPath = m_session.DosPath(typed);
   RequirePlace(option, AbsoluteSystemPath(m_session.PosixPath(dosPath)));
-  m_files.push_back({typed, dosPath, make});
+  m_files.push_back({typed, dosPath, std::move(make)});
 }
 
 void RunReports::Follow(Build& build) {
@@ -58,6 +60,7 @@ void RunReports::Follow(Build& build) {
   const auto& projects = m_record->Projects();
   m_root = std::make_unique<SourceRoot>(
       SourceRoot::Find(projects.empty() ? "." : m_session.PosixPath(projects.front().path)));
+  if (!m_options.html.empty()) m_page = std::make_unique<PageReport>(m_session, build);
   if (auto format = MakeAnnotationFormat(m_options.annotations)) {
     m_annotations = std::make_unique<Annotations>(m_session, *m_record, *m_root, std::move(format), m_stream);
   }
@@ -67,6 +70,10 @@ std::vector<BuildEvents*> RunReports::Begin(Build& build, const RunPlan& plan) {
   Follow(build);
   m_record->LeaveOut(plan);
   std::vector<BuildEvents*> sinks = {m_record.get()};
+  if (m_page) {
+    m_page->Expect(plan);
+    sinks.push_back(&m_page->Facts());
+  }
   if (m_annotations) sinks.push_back(m_annotations.get());
   return sinks;
 }
@@ -81,6 +88,7 @@ ExitStatus RunReports::Finish(Build& build, ExitStatus status) {
   if (!m_record) Follow(build);
   bool isWritten = true;
   for (const File& file : m_files) isWritten = Write(file) && isWritten;
+  if (m_page) m_page->Remember();
   return isWritten || status != ExitStatus::Done ? status : ExitStatus::Failed;
 }
 

@@ -11,11 +11,13 @@
 #include "host/Session.hpp"
 #include "host/SourceRoot.hpp"
 #include "host/annotations/Annotations.hpp"
+#include "host/page/PageReport.hpp"
 
 namespace hearthmake::host {
 
 // The reports that a run is asked for, as they were typed; empty: none.
 struct ReportOptions {
+  std::string html;         // a file
   std::string junit;        // a file
   std::string codeQuality;  // a file
   std::string annotations;  // one of AnnotationServices()
@@ -46,7 +48,7 @@ class RunReports {
   struct File {
     std::string typed;
     std::string dosPath;
-    std::string (*make)(Session& session, const RunRecord& record, const SourceRoot& root);
+    std::function<std::string(Session& session, const RunRecord& record, const SourceRoot& root)> make;
   };
 
   void AddFile(const char* option, const std::string& typed, decltype(File::make) make);
@@ -60,6 +62,7 @@ class RunReports {
   std::unique_ptr<RunRecord> m_record;
   std::unique_ptr<SourceRoot> m_root;
   std::unique_ptr<Annotations> m_annotations;  // null when nobody wants any
+  std::unique_ptr<PageReport> m_page;  // null when nobody wants one
 };
 
 // Does the run with its reports, which are written whatever becomes of it: errors that end it are in them

@@ -71,6 +71,16 @@ struct OrderArguments {
 };
 ExitStatus OrderCommand(Session& session, const OrderArguments& arguments);
 
+struct GraphArguments {
+  std::string build;
+  std::vector<std::string> projects;  // none: all
+  std::string file;                   // empty: text to standard output
+  bool users = false;                 // with those that need the projects
+  bool reduce = true;
+  bool json = false;
+};
+ExitStatus GraphCommand(Session& session, const GraphArguments& arguments);
+
 struct BuildArguments {
   std::string build;
   bool resume = false;

@@ -6,6 +6,7 @@
 #include "host/RunJournal.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/ProjectRemoval.hpp"
+#include "host/page/LastRun.hpp"
 
 namespace hearthmake::host {
 
@@ -13,8 +14,8 @@ ExitStatus DeleteCommand(Session& session, const DeleteArguments& arguments) {
   const auto build = session.OpenBuild(arguments.build);
   const std::string name = build->Name();
   const std::string folder = session.Settings().DataFolder() + "/";
-  const std::vector<std::string> files = {RunJournal::FileName(build->Id()),
-                                          RewrittenFiles::FileName(build->Id())};
+  const std::vector<std::string> files = {
+      RunJournal::FileName(build->Id()), RewrittenFiles::FileName(build->Id()), LastRunFileName(build->Id())};
   RemoveProjects(*build, AllProjects(*build));
   EditCycle edit(*build);
   build->Delete();
