@@ -34,6 +34,7 @@ set(CPACK_COMPONENT_DEV_DESCRIPTION
  CMake.")
 
 # What loads libgit2 when it is used first is not seen among the program's libraries.
+find_library(GIT2 git2)
 get_filename_component(git2_file "${GIT2}" REALPATH)
 execute_process(COMMAND dpkg-query -S ${git2_file} OUTPUT_VARIABLE owner ERROR_QUIET)
 if(owner MATCHES "^(libgit2-[0-9.]+)[:]")

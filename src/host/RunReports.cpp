@@ -66,7 +66,10 @@ void RunReports::Follow(Build& build) {
   }
 }
 
+bool RunReports::IsAnyWanted() const { return !m_files.empty() || !m_options.annotations.empty(); }
+
 std::vector<BuildEvents*> RunReports::Begin(Build& build, const RunPlan& plan) {
+  if (!IsAnyWanted()) return {};
   Follow(build);
   m_record->LeaveOut(plan);
   std::vector<BuildEvents*> sinks = {m_record.get()};
@@ -79,12 +82,14 @@ std::vector<BuildEvents*> RunReports::Begin(Build& build, const RunPlan& plan) {
 }
 
 void RunReports::End(const RunPlan& plan) {
+  if (!m_record) return;
   m_record->LeaveOut(plan);
   m_record->End();
   if (m_annotations) m_annotations->Close();
 }
 
 ExitStatus RunReports::Finish(Build& build, ExitStatus status) {
+  if (!IsAnyWanted()) return status;
   if (!m_record) Follow(build);
   bool isWritten = true;
   for (const File& file : m_files) isWritten = Write(file) && isWritten;
@@ -93,6 +98,7 @@ ExitStatus RunReports::Finish(Build& build, ExitStatus status) {
 }
 
 void RunReports::Fail(Build& build, const std::string& message) {
+  if (!IsAnyWanted()) return;
   if (!m_record) Follow(build);
   m_record->Fail(message);
   if (m_annotations) m_annotations->TellRest();
