@@ -53,6 +53,7 @@ class Words {
     AddDeploymentWords();
     AddScriptWord();
     AddSettingWords();
+    AddDoctorWord();
   }
 
   const HostOptions& Options() const { return m_options; }
@@ -463,6 +464,17 @@ class Words {
     word->parse_complete_callback([this, value] { m_settings.hasValue = value->count() > 0; });
   }
 
+  void AddDoctorWord() {
+    CLI::App* word =
+        Add("doctor",
+            "Look for what would keep a build from succeeding: compiler, Wine, data folder and database, and with\n"
+            "BUILD its files, references, folders and addresses. Says how to mend what it finds and changes\n"
+            "nothing. Exit status 1 when something is an error.",
+            "hearthmake doctor Shop", m_doctor, &DoctorCommand);
+    word->add_option("BUILD", m_doctor.build, "id or name of a build; without it only the machine is looked at");
+    AddJson(word, m_doctor.json);
+  }
+
   CLI::App& m_app;
   bool m_withPackageProperties;
   HostOptions m_options;
@@ -495,6 +507,7 @@ class Words {
   ScriptArguments m_script;
   SetArguments m_set;
   SettingsArguments m_settings;
+  DoctorArguments m_doctor;
 };
 
 std::string ErrorNumber(std::int32_t number) {

@@ -217,6 +217,12 @@ struct SetArguments {
 };
 ExitStatus SetCommand(Session& session, const SetArguments& arguments);
 
+struct DoctorArguments {
+  std::string build;  // empty: the machine only
+  bool json = false;
+};
+ExitStatus DoctorCommand(Session& session, const DoctorArguments& arguments);
+
 struct SettingsArguments {
   std::string key;    // empty: all
   std::string value;  // used when hasValue
