@@ -14,6 +14,7 @@
 #include "GeneratedSuite.hpp"
 #include "adapters/posix/PosixFileSystem.hpp"
 #include "foundation/Paths.hpp"
+#include "host/ProjectSources.hpp"
 
 namespace hearthmake::bench {
 
@@ -43,6 +44,7 @@ Suite::Suite(std::string tools) : m_tools(fs::absolute(tools)) {
   m_place = pattern;
   m_sources = m_place + "/suite";
   m_data = m_place + "/data";
+  m_drives = posix::DriveMap::BuiltIn(m_data);
   setenv("XDG_CONFIG_HOME", (m_place + "/config").c_str(), 1);
 }
 
@@ -78,7 +80,7 @@ std::vector<std::string> Suite::ProjectFiles() const {
 }
 
 void Suite::MakeOutputFolders() {
-  posix::DriveMap drives = posix::DriveMap::BuiltIn(m_data);
+  posix::DriveMap& drives = m_drives;
   std::set<char> letters;
   std::set<std::string> folders;
   for (const std::string& path : ProjectFiles()) {
@@ -118,6 +120,35 @@ void Suite::StartAnew() {
 
 ProgramRun Suite::Scan() const { return Run({"scan", "Suite", m_sources}); }
 
+std::vector<std::string> Suite::SourcesOf(const std::string& path) const {
+  std::vector<std::string> files;
+  const std::string folder(FolderPart(m_drives.FromPosix(path)));
+  for (const host::ProjectSource& source : host::SourcesOf(ReadFile(path), folder)) {
+    const auto file = m_drives.ToPosix(source.path);
+    if (file && (!source.mayBeMissing || fs::exists(*file))) files.push_back(*file);
+  }
+  return files;
+}
+
+void Suite::MakeSources() const {
+  for (const std::string& path : ProjectFiles()) {
+    for (const std::string& source : SourcesOf(path)) {
+      if (fs::exists(source)) continue;
+      fs::create_directories(fs::path(source).parent_path());
+      std::ofstream(source).flush();
+    }
+  }
+}
+
+std::vector<std::vector<std::string>> Suite::InputFiles() const {
+  std::vector<std::vector<std::string>> files;
+  for (const std::string& path : BuiltProjects()) {
+    files.push_back(SourcesOf(path));
+    files.back().insert(files.back().begin(), path);
+  }
+  return files;
+}
+
 void Suite::MakeBinaries() const {
   Run({"settings", "VBExe", m_tools + "/tools/vb6/vb6"});
   Run({"build", "Suite"}, {{"VB6_STANDIN_SKIP_SOURCES", "1"},
@@ -139,6 +170,12 @@ void Suite::SpoilFiles(int round) const {
     text.replace(start, text.find('\r', start) - start, fmt::format("MajorVer={}", 100 + round));
     std::ofstream(path, std::ios::binary) << text;
   }
+}
+
+std::vector<std::string> Suite::BuiltProjects() const {
+  std::vector<std::string> paths;
+  for (const auto& command : CompilerCommands()) paths.push_back(m_drives.ToPosix(command[1]).value_or(""));
+  return paths;
 }
 
 std::vector<std::vector<std::string>> Suite::CompilerCommands() const {
@@ -183,6 +220,25 @@ std::string Suite::WriteNinjaFile() const {
     for (const std::string& argument : command) line += "'" + argument + "' ";
     // The outputs are never made, so that every command runs each time.
     file << "build never" << number++ << ": run\n  line = " << line << "\n";
+  }
+  return path;
+}
+
+std::string Suite::WriteNinjaFileOfInputs() const {
+  const std::string folder = m_place + "/ninja";
+  fs::create_directories(folder);
+  const std::string path = folder + "/build.ninja";
+  std::ofstream file(path);
+  file << "builddir = " << folder << "\n"
+       << "rule make\n  command = touch $out\n";
+  int number = 0;
+  for (const auto& inputs : InputFiles()) {
+    file << "build " << folder << "/" << number++ << ".stamp: make";
+    for (const std::string& input : inputs) {
+      file << " ";
+      for (const char c : input) file << (c == ' ' || c == ':' || c == '$' ? "$" : "") << c;
+    }
+    file << "\n";
   }
   return path;
 }

@@ -27,6 +27,10 @@ class Suite {
   // A fresh data folder with an empty build.
   void StartAnew();
   ProgramRun Scan() const;
+  // Makes what the project files name as sources, as empty files where it is missing.
+  void MakeSources() const;
+  // The files that each project of the build is made of, its project file first.
+  std::vector<std::vector<std::string>> InputFiles() const;
   // Compiles with the stand-in, so that every binary is there, and with the yardstick compiler until no
   // project file changes any more.
   void MakeBinaries() const;
@@ -41,6 +45,8 @@ class Suite {
   Variables ChildVariables() const;
   // The same as a file for ninja.
   std::string WriteNinjaFile() const;
+  // For ninja too: an output for each project that is made of its input files.
+  std::string WriteNinjaFileOfInputs() const;
 
   const std::string& Folder() const { return m_sources; }
   int ProjectFileCount() const { return static_cast<int>(ProjectFiles().size()); }
@@ -48,12 +54,17 @@ class Suite {
  private:
   std::vector<std::string> ProjectFiles() const;
   void MakeOutputFolders();
+  // Of a project file.
+  std::vector<std::string> SourcesOf(const std::string& path) const;
+  // POSIX paths, in compile order.
+  std::vector<std::string> BuiltProjects() const;
   std::string GoodLog() const { return m_tools + "/tools/vb6/vb6-goodlog"; }
 
   std::string m_tools;
   std::string m_place;
   std::string m_sources;
   std::string m_data;
+  posix::DriveMap m_drives;
   std::vector<std::string> m_driveOptions;
 };
 

@@ -1,15 +1,18 @@
 // Whole runs of the command against yardsticks measured in the same run; prints ratios and budgets.
 //   suite_bench TOOLS [SUITE] [--large] [--only=PART] [--rounds=N]
 // TOOLS is the folder of a release build, SUITE an existing suite (the cairo suite is what the budgets
-// are for); --large adds generated suites of 3,500 and 35,000 projects. PART is one of scan, run and
-// rewrite (of SUITE), growth and growth-scan (of the generated suites).
+// are for); --large adds generated suites of 3,500 and 35,000 projects. PART is one of scan, run,
+// rewrite and changed (of SUITE), growth and growth-scan (of the generated suites).
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,6 +65,18 @@ RunTimes MeasureRuns(const Suite& suite, int rounds) {
   return {Median(build), Median(loop), Median(others)};
 }
 
+// Seconds for one look at each file.
+double StatLoop(const std::vector<std::vector<std::string>>& inputs) {
+  const auto start = std::chrono::steady_clock::now();
+  for (const auto& project : inputs) {
+    for (const std::string& file : project) {
+      struct stat status {};
+      if (stat(file.c_str(), &status) != 0) throw std::runtime_error("there is no " + file);
+    }
+  }
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
 // The loop is measured along with it, with what the disk still has to do for the files out of its way.
 double MeasureRewriting(const Suite& suite, int rounds) {
   const auto commands = suite.CompilerCommands();
@@ -79,6 +94,33 @@ double MeasureRewriting(const Suite& suite, int rounds) {
   fmt::print("  {} commands: build {:.4f} s, bare loop {:.4f} s\n", commands.size(), Median(build),
              Median(loop));
   return Median(build) / Median(loop);
+}
+
+// A build in which nothing has changed, against two that know no more than the files' times: ninja with the
+// same files, and a bare loop that looks at each.
+void MeasureChanged(const Suite& suite, int rounds) {
+  const std::vector<std::string> build = {"build", "Suite", "--changed"};
+  const std::string ninja = suite.WriteNinjaFileOfInputs();
+  const std::vector<std::string> nothingToDo = {"ninja", "-f", ninja};
+  const auto inputs = suite.InputFiles();
+  suite.Run(build);
+  RunProgram(nothingToDo, {});
+  std::vector<double> builds;
+  std::vector<double> ninjas;
+  std::vector<double> loops;
+  for (int round = 0; round < rounds; ++round) {
+    builds.push_back(suite.Run(build).seconds);
+    ninjas.push_back(RunProgram(nothingToDo, {}).seconds);
+    loops.push_back(StatLoop(inputs));
+  }
+  std::size_t files = 0;
+  for (const auto& project : inputs) files += project.size();
+  fmt::print("  {} projects of {} files: build {:.4f} s, ninja {:.4f} s, stat alone {:.4f} s\n",
+             inputs.size(), files, Median(builds), Median(ninjas), Median(loops));
+  Report("build --changed with nothing changed, a project",
+         Median(builds) * 1000 / static_cast<double>(inputs.size()), "ms", 0.3);
+  Report("build --changed with nothing changed, against ninja", Median(builds) / Median(ninjas), "x",
+         std::nullopt);
 }
 
 double MeasureScan(Suite& suite, int rounds) {
@@ -101,6 +143,12 @@ void MeasureSuite(const Options& options) {
     const RunTimes times = MeasureRuns(suite, options.rounds);
     Report("build with nothing to change, against the bare loop", times.build / times.loop, "x", 1.15);
     Report("build with nothing to change, against ninja -j1", times.build / times.ninja, "x", 1.0);
+  }
+  if (options.Wants("changed")) {
+    suite.MakeSources();
+    suite.MakeBinaries();
+    MeasureChanged(suite, options.rounds);
+    suite.SettleFiles();
   }
   if (options.Wants("rewrite")) {
     Report("build with every project file rewritten, against the loop",

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "automation/Error.hpp"
+#include "automation/Text.hpp"
 #include "host/ProjectSources.hpp"
 
 namespace hearthmake::host {
@@ -56,18 +57,16 @@ ChangeFinder::ChangeFinder(platform::FileSystem& files, const RewrittenFiles& re
 
 void ChangeFinder::LeaveOutUpToDate(RunPlan& plan, const ProjectList& inCompileOrder,
                                     const ProjectGraph& graph) {
+  NoteBinaries(plan, inCompileOrder);
   // The name of a project that the plan compiles and that this one depends on; empty for none.
   std::vector<std::string> compiledBelow(inCompileOrder.size());
-  std::vector<Project*> referenced;
   for (std::size_t i = 0; i < inCompileOrder.size(); ++i) {
-    referenced.clear();
     for (const std::size_t target : graph.Targets(i)) {
-      referenced.push_back(inCompileOrder[target].Get());
       const PlannedProject& planned = plan.Projects()[target];
       if (compiledBelow[i].empty()) compiledBelow[i] = planned.Runs() ? planned.name : compiledBelow[target];
     }
     if (!plan.Projects()[i].Runs()) continue;
-    if (auto why = WhyChanged(*inCompileOrder[i], referenced)) {
+    if (auto why = WhyChanged(*inCompileOrder[i], i, graph.Targets(i))) {
       plan.GiveReason(i, std::move(*why));
     } else if (!compiledBelow[i].empty()) {
       plan.GiveReason(i, fmt::format("it depends on {}, which is compiled", compiledBelow[i]));
@@ -77,16 +76,33 @@ void ChangeFinder::LeaveOutUpToDate(RunPlan& plan, const ProjectList& inCompileO
   }
 }
 
-std::optional<std::string> ChangeFinder::WhyChanged(Project& project,
-                                                    const std::vector<Project*>& referenced) {
-  const File binary = Look(BinaryOf(project));
+void ChangeFinder::NoteBinaries(const RunPlan& plan, const ProjectList& projects) {
+  m_binaries.clear();
+  m_lastMakers.clear();
+  for (std::size_t i = 0; i < projects.size(); ++i) {
+    m_binaries.push_back(BinaryOf(*projects[i]));
+    const bool isMade = plan.Projects()[i].choice != RunChoice::SwitchedOff;
+    if (isMade) m_lastMakers[automation::Lower(m_binaries[i])] = i;
+  }
+}
+
+// Two projects may make the same binary, and the one that comes last in a run leaves its own. What was
+// compiled in between is older than that, and would be after any other run.
+bool ChangeFinder::IsMadeBehind(std::size_t position, const std::string& binary) const {
+  const auto last = m_lastMakers.find(automation::Lower(binary));
+  return last != m_lastMakers.end() && last->second > position;
+}
+
+std::optional<std::string> ChangeFinder::WhyChanged(Project& project, std::size_t position,
+                                                    const std::vector<std::size_t>& referenced) {
+  const File binary = Look(m_binaries[position]);
   if (binary.path.empty()) return "it names no binary";
   if (!binary.IsThere()) return m_pathText(binary.path) + " is missing";
   if (auto why = WhyFileChanged(project, binary)) return why;
-  for (Project* other : referenced) {
-    const File library = Look(BinaryOf(*other));
-    if (library.IsThere() && IsNewer(library.stamp.modified, binary.stamp.modified))
-      return Compare(library, binary);
+  for (const std::size_t target : referenced) {
+    const File library = Look(m_binaries[target]);
+    if (!library.IsThere() || !IsNewer(library.stamp.modified, binary.stamp.modified)) continue;
+    if (!IsMadeBehind(position, library.path)) return Compare(library, binary);
   }
   return std::nullopt;
 }
@@ -107,9 +123,9 @@ std::optional<std::string> ChangeFinder::WhyFileChanged(Project& project, const 
 std::optional<std::string> ChangeFinder::WhySourceChanged(const File& projectFile, const File& binary) {
   const std::string folder = projectFile.path.substr(0, projectFile.path.rfind('\\') + 1);
   for (ProjectSource& source : SourcesOf(m_files.Read(projectFile.path), folder)) {
-    const bool isCompanion = source.isCompanion;
+    const bool mayBeMissing = source.mayBeMissing;
     const File file = Look(std::move(source.path));
-    if (!file.IsThere() && isCompanion) continue;
+    if (!file.IsThere() && mayBeMissing) continue;
     if (!file.IsThere()) return m_pathText(file.path) + " is missing";
     if (IsNewer(file.stamp.modified, binary.stamp.modified)) return Compare(file, binary);
   }

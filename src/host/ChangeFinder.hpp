@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "host/ProjectGraph.hpp"
 #include "host/RewrittenFiles.hpp"
@@ -24,9 +26,9 @@ class ChangeFinder {
   ChangeFinder(platform::FileSystem& files, const RewrittenFiles& rewritten, PathText pathText);
 
   // Takes out of the plan what is up to date, and tells of the others why they are not: the binary is missing
-  // or older than the project file, a source or a referenced binary; a source is missing; or the project
-  // depends on one that the plan compiles, however far away. inCompileOrder are the projects of plan and
-  // graph.
+  // or older than the project file, a source or a referenced binary; a source is missing that a compile
+  // needs; or the project depends on one that the plan compiles, however far away. inCompileOrder are the
+  // projects of plan and graph.
   void LeaveOutUpToDate(RunPlan& plan, const ProjectList& inCompileOrder, const ProjectGraph& graph);
 
  private:
@@ -37,8 +39,11 @@ class ChangeFinder {
     bool IsThere() const { return stamp.size >= 0; }
   };
 
-  std::optional<std::string> WhyChanged(Project& project, const std::vector<Project*>& referenced);
+  void NoteBinaries(const RunPlan& plan, const ProjectList& projects);
+  std::optional<std::string> WhyChanged(Project& project, std::size_t position,
+                                        const std::vector<std::size_t>& referenced);
   std::optional<std::string> WhyFileChanged(Project& project, const File& binary);
+  bool IsMadeBehind(std::size_t position, const std::string& binary) const;
   std::optional<std::string> WhySourceChanged(const File& projectFile, const File& binary);
   std::string Compare(const File& file, const File& binary) const;
   File Look(std::string path);
@@ -47,6 +52,8 @@ class ChangeFinder {
   const RewrittenFiles& m_rewritten;
   PathText m_pathText;
   std::unordered_map<std::string, platform::FileStamp> m_stamps;  // by path, as it was asked for
+  std::vector<std::string> m_binaries;                            // by position
+  std::unordered_map<std::string, std::size_t> m_lastMakers;      // by binary in lower case
 };
 
 // Whether a file has changed since a binary was made, by their times of modification (nanoseconds). Where the

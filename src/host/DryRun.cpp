@@ -48,14 +48,15 @@ void PrintDiff(const Console& console, std::string_view diff) {
 // What a run would do, for people.
 class TextRehearsal {
  public:
-  TextRehearsal(Session& session, Build& build, const RunPlan& plan)
-      : m_session(session), m_console(session.Out()), m_build(build), m_plan(plan) {}
+  TextRehearsal(Session& session, Build& build, const RunPlan& plan, bool why)
+      : m_session(session), m_console(session.Out()), m_build(build), m_plan(plan), m_why(why) {}
 
   void Begin() const {
     const std::string leftOut = LeftOutCounts(m_plan);
     m_console.Out(fmt::format("Would compile {} of {} projects of {}.{}\n", m_plan.Count(RunChoice::Runs),
                               m_plan.Projects().size(), Printable(m_build.Name()),
                               leftOut.empty() ? "" : " Left out: " + leftOut + "."));
+    if (m_why) m_console.Out(LeftOutLines(m_plan));
   }
 
   void Tell(const RehearsedCompile& compile) {
@@ -93,6 +94,7 @@ class TextRehearsal {
   const Console& m_console;
   Build& m_build;
   const RunPlan& m_plan;
+  bool m_why;
   std::size_t m_number = 0;
 };
 
@@ -145,9 +147,9 @@ ExitStatus Rehearse(Display display, Build& build, const RunPlan& plan) {
 
 }  // namespace
 
-ExitStatus ShowDryRun(Session& session, Build& build, const RunPlan& plan, bool asJson) {
-  if (asJson) return Rehearse(JsonRehearsal(session.Out(), build, plan), build, plan);
-  return Rehearse(TextRehearsal(session, build, plan), build, plan);
+ExitStatus ShowDryRun(Session& session, Build& build, const RunPlan& plan, const DryRunOptions& options) {
+  if (options.json) return Rehearse(JsonRehearsal(session.Out(), build, plan), build, plan);
+  return Rehearse(TextRehearsal(session, build, plan, options.why), build, plan);
 }
 
 }  // namespace hearthmake::host

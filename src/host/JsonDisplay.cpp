@@ -85,7 +85,10 @@ void JsonDisplay::PrintSummary() const {
   ordered_json leftOut = ordered_json::array();
   for (const PlannedProject* failed : FailedProjects())
     for (const ordered_json& planned : PlannedJson(LeftOutBecauseOf(failed->id))) leftOut.push_back(planned);
-  Print("Summary", {{"failed", PlannedJson(FailedProjects())},
+  ordered_json failures = ordered_json::array();
+  for (const PlannedProject* failed : FailedProjects())
+    failures.push_back({{"project", failed->name}, {"id", failed->id}});
+  Print("Summary", {{"failed", failures},
                     {"leftOut", leftOut},
                     {"compiled", Compiled()},
                     {"seconds", RoundedSeconds(Seconds())}});

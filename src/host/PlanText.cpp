@@ -9,6 +9,16 @@
 
 namespace hearthmake::host {
 
+namespace {
+
+std::string LineOf(const PlannedProject& planned) {
+  const std::string reason = planned.reason.empty() ? "" : ": " + Printable(planned.reason);
+  return fmt::format("{:<24} {}{}\n", Printable(planned.name), planned.Runs() ? "compiled" : "left out",
+                     reason);
+}
+
+}  // namespace
+
 std::string LeftOutCounts(const RunPlan& plan) {
   constexpr std::array<RunChoice, 4> kTold = {RunChoice::UpToDate, RunChoice::CompiledAlready,
                                               RunChoice::NotAskedFor, RunChoice::AfterFailure};
@@ -22,10 +32,14 @@ std::string LeftOutCounts(const RunPlan& plan) {
 
 std::string WhyLines(const RunPlan& plan) {
   std::string text;
+  for (const PlannedProject& planned : plan.Projects()) text += LineOf(planned);
+  return text;
+}
+
+std::string LeftOutLines(const RunPlan& plan) {
+  std::string text;
   for (const PlannedProject& planned : plan.Projects()) {
-    const std::string reason = planned.reason.empty() ? "" : ": " + Printable(planned.reason);
-    text += fmt::format("{:<24} {}{}\n", Printable(planned.name), planned.Runs() ? "compiled" : "left out",
-                        reason);
+    if (!planned.Runs()) text += LineOf(planned);
   }
   return text;
 }

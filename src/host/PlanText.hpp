@@ -13,6 +13,8 @@ namespace hearthmake::host {
 std::string LeftOutCounts(const RunPlan& plan);
 // A line for each project, in compile order: whether it is compiled, and why.
 std::string WhyLines(const RunPlan& plan);
+// The same of those only that are left out.
+std::string LeftOutLines(const RunPlan& plan);
 
 // Each as {project, id, choice, reason}.
 nlohmann::ordered_json PlannedJson(const std::vector<const PlannedProject*>& projects);

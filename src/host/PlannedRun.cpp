@@ -40,12 +40,19 @@ void PlannedRun::Go(bool resumes) {
   LeaveOutUnplanned();
   std::optional<SilentCompletion> completion;
   const SinkGuard sink(m_build, *this);
-  while (!m_build.Projects().Build(resumes) && MayGoOn()) {
+  // A build that a script kills would make others when it is asked again.
+  const automation::Ref<Projects> projects(&m_build.Projects());
+  while (!projects->Build(resumes) && MayGoOn()) {
     if (!completion) completion.emplace(m_build.Scripts());
     m_leftOut.Add(*std::exchange(m_failed, nullptr));
     LeaveOutUnplanned();
     resumes = true;
   }
+}
+
+void PlannedRun::StayAway() {
+  BuildStart(false);
+  BuildComplete();
 }
 
 void PlannedRun::LeaveOutUnplanned() {

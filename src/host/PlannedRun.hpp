@@ -26,6 +26,8 @@ class PlannedRun final : private BuildEvents {
 
   // resumes is what the library is told.
   void Go(bool resumes);
+  // Of a plan that compiles nothing, the sinks hear a run that is complete at once; the library does not run.
+  void StayAway();
 
  private:
   void WillCompile(Project& objProject, bool& bCancel) override;

@@ -16,6 +16,7 @@ struct SourceKey {
   std::string_view key;
   bool isNamed = false;  // the row is "name; file"
   std::array<std::string_view, 2> companions{};
+  bool mayBeMissing = false;
 };
 
 constexpr std::array<SourceKey, 9> kKeys = {{
@@ -27,7 +28,7 @@ constexpr std::array<SourceKey, 9> kKeys = {{
     {"UserDocument", false, {".dox"}},
     {"Designer", false, {".dsx", ".dca"}},
     {"ResFile32", false, {}},
-    {"RelatedDoc", false, {}},
+    {"RelatedDoc", false, {}, true},
 }};
 
 const SourceKey* FindKey(std::string_view text) {
@@ -69,7 +70,7 @@ void AddSources(std::string_view row, std::string_view folder, std::vector<Proje
   const std::string_view file = FileOf(row.substr(equals + 1), *key);
   if (file.empty()) return;
   const std::string path = AbsolutePath(folder, automation::Windows1252ToUtf8(file));
-  sources.push_back({path, false});
+  sources.push_back({path, key->mayBeMissing});
   for (const std::string_view extension : key->companions) {
     if (!extension.empty()) sources.push_back({WithExtension(path, extension), true});
   }

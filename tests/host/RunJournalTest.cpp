@@ -51,10 +51,12 @@ TEST_F(RunJournalTest, IsOutdatedWhenTheProjectsAreOthers) {
 }
 
 TEST_F(RunJournalTest, TakesJunkForAnOutdatedOne) {
-  for (const std::string& junk : {std::string("junk\n"), std::string("{}\n"), std::string(kHeader) + "junk\n",
-                                  std::string(kHeader) + "{\"compiled\":\"x\"}\n",
-                                  std::string(kHeader) + "{\"compiled\":99999999999999999999}\n",
-                                  std::string("{\"build\":1"), std::string(1000, '\0')}) {
+  for (const std::string& junk :
+       {std::string("junk\n"), std::string("{}\n"), std::string(kHeader) + "junk\n",
+        std::string(kHeader) + "{\"compiled\":\"x\"}\n", std::string(kHeader) + "{\"asked\":5}\n",
+        std::string(kHeader) + "{\"asked\":[\"x\"]}\n",
+        std::string(kHeader) + "{\"compiled\":99999999999999999999}\n", std::string("{\"build\":1"),
+        std::string(1000, '\0')}) {
     folder.MakeFile("run-1.json", junk);
     const RunJournal journal = Open();
     EXPECT_FALSE(journal.IsOfThisBuild()) << junk;
@@ -68,6 +70,30 @@ TEST_F(RunJournalTest, AFreshRunDiscardsWhatWasThere) {
   journal.StartFresh();
   EXPECT_FALSE(journal.HasCompiled(5));
   EXPECT_EQ(Content(), kHeader);
+}
+
+TEST_F(RunJournalTest, KnowsWhatTheLastRunWasAskedFor) {
+  {
+    RunJournal journal = Open();
+    EXPECT_TRUE(journal.WasAskedFor(5));
+    journal.StartFresh();
+    journal.AskFor({5, 8});
+    EXPECT_FALSE(journal.WasAskedFor(3));
+  }
+  EXPECT_EQ(Content(), std::string(kHeader) + "{\"asked\":[5,8]}\n");
+  {
+    RunJournal journal = Open();
+    EXPECT_TRUE(journal.IsOfThisBuild());
+    EXPECT_TRUE(journal.WasAskedFor(5));
+    EXPECT_FALSE(journal.WasAskedFor(3));
+    // A resumed run may be asked for less.
+    journal.Continue();
+    journal.AskFor({8});
+  }
+  EXPECT_FALSE(Open().WasAskedFor(5));
+  RunJournal journal = Open();
+  journal.StartFresh();
+  EXPECT_TRUE(journal.WasAskedFor(3));
 }
 
 TEST_F(RunJournalTest, IsOfOneProcessAtATime) {

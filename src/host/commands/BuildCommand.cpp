@@ -121,20 +121,36 @@ void TellPlan(const Console& console, const Build& build, const RunPlan& plan,
   if (arguments.why) console.Out(WhyLines(plan));
 }
 
+enum class RunKind {
+  Fresh,
+  Resumed,
+  None,  // where nothing that was asked for is left to compile, services go on and scripts don't run
+};
+
+// A resumed run may have stopped behind its last project.
+RunKind KindOf(const RunPlan& plan, bool resumes, const BuildArguments& arguments) {
+  if (resumes) return RunKind::Resumed;
+  return IsNarrowed(arguments) && plan.Count(RunChoice::Runs) == 0 ? RunKind::None : RunKind::Fresh;
+}
+
 std::unique_ptr<RunDisplay> MakeDisplay(Session& session, Build& build, const RunPlan& plan, bool asJson) {
   if (asJson) return std::make_unique<JsonDisplay>(session.Out(), build, plan);
   return std::make_unique<TextDisplay>(session, build, plan);
 }
 
-// The sinks in the order in which they hear the events.
-RunResult Run(Session& session, Build& build, RunPlan& plan, bool resumes, RunDisplay& display,
-              std::vector<BuildEvents*> sinks) {
-  sinks.push_back(&display);
+// The sinks hear the events in their order; the display is one of them.
+RunResult Run(Session& session, Build& build, RunPlan& plan, RunKind kind, RunDisplay& display,
+              const std::vector<BuildEvents*>& sinks) {
   const InterruptibleRun interruptible;
   session.Library().OnTick([&] { display.Tick(); });
-  PlannedRun(build, plan, std::move(sinks)).Go(resumes);
+  PlannedRun run(build, plan, sinks);
+  if (kind == RunKind::None) {
+    run.StayAway();
+  } else {
+    run.Go(kind == RunKind::Resumed);
+    EndReport(build, display.Result() == RunResult::Complete);
+  }
   session.Library().OnTick({});
-  EndReport(build, display.Result() == RunResult::Complete);
   return display.Result();
 }
 
@@ -167,8 +183,7 @@ ExitStatus DryRun(Session& session, Build& build, const BuildArguments& argument
   const RunPlan plan =
       MakePlan(session, build, arguments, resumes ? known : nullptr, OpenRewrittenFiles(session, build));
   TellOfSwitchedOff(session, build, plan, arguments);
-  if (arguments.why && !arguments.json) session.Out().Out(WhyLines(plan));
-  return ShowDryRun(session, build, plan, arguments.json);
+  return ShowDryRun(session, build, plan, {arguments.why, arguments.json});
 }
 
 ExitStatus RunAll(Session& session, Build& build, const BuildArguments& arguments, RunReports& reports) {
@@ -187,7 +202,8 @@ ExitStatus RunAll(Session& session, Build& build, const BuildArguments& argument
   // The journal first: what compiled is to be on record before anything else can go wrong.
   std::vector<BuildEvents*> sinks = {&journal, &rewritten};
   for (BuildEvents* sink : reports.Begin(build, plan)) sinks.push_back(sink);
-  const RunResult result = Run(session, build, plan, resumes, *display, std::move(sinks));
+  sinks.push_back(display.get());
+  const RunResult result = Run(session, build, plan, KindOf(plan, resumes, arguments), *display, sinks);
   reports.End(plan);
   display->Finish();
   rewritten.Save();

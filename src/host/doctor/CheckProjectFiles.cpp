@@ -18,7 +18,7 @@ void CheckSources(Session& session, Project& project, Findings& findings) {
   std::string missing;
   std::size_t count = 0;
   for (const ProjectSource& source : SourcesOf(bytes, project.Folder())) {
-    if (source.isCompanion || Ports().files->FileExists(source.path)) continue;
+    if (source.mayBeMissing || Ports().files->FileExists(source.path)) continue;
     if (++count <= kFilesShown) missing += (count == 1 ? "" : ", ") + session.PosixPath(source.path);
   }
   if (count == 0) return;
