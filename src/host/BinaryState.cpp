@@ -17,17 +17,6 @@ namespace {
 using automation::Hex;
 using platform::RegistryRoot;
 
-// The file that stands below the library's version, in whatever language it was registered.
-std::string RegisteredFile(const std::string& library, const std::string& version) {
-  platform::Registry& registry = *Ports().registry;
-  const std::string key = "TypeLib\\" + library + "\\" + version;
-  for (const std::string& locale : registry.SubKeys(RegistryRoot::ClassesRoot, key)) {
-    const std::string place = fmt::format("{}\\{}\\win32", key, locale);
-    if (const auto file = registry.Query(RegistryRoot::ClassesRoot, place, "")) return file->data;
-  }
-  return {};
-}
-
 std::string BinaryText(const BinaryState& state) {
   return Printable(state.path) + (state.isThere ? "" : "  (not there yet)");
 }
@@ -55,6 +44,17 @@ bool BinaryState::IsRegistered() const {
          automation::EqualsIgnoreCase(std::string(WithoutResourceIndex(registeredPath)), path);
 }
 
+// In whatever language it was registered.
+std::string RegisteredLibrary(const std::string& library, const std::string& version) {
+  platform::Registry& registry = *Ports().registry;
+  const std::string key = "TypeLib\\" + library + "\\" + version;
+  for (const std::string& locale : registry.SubKeys(RegistryRoot::ClassesRoot, key)) {
+    const std::string place = fmt::format("{}\\{}\\win32", key, locale);
+    if (const auto file = registry.Query(RegistryRoot::ClassesRoot, place, "")) return file->data;
+  }
+  return {};
+}
+
 BinaryState ReadBinary(Project& project) {
   BinaryState state;
   state.path = project.FullPath32();
@@ -65,7 +65,7 @@ BinaryState ReadBinary(Project& project) {
     const platform::TypeLibInfo library = Ports().typeLibs->Read(state.path);
     state.library = library.guid;
     state.version = Hex(library.majorVersion) + "." + Hex(library.minorVersion);
-    state.registeredPath = RegisteredFile(state.library, state.version);
+    state.registeredPath = RegisteredLibrary(state.library, state.version);
   } catch (const automation::Error& error) {
     state.problem = error.Description();
   }

@@ -24,6 +24,9 @@ struct BinaryState {
 
 BinaryState ReadBinary(Project& project);
 
+// The file that the registry has for a type library, {...}, and its version, 1.A; empty for none.
+std::string RegisteredLibrary(const std::string& library, const std::string& version);
+
 // The lines of `show`, name and value as those of the properties.
 std::string BinaryLines(const BinaryState& state);
 nlohmann::ordered_json BinaryJson(const BinaryState& state);

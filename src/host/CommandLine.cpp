@@ -80,6 +80,7 @@ class Words {
     AddScriptWord();
     AddSettingWords();
     AddMovingWords();
+    AddDoctorWord();
   }
 
   const HostOptions& Options() const { return m_options; }
@@ -559,6 +560,17 @@ class Words {
                    "with the passwords of packages and source projects, as they are");
   }
 
+  void AddDoctorWord() {
+    CLI::App* word =
+        Add("doctor",
+            "Look for what would keep a build from succeeding: compiler, Wine, data folder and database, and with\n"
+            "BUILD its files, references, folders and addresses. Says how to mend what it finds and changes\n"
+            "nothing. Exit status 1 when something is an error.",
+            "hearthmake doctor Shop", m_doctor, &DoctorCommand);
+    word->add_option("BUILD", m_doctor.build, "id or name of a build; without it only the machine is looked at");
+    AddJson(word, m_doctor.json);
+  }
+
   CLI::App& m_app;
   bool m_withPackageProperties;
   HostOptions m_options;
@@ -595,6 +607,7 @@ class Words {
   SettingsArguments m_settings;
   ImportArguments m_import;
   ExportArguments m_export;
+  DoctorArguments m_doctor;
 };
 
 std::string ErrorNumber(std::int32_t number) {

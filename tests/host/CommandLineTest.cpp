@@ -24,7 +24,7 @@ TEST_F(CommandLineTest, HelpsWithEveryWord) {
   EXPECT_THAT(overview.out, HasSubstr("Exit status: 0 done, 1 the build failed"));
   for (const char* word :
        {"new", "list", "show", "delete", "add", "remove", "scan", "refs", "order", "build", "bases", "set",
-        "settings", "sources", "label", "checkin", "checkouts", "sourceprojects"}) {
+        "settings", "sources", "label", "checkin", "checkouts", "sourceprojects", "doctor"}) {
     EXPECT_THAT(overview.out, HasSubstr(std::string("\n  ") + word + " "));
     const CommandResult help = command.RunBare({word, "--help"});
     EXPECT_EQ(help.status, 0);

@@ -234,6 +234,12 @@ struct VersionArguments {
 };
 ExitStatus VersionCommand(Session& session, const VersionArguments& arguments);
 
+struct DoctorArguments {
+  std::string build;  // empty: the machine only
+  bool json = false;
+};
+ExitStatus DoctorCommand(Session& session, const DoctorArguments& arguments);
+
 struct SettingsArguments {
   std::string key;    // empty: all
   std::string value;  // used when hasValue

@@ -1,0 +1,12 @@
+#include "foundation/Settings.hpp"
+#include "host/Places.hpp"
+#include "host/doctor/Checks.hpp"
+
+namespace hearthmake::host {
+
+void CheckSettings(Session& session, Findings& findings) {
+  session.LibrarySettings();  // its error says which line is wrong
+  findings.Ok("The settings can be read.", LibrarySettingsPlace());
+}
+
+}  // namespace hearthmake::host
