@@ -18,10 +18,10 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS "wine, git")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "builds suites of Visual Basic 6 projects
- Keeps sets of Visual Basic 6 projects in a database, works out the compile order
- from the references between them, brings every project file up to date with the
- identities of the binaries that it uses, and drives the compiler, which runs under
- Wine.")
+Keeps sets of Visual Basic 6 projects in a database, works out the compile
+order from the references between them, brings every project file up to date
+with the identities of the binaries that it uses, and drives the compiler,
+which runs under Wine.")
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libhearthmake-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
@@ -32,9 +32,9 @@ endif()
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "hearthmake, cmake")
 set(CPACK_COMPONENT_DEV_DESCRIPTION
     "builds of Visual Basic 6 projects, as a C++ library
- The headers and archives of Hearthmake, which keeps sets of Visual Basic 6 projects
- and drives their compiler, for programs that have it inside, with a package for
- CMake.")
+The headers and archives of Hearthmake, which keeps sets of Visual Basic 6
+projects and drives their compiler, for programs that have it inside, with a
+package for CMake.")
 
 # Not seen among the program's libraries where it is loaded when it is used first.
 find_library(GIT2_LIBRARY git2)
