@@ -31,7 +31,7 @@ install(FILES completions/hearthmake.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/f
         COMPONENT runtime)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT runtime FILES_MATCHING PATTERN "*.md")
-install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime PATTERN ".gitignore" EXCLUDE)
 
 # --- the library ---------------------------------------------------------------------------------------
 
