@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <set>
+
 #include "automation/Text.hpp"
 #include "host/graph/LayeredLayout.hpp"
 #include "host/page/Html.hpp"
@@ -12,9 +14,9 @@ namespace hearthmake::host {
 namespace {
 
 constexpr std::size_t kLongestName = 28;
-// Of the page's font at its size in the drawing, on the safe side.
-constexpr double kLetterWidth = 7.2;
-constexpr double kNodePadding = 44;
+// Of the page's font at its size in the drawing, bold and on the safe side.
+constexpr double kLetterWidth = 7.8;
+constexpr double kNodePadding = 40;
 constexpr double kTextLeft = 28;
 
 std::string ShortName(const std::string& name) {
@@ -54,17 +56,18 @@ std::string EdgesText(const RunPage& page, const Drawing& drawing) {
   return text;
 }
 
+bool IsChanged(const PageProject& project) { return project.change && project.change->IsAny(); }
+
 std::string NodeText(const PageProject& project, const DrawnNode& node) {
   const ProjectRecord& record = project.record;
   const char* style = OutcomeStyle(record.outcome);
-  const bool isChanged = project.change && project.change->IsAny();
   return fmt::format(
       "<a href=\"#p{0}\" data-p=\"{0}\" class=\"{1}{2}\" transform=\"translate({3:.0f} {4:.0f})\">"
       "<title>{5}: {6}, {7}</title><rect width=\"{8:.0f}\" height=\"{9:.0f}\" rx=\"6\"/>"
       "<path class=\"edge\" d=\"M0 6a6 6 0 0 1 6-6V{9:.0f}a6 6 0 0 1-6-6Z\"/>"
       "<use href=\"#{10}\" x=\"12\" y=\"8\" width=\"10\" height=\"10\"/>"
       "<text x=\"{11:.0f}\" y=\"17.5\">{12}</text></a>\n",
-      record.id, style, isChanged ? " changed" : "", node.left, node.top, Html(record.name),
+      record.id, style, IsChanged(project) ? " changed" : "", node.left, node.top, Html(record.name),
       TypeWord(record.type), OutcomeWord(record.outcome), node.width, Drawing::kNodeHeight,
       TypeSign(record.type), kTextLeft, Html(ShortName(record.name)));
 }
@@ -86,12 +89,23 @@ std::string Note(const RunPage& page, const Digraph& drawn, const Drawing& drawi
                      hasCycle ? " <strong class=\"cycle\">The red lines form a cycle.</strong>" : "");
 }
 
-constexpr const char* kKey =
-    "<ul class=\"key\" aria-label=\"Legend\">"
-    "<li><svg class=\"sign\" aria-hidden=\"true\"><use href=\"#t-exe\"/></svg>Program</li>"
-    "<li><svg class=\"sign\" aria-hidden=\"true\"><use href=\"#t-dll\"/></svg>Library</li>"
-    "<li><svg class=\"sign\" aria-hidden=\"true\"><use href=\"#t-server\"/></svg>OLE server</li>"
-    "<li><svg class=\"sign\" aria-hidden=\"true\"><use href=\"#t-control\"/></svg>Control</li></ul>";
+// The signs of the types, and the colours of what became of these projects.
+std::string Key(const RunPage& page) {
+  std::string text = "<ul class=\"key\" aria-label=\"Legend\">";
+  for (const char* type : {"StandardExe", "ActiveXDll", "ActiveXExe", "UserControl"})
+    text += fmt::format("<li><svg class=\"sign\" aria-hidden=\"true\"><use href=\"#{}\"/></svg>{}</li>",
+                        TypeSign(type), TypeWord(type));
+  std::set<ProjectOutcome> outcomes;
+  bool hasChanged = false;
+  for (const PageProject& project : page.projects) {
+    outcomes.insert(project.record.outcome);
+    hasChanged |= IsChanged(project);
+  }
+  for (const ProjectOutcome outcome : outcomes)
+    text += fmt::format("<li class=\"o {}\">{}</li>", OutcomeStyle(outcome), OutcomeWord(outcome));
+  if (hasChanged) text += "<li><b>Bold</b>: different since the last run</li>";
+  return text + "</ul>";
+}
 
 }  // namespace
 
@@ -112,7 +126,7 @@ std::string GraphSection(const RunPage& page) {
       "<defs><marker id=\"arrow\" viewBox=\"0 0 8 8\" refX=\"7.5\" refY=\"4\" markerWidth=\"7\" "
       "markerHeight=\"7\" orient=\"auto\"><path d=\"M0 0.5 8 4 0 7.5Z\"/></marker></defs>\n"
       "<g class=\"lines\">\n{4}</g>\n<g class=\"nodes\">\n{5}</g></svg></div></section>\n",
-      Note(page, drawn, drawing), kKey, drawing.width, drawing.height, EdgesText(page, drawing),
+      Note(page, drawn, drawing), Key(page), drawing.width, drawing.height, EdgesText(page, drawing),
       NodesText(page, drawing));
 }
 
