@@ -79,21 +79,17 @@ std::span<const automation::Enumeration* const> PublicEnumerations() {
   return kEnumerations;
 }
 
-const PublicClass* FindPublicClass(std::string_view progId) {
+const PublicClass* FindCreatableClass(std::string_view progId) {
   const std::string_view library = kLibrary.name;
   const auto dot = progId.find('.');
   if (dot == std::string_view::npos) return nullptr;
   if (!automation::EqualsIgnoreCaseAscii(progId.substr(0, dot), library)) return nullptr;
   const std::string_view name = progId.substr(dot + 1);
   for (const PublicClass& entry : kClasses) {
-    if (automation::EqualsIgnoreCaseAscii(entry.describe().Name(), name)) return &entry;
+    if (automation::EqualsIgnoreCaseAscii(entry.describe().Name(), name))
+      return entry.create != nullptr ? &entry : nullptr;
   }
   return nullptr;
-}
-
-const PublicClass* FindCreatableClass(std::string_view progId) {
-  const PublicClass* found = FindPublicClass(progId);
-  return found != nullptr && found->create != nullptr ? found : nullptr;
 }
 
 }  // namespace hearthmake

@@ -36,10 +36,8 @@ std::span<const PublicClass> PublicClasses();
 // Every public enumeration.
 std::span<const automation::Enumeration* const> PublicEnumerations();
 
-// The class of a ProgID ("Hearthmake.Build", in any case); null for a name that is no public class.
-const PublicClass* FindPublicClass(std::string_view progId);
-
-// The same for a class that CreateObject makes objects of; null for another.
+// The class of a ProgID ("Hearthmake.Build", in any case) that CreateObject makes objects of; null for a name
+// that is none of these.
 const PublicClass* FindCreatableClass(std::string_view progId);
 
 }  // namespace hearthmake

@@ -10,28 +10,12 @@
 namespace hearthmake {
 namespace {
 
-using automation::Ref;
 using automation::Variant;
 using support::DeployScene;
 using support::EntryNamed;
 using Steps = std::vector<std::string>;
 
-// An application "Server" that two projects go into.
-class ApplicationScene : public DeployScene {
- public:
-  ApplicationScene() {
-    application = NewOf<COMApplication>("Server");
-    AddTo(application->Id(), "Lib");
-    Add("Elsewhere");
-    AddTo(application->Id(), "Remote")->SetRemoteServerFiles(true);
-    log.Clear();
-    events.heard.clear();
-  }
-  bool Took(const std::string& step) const {
-    return std::find(log.steps.begin(), log.steps.end(), step) != log.steps.end();
-  }
-  Ref<COMApplication> application;
-};
+using ApplicationScene = support::ServerScene<COMApplication>;
 
 const std::vector<std::pair<const char*, Variant>>& OtherValues() {
   static const std::vector<std::pair<const char*, Variant>> kValues = {
@@ -89,9 +73,9 @@ TEST(COMApplication, CreatePackageOfAnApplicationThatIsMissingTakesTheseStepsInT
   scene.comPlus->applications = {EntryNamed("Other", "{1}"), EntryNamed("server", "{2}")};
   for (const auto& [name, value] : OtherValues()) {
     const std::string property = name;
-    if (property != "Name" && property != "CreateNew") scene.application->Let(name, {value});
+    if (property != "Name" && property != "CreateNew") scene.server->Let(name, {value});
   }
-  EXPECT_TRUE(scene.application->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   EXPECT_EQ(scene.log.steps,
             (Steps{
                 "Create",
@@ -143,7 +127,7 @@ TEST(COMApplication, CreatePackageOfAnApplicationThatIsMissingTakesTheseStepsInT
 TEST(COMApplication, CreatePackageOfAnApplicationThatIsThereTakesTheseStepsInThisOrder) {
   ApplicationScene scene;
   scene.comPlus->applications = {EntryNamed("Server", "{1}"), EntryNamed("Server", "{2}")};
-  EXPECT_TRUE(scene.application->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   EXPECT_EQ(scene.log.steps, (Steps{
                                  "Create",
                                  "GetCollection Applications",
@@ -188,8 +172,8 @@ TEST(COMApplication, CreateNewRemovesTheFirstApplicationOfItsName) {
   ApplicationScene scene;
   scene.comPlus->applications = {EntryNamed("Other", "{1}"), EntryNamed("Server", "{2}"),
                                  EntryNamed("Server", "{3}")};
-  scene.application->SetCreateNew(true);
-  EXPECT_TRUE(scene.application->CreatePackage());
+  scene.server->SetCreateNew(true);
+  EXPECT_TRUE(scene.server->CreatePackage());
   const auto removal =
       std::find(scene.log.steps.begin(), scene.log.steps.end(), "MTSEvent Removing COM+ Application: Server");
   ASSERT_LT(removal, scene.log.steps.end() - 5);
@@ -206,52 +190,52 @@ TEST(COMApplication, CreateNewRemovesTheFirstApplicationOfItsName) {
 
 TEST(COMApplication, AnApplicationThatIsThereIsRefreshedWithoutInstallingComponents) {
   ApplicationScene scene;
-  EXPECT_TRUE(scene.application->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   scene.log.Clear();
   scene.events.heard.clear();
-  EXPECT_TRUE(scene.application->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   EXPECT_EQ(scene.events.heard, (Steps{"MTSEvent Refreshing  COM+ Application Server"}));
   EXPECT_EQ(scene.comPlus->applications.at(0).components.size(), 2U);
 }
 
 TEST(COMApplication, AProjectWithoutRemoteServerFilesHasNoTypeLibrary) {
   ApplicationScene scene;
-  EXPECT_TRUE(scene.application->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   EXPECT_TRUE(scene.Took("InstallComponent Server, C:\\src\\Lib.dll, \"\", \"\""));
 }
 
 TEST(COMApplication, ExportsWithTheOptionThatReplacesFiles) {
   ApplicationScene scene;
-  scene.application->SetExportPath("C:\\Server.msi");
+  scene.server->SetExportPath("C:\\Server.msi");
   for (const auto& [options, written] : {std::pair{COMApplicationExportOptions::ExportApplication, "4"},
                                          std::pair{COMApplicationExportOptions::ExportRoles, "5"},
                                          std::pair{COMApplicationExportOptions::ExportProxy, "6"}}) {
-    scene.application->SetExportOptions(options);
-    EXPECT_TRUE(scene.application->CreatePackage());
+    scene.server->SetExportOptions(options);
+    EXPECT_TRUE(scene.server->CreatePackage());
     EXPECT_EQ(scene.log.steps.back(), std::string("ExportApplication Server, C:\\Server.msi, ") + written);
   }
 }
 
 TEST(COMApplication, ExportOptionsThatOverflowAreAnError) {
   ApplicationScene scene;
-  scene.application->SetExportPath("C:\\Server.msi");
-  scene.application->SetExportOptions(static_cast<COMApplicationExportOptions>(2147483644));
-  EXPECT_FALSE(scene.application->CreatePackage());
+  scene.server->SetExportPath("C:\\Server.msi");
+  scene.server->SetExportOptions(static_cast<COMApplicationExportOptions>(2147483644));
+  EXPECT_FALSE(scene.server->CreatePackage());
   EXPECT_EQ(scene.events.heard.back(), "MTSEvent Error occured: Overflow");
 }
 
 TEST(COMApplication, ShoutDownStopsTheApplicationOfItsName) {
   ApplicationScene scene;
   scene.comPlus->applications = {EntryNamed("Server", "{1}")};
-  scene.application->ShoutDown();
+  scene.server->ShoutDown();
   EXPECT_EQ(scene.log.steps, (Steps{"Create", "ShutdownApplication Server"}));
 }
 
 TEST(COMApplication, ShoutDownIgnoresEveryError) {
   ApplicationScene scene;
-  scene.application->ShoutDown();  // not installed
+  scene.server->ShoutDown();  // not installed
   scene.log.failAt = 3;
-  scene.application->ShoutDown();  // no catalog
+  scene.server->ShoutDown();  // no catalog
   EXPECT_EQ(scene.log.steps, (Steps{"Create", "ShutdownApplication Server", "Create"}));
   EXPECT_TRUE(scene.events.heard.empty());
 }

@@ -8,26 +8,13 @@
 namespace hearthmake {
 namespace {
 
-using automation::Ref;
 using automation::Variant;
 using support::DeployScene;
 using support::EntryNamed;
 using support::ExpectError;
 using Steps = std::vector<std::string>;
 
-// A package "Server" that two projects go into.
-class PackageScene : public DeployScene {
- public:
-  PackageScene() {
-    package = NewOf<MTSPackage>("Server");
-    AddTo(package->Id(), "Lib");
-    Add("Elsewhere");
-    AddTo(package->Id(), "Remote")->SetRemoteServerFiles(true);
-    log.Clear();
-    events.heard.clear();
-  }
-  Ref<MTSPackage> package;
-};
+using PackageScene = support::ServerScene<MTSPackage>;
 
 TEST(MTSPackage, IsNewWithItsDefaults) {
   const DeployScene scene;
@@ -44,15 +31,15 @@ TEST(MTSPackage, IsNewWithItsDefaults) {
 TEST(MTSPackage, CreatePackageTakesTheseStepsInThisOrder) {
   PackageScene scene;
   scene.mts->packages = {EntryNamed("Other", "{1}"), EntryNamed("Server", "{2}")};
-  scene.package->SetDescription("The server");
-  scene.package->SetDisableDelete(true);
-  scene.package->SetLeaveRunningIdle(true);
-  scene.package->SetAuthorization(true);
-  scene.package->SetShutdowntime(7);
-  scene.package->SetUser("Domain\\Me");
-  scene.package->SetPassword("secret");
-  scene.package->SetExportPath("C:\\out\\Server.pak");
-  EXPECT_TRUE(scene.package->CreatePackage());
+  scene.server->SetDescription("The server");
+  scene.server->SetDisableDelete(true);
+  scene.server->SetLeaveRunningIdle(true);
+  scene.server->SetAuthorization(true);
+  scene.server->SetShutdowntime(7);
+  scene.server->SetUser("Domain\\Me");
+  scene.server->SetPassword("secret");
+  scene.server->SetExportPath("C:\\out\\Server.pak");
+  EXPECT_TRUE(scene.server->CreatePackage());
   EXPECT_EQ(scene.log.steps, (Steps{
                                  "Create",
                                  "GetCollection Packages",
@@ -96,8 +83,8 @@ TEST(MTSPackage, CreatePackageTakesTheseStepsInThisOrder) {
 
 TEST(MTSPackage, APackageWithoutUserIsThatOfTheInteractiveUserWithoutPassword) {
   PackageScene scene;
-  scene.package->SetPassword("of nobody");
-  EXPECT_TRUE(scene.package->CreatePackage());
+  scene.server->SetPassword("of nobody");
+  EXPECT_TRUE(scene.server->CreatePackage());
   ASSERT_EQ(scene.mts->packages.size(), 1U);
   EXPECT_EQ(scene.mts->packages[0].Get("Identity"), "\"Interactive User\"");
   EXPECT_EQ(scene.mts->packages[0].Get("Password"), "\"\"");
@@ -105,8 +92,8 @@ TEST(MTSPackage, APackageWithoutUserIsThatOfTheInteractiveUserWithoutPassword) {
 
 TEST(MTSPackage, WhatIsSwitchedOffIsWrittenToo) {
   PackageScene scene;
-  scene.package->SetDisableChanges(true);
-  EXPECT_TRUE(scene.package->CreatePackage());
+  scene.server->SetDisableChanges(true);
+  EXPECT_TRUE(scene.server->CreatePackage());
   const auto& stored = scene.mts->packages.at(0);
   EXPECT_EQ(stored.Get("Deleteable"), "\"Y\"");
   EXPECT_EQ(stored.Get("Changeable"), "\"N\"");
@@ -118,18 +105,18 @@ TEST(MTSPackage, WhatIsSwitchedOffIsWrittenToo) {
 
 TEST(MTSPackage, ALibraryPackageIsCreatedLikeAnyOther) {
   PackageScene scene;
-  EXPECT_TRUE(scene.package->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   const Steps steps = scene.log.steps;
   scene.mts->packages.clear();
   scene.log.Clear();
-  scene.package->SetLibraryPackage(true);
-  EXPECT_TRUE(scene.package->CreatePackage());
+  scene.server->SetLibraryPackage(true);
+  EXPECT_TRUE(scene.server->CreatePackage());
   EXPECT_EQ(scene.log.steps, steps);
 }
 
 TEST(MTSPackage, WithoutExportPathNothingIsExported) {
   PackageScene scene;
-  EXPECT_TRUE(scene.package->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   EXPECT_EQ(scene.log.steps.back(), "Components.SaveChanges");
 }
 
@@ -155,9 +142,9 @@ TEST(MTSPackage, APackageThatWasNeverStoredTakesNoProjects) {
 
 TEST(MTSPackage, EveryRunMakesThePackageAnew) {
   PackageScene scene;
-  EXPECT_TRUE(scene.package->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   const std::string key = scene.mts->packages.at(0).key;
-  EXPECT_TRUE(scene.package->CreatePackage());
+  EXPECT_TRUE(scene.server->CreatePackage());
   ASSERT_EQ(scene.mts->packages.size(), 1U);
   EXPECT_NE(scene.mts->packages[0].key, key);
 }
@@ -165,7 +152,7 @@ TEST(MTSPackage, EveryRunMakesThePackageAnew) {
 TEST(MTSPackage, RemovePackageRemovesOnlyTheFirstOfItsName) {
   PackageScene scene;
   scene.mts->packages = {EntryNamed("A", "{1}"), EntryNamed("Server", "{2}"), EntryNamed("Server", "{3}")};
-  scene.package->RemovePackage();
+  scene.server->RemovePackage();
   ASSERT_EQ(scene.mts->packages.size(), 2U);
   EXPECT_EQ(scene.mts->packages[0].key, "{1}");
   EXPECT_EQ(scene.mts->packages[1].key, "{3}");
@@ -175,7 +162,7 @@ TEST(MTSPackage, RemovePackageRemovesOnlyTheFirstOfItsName) {
 TEST(MTSPackage, RemovePackageLooksForTheExactName) {
   PackageScene scene;
   scene.mts->packages = {EntryNamed("SERVER", "{1}"), EntryNamed("Server2", "{2}")};
-  scene.package->RemovePackage();
+  scene.server->RemovePackage();
   EXPECT_EQ(scene.mts->packages.size(), 2U);
   EXPECT_TRUE(scene.events.heard.empty());
   EXPECT_EQ(scene.log.steps.back(), "Name Server2") << "nothing was saved";
@@ -185,7 +172,7 @@ TEST(MTSPackage, ErrorsOfTheCatalogLeaveRemovePackage) {
   PackageScene scene;
   scene.mts->packages = {EntryNamed("Server", "{1}")};
   scene.log.failAt = 3;
-  ExpectError([&] { scene.package->RemovePackage(); }, -1, "Catalog", "call 3 failed");
+  ExpectError([&] { scene.server->RemovePackage(); }, -1, "Catalog", "call 3 failed");
   EXPECT_TRUE(scene.events.heard.empty());
 }
 

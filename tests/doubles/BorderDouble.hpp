@@ -12,6 +12,7 @@
 #include "automation/Error.hpp"
 #include "automation/Interface.hpp"
 #include "automation/Object.hpp"
+#include "doubles/UnknownDouble.hpp"
 
 namespace hearthmake::doubles {
 
@@ -43,30 +44,12 @@ class ForeignObject final : public automation::Object {
 };
 
 // An object of ours as COM sees it.
-class ObjectFace final : public IDispatch {
+class ObjectFace final : public TypelessDispatch {
  public:
   // Begins with one reference.
   ObjectFace(automation::Ref<automation::Object> object, win32::ObjectBorder& border)
-      : m_object(std::move(object)), m_border(border) {}
+      : TypelessDispatch(1), m_object(std::move(object)), m_border(border) {}
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IDispatch) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IDispatch*>(this);
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --m_references;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
     const auto id = m_object->FindMember(win32::ToUtf8(names[0]));
     *ids = id.value_or(DISPID_UNKNOWN);
@@ -89,11 +72,10 @@ class ObjectFace final : public IDispatch {
   }
 
  private:
-  ~ObjectFace() = default;
+  ~ObjectFace() override = default;
 
   automation::Ref<automation::Object> m_object;
   win32::ObjectBorder& m_border;
-  ULONG m_references = 1;
 };
 
 class BorderDouble final : public win32::ObjectBorder {

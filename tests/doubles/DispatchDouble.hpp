@@ -18,6 +18,7 @@
 #include "automation/Text.hpp"
 #include "automation/Variant.hpp"
 #include "doubles/CallLog.hpp"
+#include "doubles/UnknownDouble.hpp"
 
 namespace hearthmake::doubles {
 
@@ -35,26 +36,14 @@ struct Answer {
 using CallArguments = std::span<automation::Variant>;
 
 // A walk over objects, as a collection's enumerator gives it.
-class EnumeratorDouble final : public IEnumVARIANT {
+class EnumeratorDouble final : public UnknownDouble<IEnumVARIANT> {
  public:
   using Source = std::function<automation::Ref<IDispatch>()>;  // null at the end
 
   // Begins with one reference.
-  explicit EnumeratorDouble(Source source) : m_source(std::move(source)) {}
+  explicit EnumeratorDouble(Source source)
+      : UnknownDouble(IID_IEnumVARIANT, 1), m_source(std::move(source)) {}
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IEnumVARIANT) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IEnumVARIANT*>(this);
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --m_references;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* items, ULONG* fetched) override {
     ULONG given = 0;
     while (given < count) {
@@ -71,42 +60,20 @@ class EnumeratorDouble final : public IEnumVARIANT {
   HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT**) override { return E_NOTIMPL; }
 
  private:
-  ~EnumeratorDouble() = default;
+  ~EnumeratorDouble() override = default;
 
   Source m_source;
-  ULONG m_references = 1;
 };
 
 // An automation object whose members are functions. It is called through IDispatch as any other, is as
 // strict about the kinds of calls and the number of arguments as a type library makes it, and writes every
 // call down. What a function throws reaches the caller as EXCEPINFO.
-class DispatchDouble : public IDispatch {
+class DispatchDouble : public TypelessDispatch {
  public:
   using Function = std::function<Answer(CallArguments)>;
 
   DispatchDouble(std::string name, std::shared_ptr<CallLog> log)
-      : m_name(std::move(name)), m_log(std::move(log)) {}
-  DispatchDouble(const DispatchDouble&) = delete;
-  DispatchDouble& operator=(const DispatchDouble&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IDispatch) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IDispatch*>(this);
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --m_references;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+      : TypelessDispatch(0), m_name(std::move(name)), m_log(std::move(log)) {}
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
     const std::string name = win32::ToUtf8(names[0]);
@@ -140,7 +107,7 @@ class DispatchDouble : public IDispatch {
   }
 
  protected:
-  virtual ~DispatchDouble() = default;
+  ~DispatchDouble() override = default;
 
   const std::shared_ptr<CallLog>& Log() const { return m_log; }
 
@@ -218,7 +185,6 @@ class DispatchDouble : public IDispatch {
   std::shared_ptr<CallLog> m_log;
   std::vector<Member> m_members;
   std::function<EnumeratorDouble::Source()> m_newEnum;
-  ULONG m_references = 0;
 };
 
 template <class T, class... Arguments>

@@ -7,6 +7,7 @@
 #include "automation/RefCounted.hpp"
 #include "com/Com.hpp"
 #include "com/VariantConversion.hpp"
+#include "doubles/UnknownDouble.hpp"
 
 namespace hearthmake::com {
 
@@ -78,33 +79,13 @@ inline LeftError TakeError() {
 }
 
 // An object of the host's: one member, "Answer", that a function answers for. As a sink it hears everything.
-class HostDispatch final : public IDispatch {
+class HostDispatch final : public doubles::TypelessDispatch {
  public:
   using Handler = std::function<HRESULT(DISPID, DISPPARAMS&, VARIANT*, EXCEPINFO*)>;
 
   explicit HostDispatch(Handler handler, IID events = IID_NULL, DISPID answer = 42)
-      : m_handler(std::move(handler)), m_events(events), m_answer(answer) {}
+      : TypelessDispatch(0), m_handler(std::move(handler)), m_events(events), m_answer(answer) {}
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (iid != IID_IUnknown && iid != IID_IDispatch && (iid != m_events || iid == IID_NULL)) {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    *object = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --m_references;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
     if (lstrcmpiW(names[0], L"Answer") != 0) return DISP_E_UNKNOWNNAME;
     *ids = m_answer;
@@ -114,14 +95,14 @@ class HostDispatch final : public IDispatch {
                                    EXCEPINFO* failure, UINT*) override {
     return m_handler(id, *parameters, result, failure);
   }
-  ULONG References() const { return m_references; }
 
  private:
-  ~HostDispatch() = default;
+  ~HostDispatch() override = default;
+  bool AnswersTo(REFIID iid) const override { return iid == m_events && iid != IID_NULL; }
+
   Handler m_handler;
   IID m_events;
   DISPID m_answer;
-  ULONG m_references = 0;
 };
 
 }  // namespace hearthmake::com

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -97,6 +98,24 @@ class DeployScene : public BuildScene {
   std::shared_ptr<RecordingMtsCatalogs> mts = std::make_shared<RecordingMtsCatalogs>(log);
   std::shared_ptr<RecordingComPlusCatalogs> comPlus = std::make_shared<RecordingComPlusCatalogs>(log);
   LoggedEvents events{log};
+};
+
+// A definition "Server" that two projects go into.
+template <class T>
+class ServerScene : public DeployScene {
+ public:
+  ServerScene() {
+    server = NewOf<T>("Server");
+    AddTo(server->Id(), "Lib");
+    Add("Elsewhere");
+    AddTo(server->Id(), "Remote")->SetRemoteServerFiles(true);
+    log.Clear();
+    events.heard.clear();
+  }
+  bool Took(const std::string& step) const {
+    return std::find(log.steps.begin(), log.steps.end(), step) != log.steps.end();
+  }
+  automation::Ref<T> server;
 };
 
 }  // namespace hearthmake::support

@@ -8,9 +8,9 @@
 #include "vb6/DosPath.hpp"
 #include "vb6/InterfaceListing.hpp"
 #include "vb6/MsftWriter.hpp"
-#include "vb6/PeWriter.hpp"
 #include "vb6/ReferenceChecker.hpp"
 #include "vb6/SourceFile.hpp"
+#include "vb6/StubImage.hpp"
 #include "vb6/Text.hpp"
 #include "vb6/VersionResource.hpp"
 
@@ -219,10 +219,17 @@ void Compiler::WriteBinary(const Job& job, const PublicInterface& library) const
   }
   const std::string typeLibrary = MsftWriter::Write(library);
   image.resources = {{"TYPELIB", 0, 1, typeLibrary}, version};
-  WriteAnew(job.target, WithListing(PeWriter::Write(image), library));
+  WriteAnew(job.target, WithListing(ComponentImage(image), library));
   if (job.project.Number("ServerSupportFiles") == 1) {
     WriteAnew(JoinPath(job.outFolder, std::string(BaseNameOf(job.exeName)) + ".tlb"), typeLibrary);
   }
+}
+
+std::string Compiler::ComponentImage(const PeImage& image) const {
+  const std::string& folder = m_controls.StubFolder();
+  if (folder.empty()) return PeWriter::Write(image);
+  const std::string stub = JoinPath(folder, image.isLibrary ? "stub.dll" : "stub.exe");
+  return WithResources(m_files.Read(stub), image.resources);
 }
 
 // Replace leaves a file alone that has these bytes already; what a compiler writes is new.

@@ -8,6 +8,7 @@
 #include "platform/TypeLibReader.hpp"
 #include "vb6/Controls.hpp"
 #include "vb6/Identity.hpp"
+#include "vb6/PeWriter.hpp"
 #include "vb6/ProjectFile.hpp"
 #include "vb6/PublicInterface.hpp"
 
@@ -52,6 +53,8 @@ class Compiler {
   std::optional<EarlierLibrary> ReadEarlier(const std::string& path, std::string& problem) const;
   EarlierLibrary ReadForeignLibrary(const std::string& path) const;
   void WriteBinary(const Job& job, const PublicInterface& library) const;
+  // An image that does nothing, or a copy of the stub that was asked for.
+  std::string ComponentImage(const PeImage& image) const;
   void WriteAnew(const std::string& path, const std::string& bytes) const;
   void CountRevision(const Job& job) const;
 

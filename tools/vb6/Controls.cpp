@@ -23,6 +23,7 @@ Controls Controls::FromEnvironment() {
   controls.m_skipReferences = Variable("VB6_STANDIN_SKIP_REFERENCES") == "1";
   controls.m_assumeSystemLibraries = Variable("VB6_STANDIN_SYSTEM_LIBRARIES") != "missing";
   if (std::string seed = Variable("VB6_STANDIN_SEED"); !seed.empty()) controls.m_seed = std::move(seed);
+  controls.m_stubFolder = Variable("VB6_STANDIN_STUBS");
   controls.m_fail = Variable("VB6_STANDIN_FAIL");
   controls.m_break = Variable("VB6_STANDIN_BREAK");
   controls.m_crash = Variable("VB6_STANDIN_CRASH");

@@ -19,6 +19,9 @@ class Controls {
   // Libraries of the system that are not on this machine are taken for present.
   bool AssumeSystemLibraries() const { return m_assumeSystemLibraries; }
   const std::optional<std::string>& Seed() const { return m_seed; }
+  // Where the images lie that components are copies of (stub.dll, stub.exe); empty for images that do
+  // nothing.
+  const std::string& StubFolder() const { return m_stubFolder; }
 
   bool Fails(std::string_view project) const { return Names(m_fail, project); }
   bool Breaks(std::string_view project) const { return Names(m_break, project); }
@@ -34,6 +37,7 @@ class Controls {
   bool m_skipReferences = false;
   bool m_assumeSystemLibraries = true;
   std::optional<std::string> m_seed;
+  std::string m_stubFolder;
   std::string m_fail;
   std::string m_break;
   std::string m_crash;

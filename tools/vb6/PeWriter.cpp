@@ -1,6 +1,5 @@
 #include "vb6/PeWriter.hpp"
 
-#include <algorithm>
 #include <string_view>
 
 #include "vb6/ByteWriter.hpp"
@@ -15,8 +14,6 @@ constexpr std::uint32_t kCodeAddress = 0x1000;
 constexpr std::uint32_t kResourceAddress = 0x2000;
 constexpr std::uint32_t kDirectoryCount = 16;
 constexpr std::uint32_t kOptionalHeaderSize = 96 + 8 * kDirectoryCount;
-constexpr std::uint32_t kEnglish = 0x409;
-constexpr std::uint32_t kHighBit = 0x80000000;
 
 // xor eax, eax; ret: a program that ends with 0.
 constexpr std::string_view kProgramCode("\x31\xC0\xC3", 3);
@@ -24,62 +21,6 @@ constexpr std::string_view kProgramCode("\x31\xC0\xC3", 3);
 constexpr std::string_view kLibraryCode("\xB8\x01\x00\x00\x00\xC2\x0C\x00", 8);
 
 std::uint32_t RoundUp(std::uint32_t value, std::uint32_t step) { return (value + step - 1) / step * step; }
-
-void DirectoryHead(ByteWriter& out, std::size_t named, std::size_t numbered) {
-  out.U32(0);
-  out.U32(0);
-  out.U32(0);
-  out.U16(static_cast<std::uint32_t>(named));
-  out.U16(static_cast<std::uint32_t>(numbered));
-}
-
-// The resource section: the directory of types, for each a directory with its one number and one with its
-// one language, the places of the data, the names, the data.
-ByteWriter Resources(const std::vector<PeResource>& resources) {
-  constexpr std::uint32_t kOneEntryDirectory = 16 + 8;
-  const auto count = static_cast<std::uint32_t>(resources.size());
-  const auto named = static_cast<std::size_t>(std::count_if(
-      resources.begin(), resources.end(), [](const PeResource& r) { return !r.typeName.empty(); }));
-  const std::uint32_t idDirectories = 16 + 8 * count;
-  const std::uint32_t languageDirectories = idDirectories + kOneEntryDirectory * count;
-  const std::uint32_t places = languageDirectories + kOneEntryDirectory * count;
-
-  ByteWriter names;
-  ByteWriter out;
-  DirectoryHead(out, named, resources.size() - named);
-  for (std::uint32_t i = 0; i < count; ++i) {
-    const PeResource& resource = resources[i];
-    out.U32(resource.typeName.empty() ? resource.typeId : kHighBit | (places + 16 * count + names.Offset()));
-    out.U32(kHighBit | (idDirectories + kOneEntryDirectory * i));
-    if (resource.typeName.empty()) continue;
-    names.U16(static_cast<std::uint32_t>(resource.typeName.size()));
-    for (const char c : resource.typeName) names.U16(static_cast<unsigned char>(c));
-  }
-  for (std::uint32_t i = 0; i < count; ++i) {
-    DirectoryHead(out, 0, 1);
-    out.U32(resources[i].id);
-    out.U32(kHighBit | (languageDirectories + kOneEntryDirectory * i));
-  }
-  for (std::uint32_t i = 0; i < count; ++i) {
-    DirectoryHead(out, 0, 1);
-    out.U32(kEnglish);
-    out.U32(places + 16 * i);
-  }
-  const std::uint32_t placesOffset = out.Offset();
-  for (const PeResource& resource : resources) {
-    out.U32(0);  // its address, below
-    out.U32(static_cast<std::uint32_t>(resource.bytes.size()));
-    out.U32(0);
-    out.U32(0);
-  }
-  out.Raw(names.Bytes());
-  for (std::uint32_t i = 0; i < count; ++i) {
-    out.Align(8);
-    out.SetU32(placesOffset + 16 * i, kResourceAddress + out.Offset());
-    out.Raw(resources[i].bytes);
-  }
-  return out;
-}
 
 void DosHeader(ByteWriter& out) {
   constexpr std::uint32_t kPeHeaderField = 0x3C;
@@ -155,18 +96,19 @@ std::string PeWriter::Write(const PeImage& image) {
   constexpr std::uint32_t kCodeFlags = 0x60000020;      // code, executable, readable
   constexpr std::uint32_t kResourceFlags = 0x40000040;  // data, readable
   const std::string_view code = image.isLibrary ? kLibraryCode : kProgramCode;
-  const ByteWriter resources = Resources(image.resources);
+  const std::string resources = ResourceSection(image.resources, kResourceAddress);
+  const auto resourceSize = static_cast<std::uint32_t>(resources.size());
   ByteWriter out;
   DosHeader(out);
   FileHeader(out, image.isLibrary);
-  OptionalHeader(out, image, resources.Offset());
+  OptionalHeader(out, image, resourceSize);
   SectionHeader(out, ".text", static_cast<std::uint32_t>(code.size()), kCodeAddress, kFileAlignment,
                 kCodeFlags);
-  SectionHeader(out, ".rsrc", resources.Offset(), kResourceAddress, 2 * kFileAlignment, kResourceFlags);
+  SectionHeader(out, ".rsrc", resourceSize, kResourceAddress, 2 * kFileAlignment, kResourceFlags);
   out.Align(kFileAlignment);
   out.Raw(code);
   out.Align(kFileAlignment);
-  out.Raw(resources.Bytes());
+  out.Raw(resources);
   out.Align(kFileAlignment);
   return out.Bytes();
 }

@@ -4,15 +4,9 @@
 #include <string>
 #include <vector>
 
-namespace hearthmake::vb6 {
+#include "vb6/ResourceSection.hpp"
 
-// One resource of an image, in English.
-struct PeResource {
-  std::string typeName;      // in capitals; empty when the type has a number
-  std::uint16_t typeId = 0;  // 16 = version information
-  std::uint16_t id = 1;
-  std::string bytes;
-};
+namespace hearthmake::vb6 {
 
 // A 32-bit Windows image that does nothing: its entry point returns at once.
 struct PeImage {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <utility>
 
+#include "adapters/componentservices/AdminErrors.hpp"
 #include "adapters/componentservices/AdminObject.hpp"
 #include "adapters/win32/LateObject.hpp"
 #include "automation/Error.hpp"
@@ -29,10 +30,16 @@ class AdminCollection : public Base {
     RequirePosition(lngIndex);
     m_collection.Call("Remove", {lngIndex});
   }
-  void SaveChanges() override { m_collection.Call("SaveChanges"); }
+  void SaveChanges() override {
+    CallExplained([this] { m_collection.Call("SaveChanges"); }, ErrorInfo());
+  }
 
  protected:
   const win32::LateObject& Collection() const { return m_collection; }
+  // Where the objects stand that a call refused.
+  std::function<win32::LateObject()> ErrorInfo() const {
+    return [this] { return m_collection.Object("GetCollection", {"ErrorInfo", ""}); };
+  }
 
  private:
   // The administration objects have several errors for it.

@@ -21,18 +21,24 @@ class Catalog final : public platform::ComPlusCatalog {
   }
   void InstallComponent(std::string_view strApplicationName, std::string_view strDllFile,
                         std::string_view strTypelibFile, std::string_view strProxyStubFile) override {
-    m_object.Call("InstallComponent", {strApplicationName, strDllFile, strTypelibFile, strProxyStubFile});
+    Explained([&] {
+      m_object.Call("InstallComponent", {strApplicationName, strDllFile, strTypelibFile, strProxyStubFile});
+    });
   }
   void RefreshComponents() override { m_object.Call("RefreshComponents"); }
   void ExportApplication(std::string_view strApplicationName, std::string_view strFileName,
                          std::int32_t lngOptions) override {
-    m_object.Call("ExportApplication", {strApplicationName, strFileName, lngOptions});
+    Explained([&] { m_object.Call("ExportApplication", {strApplicationName, strFileName, lngOptions}); });
   }
   void ShutdownApplication(std::string_view strApplicationName) override {
     m_object.Call("ShutdownApplication", {strApplicationName});
   }
 
  private:
+  void Explained(const std::function<void()>& call) {
+    CallExplained(call, [this] { return m_object.Object("GetCollection", {"ErrorInfo"}); });
+  }
+
   LateObject m_object;
 };
 

@@ -13,19 +13,26 @@ using win32::LateObject;
 
 class Util final : public platform::MtsUtil {
  public:
-  explicit Util(LateObject object) : m_object(std::move(object)) {}
+  // With the collection that it comes from, which tells of its errors.
+  Util(LateObject object, LateObject collection)
+      : m_object(std::move(object)), m_collection(std::move(collection)) {}
 
   void InstallComponent(std::string_view strDllFile, std::string_view strTypelibFile,
                         std::string_view strProxyStubFile) override {
-    m_object.Call("InstallComponent", {strDllFile, strTypelibFile, strProxyStubFile});
+    Explained([&] { m_object.Call("InstallComponent", {strDllFile, strTypelibFile, strProxyStubFile}); });
   }
   void ExportPackage(std::string_view strPackageKey, std::string_view strFileName,
                      std::int32_t lngOptions) override {
-    m_object.Call("ExportPackage", {strPackageKey, strFileName, lngOptions});
+    Explained([&] { m_object.Call("ExportPackage", {strPackageKey, strFileName, lngOptions}); });
   }
 
  private:
+  void Explained(const std::function<void()>& call) {
+    CallExplained(call, [this] { return m_collection.Object("GetCollection", {"ErrorInfo", ""}); });
+  }
+
   LateObject m_object;
+  LateObject m_collection;
 };
 
 class Collection final : public AdminCollection<platform::MtsCollection> {
@@ -38,7 +45,8 @@ class Collection final : public AdminCollection<platform::MtsCollection> {
         AdminCollection::Collection().Object("GetCollection", {strName, strKey}));
   }
   std::shared_ptr<platform::MtsUtil> GetUtilInterface() override {
-    return std::make_shared<Util>(AdminCollection::Collection().Object("GetUtilInterface"));
+    const LateObject& own = AdminCollection::Collection();
+    return std::make_shared<Util>(own.Object("GetUtilInterface"), own);
   }
 };
 

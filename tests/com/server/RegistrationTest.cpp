@@ -48,6 +48,12 @@ Snapshot Take(HKEY root) {
   return snapshot;
 }
 
+// The machine's without the server. Taken once, because it takes seconds under Wine: each test leaves it so.
+const Snapshot& Unregistered() {
+  static const Snapshot kSnapshot = Take(HKEY_LOCAL_MACHINE);
+  return kSnapshot;
+}
+
 // What stands in only one of two; a test prints the first few.
 std::string Difference(const Snapshot& before, const Snapshot& after) {
   std::string text;
@@ -98,19 +104,20 @@ class Registration : public testing::Test {
   Server server;
 };
 
-TEST_F(Registration, ForTheMachineLeavesNoTrace) {
-  const Snapshot before = Take(HKEY_LOCAL_MACHINE);
+TEST_F(Registration, ForTheMachineLeavesNoTraceHoweverOften) {
+  const Snapshot& before = Unregistered();
   ASSERT_GT(before.size(), 100U);
   ASSERT_EQ(Regsvr("", server), 0U);
-  EXPECT_NE(Difference(before, Take(HKEY_LOCAL_MACHINE)), "");
   EXPECT_TRUE(CreateByName(L"Hearthmake.Build"));
   EXPECT_FALSE(CreateByName(L"Hearthmake.Projects"));
   ITypeLib* library = nullptr;
   EXPECT_EQ(LoadRegTypeLib(ParseGuid(PublicLibrary().id), 1, 0, 0, &library), S_OK);
   if (library != nullptr) library->Release();
+  ASSERT_EQ(Regsvr("", server), 0U);
+  ASSERT_EQ(Regsvr("/u", server), 0U);
+  EXPECT_FALSE(CreateByName(L"Hearthmake.Build"));
   ASSERT_EQ(Regsvr("/u", server), 0U);
   EXPECT_EQ(Difference(before, Take(HKEY_LOCAL_MACHINE)), "");
-  EXPECT_FALSE(CreateByName(L"Hearthmake.Build"));
 }
 
 TEST_F(Registration, ForOneUserLeavesNoTrace) {
@@ -118,7 +125,7 @@ TEST_F(Registration, ForOneUserLeavesNoTrace) {
   HKEY classes = nullptr;
   ASSERT_EQ(RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Classes", &classes), ERROR_SUCCESS);
   RegCloseKey(classes);
-  const Snapshot machine = Take(HKEY_LOCAL_MACHINE);
+  const Snapshot& machine = Unregistered();
   const Snapshot user = Take(HKEY_CURRENT_USER);
   ASSERT_EQ(Regsvr("/n /i:user", server), 0U);
   EXPECT_EQ(Difference(machine, Take(HKEY_LOCAL_MACHINE)), "");
@@ -130,15 +137,6 @@ TEST_F(Registration, ForOneUserLeavesNoTrace) {
   EXPECT_FALSE(CreateByName(L"Hearthmake.Build"));
   if (!isSeen)
     GTEST_SKIP() << "this Wine does not show a user's own classes to COM; the registry was checked";
-}
-
-TEST_F(Registration, CanBeRepeatedBothWays) {
-  const Snapshot before = Take(HKEY_LOCAL_MACHINE);
-  ASSERT_EQ(Regsvr("", server), 0U);
-  ASSERT_EQ(Regsvr("", server), 0U);
-  ASSERT_EQ(Regsvr("/u", server), 0U);
-  ASSERT_EQ(Regsvr("/u", server), 0U);
-  EXPECT_EQ(Difference(before, Take(HKEY_LOCAL_MACHINE)), "");
 }
 
 TEST_F(Registration, NamesTheApartmentAndTheTypeLibraryOfEachClass) {

@@ -148,6 +148,47 @@ TEST_F(ServerTest, OffersEveryInterfaceThroughItsVtable) {
   EXPECT_EQ(server.GetClass(__uuidof(Projects), IID_IClassFactory, &none), CLASS_E_CLASSNOTAVAILABLE);
 }
 
+// With the test above and the settings of the fixture, each interface of the library has been called.
+TEST_F(ServerTest, OffersTheItemsOfItsCollectionsThroughTheirVtables) {
+  const auto build = MakeBuild();
+  const auto projects = GetObject(build.Get(), &_Build::get_Projects);
+  const auto used = Add(projects.Get(), "Used");
+  const auto using_ = Add(projects.Get(), "Using");
+  const auto references = GetObject(using_.Get(), &_Project::get_References);
+  _Reference* added = nullptr;
+  const HRESULT result = references->AddExternalReference(
+      Text("*\\G{00020430-0000-0000-C000-000000000046}#2.0#0#C:\\windows\\stdole2.tlb#OLE Automation"),
+      Text("C:\\windows\\stdole2.tlb"), &added);
+  ASSERT_EQ(result, S_OK) << TakeError().text;
+  const auto reference = Ref<_Reference>::Adopt(added);
+  EXPECT_EQ(GetText(reference.Get(), &_Reference::get_Description), "OLE Automation");
+  EXPECT_EQ(GetValue(reference.Get(), &_Reference::get_IsExternal), VARIANT_TRUE);
+  _Reference* item = nullptr;
+  EXPECT_EQ(references->get_item(LongOf(1), &item), S_OK) << TakeError().text;
+  EXPECT_EQ(GetText(Ref<_Reference>::Adopt(item).Get(), &_Reference::get_Description), "OLE Automation");
+
+  const auto source = GetObject(GetObject(build.Get(), &_Build::get_SSProjects).Get(), &_SSProjects::Create);
+  EXPECT_EQ(source->BeginEdit(), S_OK);
+  EXPECT_EQ(source->put_Project(Text("$/Suite")), S_OK);
+  EXPECT_EQ(GetText(source.Get(), &_SSProject::get_Project), "$/Suite");
+  EXPECT_EQ(source->CancelEdit(), S_OK);
+
+  const auto package =
+      GetObject(GetObject(build.Get(), &_Build::get_MTSPackages).Get(), &_MTSPackages::Create);
+  EXPECT_EQ(package->BeginEdit(), S_OK);
+  EXPECT_EQ(package->put_Name(Text("Orders")), S_OK);
+  EXPECT_EQ(GetText(package.Get(), &_MTSPackage::get_Name), "Orders");
+  EXPECT_EQ(package->ApplyEdit(), S_OK) << TakeError().text;
+  EXPECT_EQ(GetValue(package.Get(), &_MTSPackage::get_Id), 1);
+
+  const auto application =
+      GetObject(GetObject(build.Get(), &_Build::get_COMApplications).Get(), &_COMApplications::Create);
+  EXPECT_EQ(application->BeginEdit(), S_OK);
+  EXPECT_EQ(application->put_EventsEnabled(VARIANT_TRUE), S_OK);
+  EXPECT_EQ(GetValue(application.Get(), &_COMApplication::get_EventsEnabled), VARIANT_TRUE);
+  EXPECT_EQ(application->CancelEdit(), S_OK);
+}
+
 TEST_F(ServerTest, WalksACollectionEarlyBound) {
   const auto build = MakeBuild();
   const auto projects = GetObject(build.Get(), &_Build::get_Projects);
