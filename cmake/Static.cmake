@@ -5,5 +5,6 @@ if(HEARTHMAKE_STATIC AND NOT WIN32)
   set(CMAKE_FIND_LIBRARY_SUFFIXES .a ${CMAKE_FIND_LIBRARY_SUFFIXES})
   add_link_options(-static-libstdc++ -static-libgcc)
   # Debian has no archive of it.
-  set(HEARTHMAKE_FMT fmt::fmt-header-only)
+  add_library(hearthmake_fmt STATIC ${CMAKE_CURRENT_LIST_DIR}/static/Fmt.cpp)
+  set(HEARTHMAKE_FMT hearthmake_fmt)
 endif()
