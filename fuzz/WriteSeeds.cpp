@@ -6,7 +6,10 @@
 #include <fstream>
 #include <iostream>
 #include <string>
+#include <string_view>
 
+#include "adapters/jet/RowStream.hpp"
+#include "support/JetFileWriter.hpp"
 #include "support/TypeLibPeBuilder.hpp"
 #include "support/TypeLibSltgWriter.hpp"
 #include "vb6/Identity.hpp"
@@ -50,6 +53,17 @@ PublicInterface NewLibrary() {
   return library;
 }
 
+std::string Rows() {
+  std::string bytes;
+  hearthmake::jet::RowStreamWriter writer([&](std::string_view piece) { bytes += piece; });
+  writer.BeginTable("Build", {"Id", "Name", "Date", "Compile"});
+  writer.Row({4, std::string("Desk"), 2.5, true});
+  writer.OtherTable("Weather");
+  writer.Row({5, {}, {}, false});
+  writer.End();
+  return bytes;
+}
+
 std::string Image(bool is64Bit, const std::string& first, const std::string& second) {
   TypeLibPeBuilder builder(is64Bit);
   builder.CodeSize(0).AddTypeLib(1, first).AddTypeLib(2, second);
@@ -63,6 +77,13 @@ void Put(const std::filesystem::path& file, const std::string& bytes) {
 }
 
 void WriteSeeds(const std::filesystem::path& corpus) {
+  // The replay cuts longer seeds, so the texts are kept short.
+  for (const int version : {3, 4}) {
+    hearthmake::support::JetFileWriter builds = hearthmake::support::SmallBuilds(version);
+    builds.tables[2].rows[0][3] = std::string(3000, 'y');
+    Put(corpus / "FuzzMdbImport" / ("Jet" + std::to_string(version) + ".mdb"), builds.Write());
+  }
+  Put(corpus / "FuzzMdbImport" / "Rows.bin", Rows());
   TypeLibSltgWriter old = OldLibrary();
   Put(corpus / "FuzzTypeLib" / "Sltg.tlb", old.Write());
   Put(corpus / "FuzzPeImage" / "Win32.dll", Image(false, old.Write(), "second"));

@@ -38,7 +38,8 @@ TEST_F(BuildDatabaseTest, NeverTouchesAJetFileAndSaysWhatToDo) {
   using namespace std::string_literals;
   const std::string bytes = "\0\1\0\0Standard Jet DB\0"s + std::string(4000, '\7');
   command.root.MakeFile("data/Build.mdb", bytes);
-  ExpectRefused({"The database is unavailable", "is a Jet database", "imported into a fresh data folder"});
+  ExpectRefused({"The database is unavailable", "is a Jet database",
+                 "hearthmake import '" + command.Data() + "/Build.mdb' --into DIR"});
   EXPECT_EQ(command.root.Content("data/Build.mdb"), bytes);
 }
 

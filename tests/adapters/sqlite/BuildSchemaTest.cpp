@@ -89,5 +89,37 @@ TEST(BuildSchema, TellsWhatCannotBeLookedAt) {
   EXPECT_EQ(ErrorOf([&] { MissingColumns(folder / "Build.mdb"); }), 3024);
 }
 
+TEST(NewBuildDatabase, IsSeenWhenItIsPublishedOnly) {
+  const SqliteTestFolder folder;
+  const std::string path = folder / "Build.mdb";
+  {
+    const NewBuildDatabase dropped(path);
+    EXPECT_TRUE(MissingColumns(dropped.Path()).empty());
+    EXPECT_FALSE(std::filesystem::exists(path));
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+  const NewBuildDatabase kept(path);
+  RawSql(kept.Path(), "INSERT INTO Build (Name) VALUES ('Shop')");
+  kept.Publish();
+  EXPECT_EQ(RawSql(path, "SELECT Name FROM Build"), "Shop");
+  EXPECT_FALSE(std::filesystem::exists(kept.Path()));
+}
+
+TEST(NewBuildDatabase, TakesThePlaceOfAnotherOneWhenItIsTold) {
+  const SqliteTestFolder folder;
+  const std::string path = folder / "Build.mdb";
+  CreateBuildDatabase(path);
+  RawSql(path, "INSERT INTO Build (Name) VALUES ('Old')");
+  const NewBuildDatabase fresh(path);
+  RawSql(fresh.Path(), "INSERT INTO Build (Name) VALUES ('New')");
+  EXPECT_EQ(ErrorOf([&] { fresh.Publish(); }), 58);
+  EXPECT_EQ(RawSql(path, "SELECT Name FROM Build"), "Old");
+  // A log that an ended process has left must not be read as part of the new file.
+  WriteBytes(path + "-shm", "x");
+  fresh.PublishReplacing();
+  EXPECT_EQ(RawSql(path, "SELECT Name FROM Build"), "New");
+  EXPECT_EQ(RawSql(path, "PRAGMA integrity_check"), "ok");
+}
+
 }  // namespace
 }  // namespace hearthmake::sqlite
