@@ -167,13 +167,17 @@ void WriteDrawn(Session& session, const std::string& text, const std::string& fo
   const std::string drawn = dosPath + ".new";
   if (!Ports().files->FolderExists(FolderPart(dosPath)))
     throw HostError(fmt::format("There is no folder for the picture: {}", file));
+  const auto clear = [&] {
+    if (Ports().files->FileExists(drawn)) Ports().files->Remove(drawn);
+  };
   try {
     DrawWithDot(text, format, SystemPath(session, drawn));
-    Ports().files->Rename(drawn, dosPath);
+    Ports().files->Replace(dosPath, Ports().files->Read(drawn));
   } catch (...) {
-    if (Ports().files->FileExists(drawn)) Ports().files->Remove(drawn);
+    clear();
     throw;
   }
+  clear();
 }
 
 std::string Summary(const DotPicture& picture) {
