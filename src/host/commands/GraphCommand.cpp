@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <set>
 
+#include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
 #include "host/ChangeFinder.hpp"
 #include "host/ChosenProjects.hpp"
 #include "host/Json.hpp"
-#include "host/Places.hpp"
 #include "host/ProjectGraph.hpp"
 #include "host/RewrittenFiles.hpp"
 #include "host/commands/Commands.hpp"
@@ -23,7 +23,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// What is drawn: projects in list order, their references, and those that a picture may leave out.
+// What is drawn: projects by id, their references, and those that a picture may leave out.
 struct Selection {
   ProjectList projects;
   Digraph references;
@@ -89,10 +89,19 @@ LastOutcome OutcomeOf(const std::optional<LastRun>& run, std::int32_t idProject)
   return LastOutcome::Unknown;
 }
 
+// A row of a damaged database may have no known type; the picture is drawn all the same.
+ProjectTypes TypeOf(const Project& project) {
+  try {
+    return project.ProjectType();
+  } catch (const automation::Error&) {
+    return ProjectTypes::StandardExe;
+  }
+}
+
 PicturedProject Pictured(Project& project, const std::optional<LastRun>& run) {
   PicturedProject pictured;
   pictured.name = project.Name();
-  pictured.type = project.ProjectType();
+  pictured.type = TypeOf(project);
   pictured.last = OutcomeOf(run, project.Id());
   return pictured;
 }
@@ -167,13 +176,17 @@ void WriteDrawn(Session& session, const std::string& text, const std::string& fo
   const std::string drawn = dosPath + ".new";
   if (!Ports().files->FolderExists(FolderPart(dosPath)))
     throw HostError(fmt::format("There is no folder for the picture: {}", file));
+  const auto clear = [&] {
+    if (Ports().files->FileExists(drawn)) Ports().files->Remove(drawn);
+  };
   try {
     DrawWithDot(text, format, SystemPath(session, drawn));
-    Ports().files->Rename(drawn, dosPath);
+    Ports().files->Replace(dosPath, Ports().files->Read(drawn));
   } catch (...) {
-    if (Ports().files->FileExists(drawn)) Ports().files->Remove(drawn);
+    clear();
     throw;
   }
+  clear();
 }
 
 std::string Summary(const DotPicture& picture) {

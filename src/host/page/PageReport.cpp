@@ -7,6 +7,7 @@
 #include "automation/Error.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
+#include "host/FailureAdvice.hpp"
 #include "host/ProjectGraph.hpp"
 #include "host/page/RunPage.hpp"
 #include "host/page/SourceExcerpt.hpp"
@@ -24,14 +25,21 @@ std::int64_t SecondsSince1970(std::chrono::system_clock::time_point time) {
 
 std::vector<PageError> ErrorsOf(const ProjectRecord& record) {
   std::vector<PageError> errors;
-  if (record.outcome != ProjectOutcome::Failed) return errors;
-  if (!record.isCompileError) return errors;
+  if (record.outcome != ProjectOutcome::Failed || !record.isCompileError) return errors;
   for (CompilerError& error : CompilerErrors(record.log)) {
     if (errors.size() == kMostErrors) break;
     SourceExcerpt excerpt = ReadExcerpt(error, FolderPart(record.path));
     errors.push_back({std::move(error), std::move(excerpt)});
   }
   return errors;
+}
+
+std::string AdviceOn(Session& session, Build& build, const ProjectRecord& record) {
+  if (record.outcome != ProjectOutcome::Failed) return {};
+  for (const auto& project : AllProjects(build)) {
+    if (project->Id() == record.id) return FailureAdvice(session, build, project.Get(), record.message);
+  }
+  return {};
 }
 
 // The references among the projects of a record, by its order.
@@ -82,9 +90,11 @@ std::string PageReport::Text(const RunRecord& record) {
     page.gone = GoneProjects(*m_run, *last);
   }
   for (const ProjectRecord& project : record.Projects()) {
-    PageProject shown{project, m_session.PosixPath(project.path), {}, {}, ErrorsOf(project)};
+    PageProject shown{project,           m_session.PosixPath(project.path),    {}, {},
+                      ErrorsOf(project), AdviceOn(m_session, m_build, project)};
     const auto reason = m_reasons.find(project.id);
-    if (reason != m_reasons.end() && shown.record.reason.empty()) shown.record.reason = reason->second;
+    const bool hasRun = project.outcome != ProjectOutcome::NotReached && project.reason.empty();
+    if (reason != m_reasons.end() && hasRun) shown.record.reason = reason->second;
     const auto facts = m_facts.Projects().find(project.id);
     if (facts != m_facts.Projects().end()) shown.facts = facts->second;
     if (last) shown.change = CompareWithLast(*m_run->Find(project.id), project.outcome, *last);

@@ -165,6 +165,7 @@ std::string FailureText(const PageProject& project) {
     const std::string& said = hasLog ? record.log : record.message;
     text = "<pre class=\"message\">" + LogText(said, kMostLog / 4) + "</pre>";
   }
+  if (!project.advice.empty()) text += "<p class=\"advice\">" + Html(project.advice) + "</p>";
   return text;
 }
 

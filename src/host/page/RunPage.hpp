@@ -25,6 +25,7 @@ struct PageProject {
   RunFacts::Pair facts;
   std::optional<ProjectChange> change;  // nothing without a last run
   std::vector<PageError> errors;
+  std::string advice;  // what to do about a failure; may be empty
 };
 
 // All that the page of a run tells.

@@ -42,7 +42,9 @@ TEST(ProjectDetails, ShowsTheMessageOfAFailureThatNamesNoLine) {
   PageProject project;
   project.record.outcome = ProjectOutcome::Failed;
   project.record.message = "The path to the binary component does not exist!";
+  project.advice = "Make it with: mkdir -p 'bin'";
   EXPECT_THAT(FailureText(project), HasSubstr("The path to the binary component does not exist!"));
+  EXPECT_THAT(FailureText(project), HasSubstr("Make it with: mkdir -p &#39;bin&#39;"));
 }
 
 TEST(ProjectDetails, TellsWhatDiffersBeforeAndAfter) {

@@ -21,7 +21,7 @@ class SourceExcerptTest : public testing::Test {
 
 TEST_F(SourceExcerptTest, ShowsTheLinesAroundAnError) {
   std::string source;
-  for (int i = 1; i <= 20; ++i) source += "line " + std::to_string(i) + "\r\n";
+  for (int i = 1; i <= 20; ++i) source += "line " + std::to_string(i) + "\n";
   bench.Write("C:\\src\\Shelf.cls", source);
   const SourceExcerpt excerpt = Read("C:\\src\\Shelf.cls", 12);
   ASSERT_EQ(excerpt.lines.size(), 9U);
@@ -33,14 +33,14 @@ TEST_F(SourceExcerptTest, ShowsTheLinesAroundAnError) {
 }
 
 TEST_F(SourceExcerptTest, LooksForARelativeFileInTheProjectsFolder) {
-  bench.Write("C:\\src\\Shelf.cls", "one\r\ntwo");
+  bench.Write("C:\\src\\Shelf.cls", "one\ntwo");
   EXPECT_EQ(Read("Shelf.cls", 2).lines.back().text, "two");
 }
 
 TEST_F(SourceExcerptTest, ReadsTheCodePageOfSources) {
   bench.Write("C:\\src\\Shelf.cls",
               "' Gr\xf6\xdf"
-              "e\r\n");
+              "e\n");
   EXPECT_EQ(Read("Shelf.cls", 1).lines.front().text, "' Größe");
 }
 
@@ -50,7 +50,7 @@ TEST_F(SourceExcerptTest, CutsLongLinesOff) {
 }
 
 TEST_F(SourceExcerptTest, ShowsNothingOfWhatIsNotThere) {
-  bench.Write("C:\\src\\Shelf.cls", "one\r\n");
+  bench.Write("C:\\src\\Shelf.cls", "one\n");
   EXPECT_TRUE(Read("Missing.cls", 1).lines.empty());
   EXPECT_TRUE(Read("Shelf.cls", 0).lines.empty());
   EXPECT_TRUE(Read("Shelf.cls", 2).lines.empty());
