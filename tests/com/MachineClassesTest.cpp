@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 
+#include "automation/Interface.hpp"
 #include "com/Com.hpp"
 #include "com/ThreadState.hpp"
 
