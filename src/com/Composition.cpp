@@ -8,7 +8,7 @@
 #include "adapters/componentservices/AdminComPlusCatalogs.hpp"
 #include "adapters/componentservices/AdminMtsCatalogs.hpp"
 #include "adapters/dao/JetOrElseWorkspace.hpp"
-#include "adapters/scriptcontrol/ControlOrElseEngines.hpp"
+#include "adapters/scriptcontrol/ChosenEngine.hpp"
 #include "adapters/sourcesafe/SourceSafe.hpp"
 #include "adapters/sqlite/BuildSchema.hpp"
 #include "adapters/sqlite/FileFormat.hpp"
@@ -25,8 +25,9 @@
 #include "adapters/win32/Win32TypeLibReader.hpp"
 #include "automation/Error.hpp"
 #include "com/Com.hpp"
+#include "com/MachineClasses.hpp"
+#include "com/MessageBox.hpp"
 #include "com/ThreadBorder.hpp"
-#include "com/ThreadState.hpp"
 #include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::com {
@@ -36,35 +37,9 @@ namespace {
 using automation::Object;
 using automation::Ref;
 
-// Any class of the machine; null for one that it doesn't have.
-Ref<Object> CreateOfMachine(std::string_view progId) {
-  CLSID id = {};
-  if (FAILED(CLSIDFromProgID(win32::ToWide(progId).c_str(), &id))) return nullptr;
-  void* made = nullptr;
-  if (FAILED(CoCreateInstance(id, nullptr, CLSCTX_SERVER, IID_IUnknown, &made))) return nullptr;
-  return ThreadState::Current().Take(Ref<IUnknown>::Adopt(static_cast<IUnknown*>(made)).Get());
-}
-
 Ref<Object> CreateForScripts(std::string_view progId) {
   if (const PublicClass* found = FindCreatableClass(progId)) return found->create();
   return CreateOfMachine(progId);
-}
-
-std::int32_t ShowMessage(std::string_view prompt, std::int32_t style, std::string_view title) {
-  return MessageBoxW(nullptr, win32::ToWide(prompt).c_str(), win32::ToWide(title).c_str(),
-                     static_cast<UINT>(style) | MB_TASKMODAL);
-}
-
-// HEARTHMAKE_SCRIPT_ENGINE is "control" or "own"; anything else leaves the choice to the library, which has
-// nobody to complain to.
-scriptcontrol::Choice ChosenEngine() {
-  wchar_t text[16] = {};
-  GetEnvironmentVariableW(L"HEARTHMAKE_SCRIPT_ENGINE", text, static_cast<DWORD>(std::size(text)));
-  try {
-    return scriptcontrol::ParseChoice(win32::ToUtf8(text));
-  } catch (const automation::Error&) {
-    return scriptcontrol::Choice::Automatic;
-  }
 }
 
 // The library's folder gets an empty database when it has none. Where that can't be, the first use of the
@@ -100,9 +75,11 @@ platform::Platform Compose() {
   ports.comPlusCatalogs = std::make_shared<componentservices::AdminComPlusCatalogs>();
   vbs::Services services;
   services.createObject = &CreateForScripts;
+  services.getObject = &GetOfMachine;
   services.showMessage = &ShowMessage;
   ports.scripts = std::make_shared<scriptcontrol::ControlOrElseEngines>(
-      ChosenEngine(), ThreadBorder(), std::make_shared<vbs::VbsScriptEngines>(ports, services));
+      scriptcontrol::ChosenEngine(), ThreadBorder(),
+      std::make_shared<vbs::VbsScriptEngines>(ports, services));
   MakeMissingDatabase(ports.system->ComponentFolder());
   return ports;
 }

@@ -1,6 +1,7 @@
 #include "com/HostObject.hpp"
 
 #include <deque>
+#include <map>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -69,6 +70,38 @@ NameTable& Names() {
   return names;
 }
 
+std::string NameOf(ITypeInfo* type) {
+  if (type == nullptr) return {};
+  const auto held = Ref<ITypeInfo>::Adopt(type);
+  BSTR text = nullptr;
+  if (FAILED(held->GetDocumentation(MEMBERID_NIL, &text, nullptr, nullptr, nullptr)) || text == nullptr)
+    return {};
+  const std::string name = win32::ToUtf8({text, SysStringLen(text)});
+  SysFreeString(text);
+  return name;
+}
+
+// What TypeName tells of an object: its class, else its interface.
+std::string TypeNameOf(IUnknown& identity, IDispatch* dispatch) {
+  ITypeInfo* type = nullptr;
+  IProvideClassInfo* provider = nullptr;
+  if (SUCCEEDED(identity.QueryInterface(IID_IProvideClassInfo, reinterpret_cast<void**>(&provider)))) {
+    if (FAILED(Ref<IProvideClassInfo>::Adopt(provider)->GetClassInfo(&type))) type = nullptr;
+  } else if (dispatch != nullptr && FAILED(dispatch->GetTypeInfo(0, kEnglish, &type))) {
+    type = nullptr;
+  }
+  const std::string name = NameOf(type);
+  return name.empty() ? "Object" : name;
+}
+
+// Without members: those of the object itself are asked for by name. One for each type of the process.
+const automation::Interface& DeclarationNamed(const std::string& name) {
+  static std::mutex mutex;
+  static std::map<std::string, automation::Interface> declarations;
+  const std::lock_guard lock(mutex);
+  return declarations.try_emplace(name, name, "", "", "").first->second;
+}
+
 }  // namespace
 
 HostObject::HostObject(Ref<IUnknown> identity) : m_identity(std::move(identity)) {
@@ -83,8 +116,8 @@ HostObject::~HostObject() {
 }
 
 const automation::Interface& HostObject::Declaration() const {
-  static const automation::Interface kInterface("Object", "", "", "");
-  return kInterface;
+  if (m_declaration == nullptr) m_declaration = &DeclarationNamed(TypeNameOf(*m_identity, m_dispatch.Get()));
+  return *m_declaration;
 }
 
 IUnknown* HostObject::Give() const {

@@ -37,6 +37,7 @@ class HostObject final : public automation::Object {
 
   automation::Ref<IUnknown> m_identity;
   automation::Ref<IDispatch> m_dispatch;
+  mutable const automation::Interface* m_declaration = nullptr;  // found when first asked for
   mutable std::unordered_map<std::int32_t, DISPID> m_ids;  // by the id of the name; those asked for so far
 };
 

@@ -18,7 +18,9 @@ thread_local ThreadState* t_state = nullptr;
 
 }  // namespace
 
-ThreadState::ThreadState(Composer composer) : m_composer(composer) { m_apartment.emplace(composer()); }
+ThreadState::ThreadState(Composer composer) : m_composer(composer) {
+  if (composer != nullptr) m_apartment.emplace(composer());
+}
 
 ThreadState& ThreadState::Current() {
   if (t_state == nullptr) automation::Raise(RuntimeError::ObjectNotSet, "");
@@ -39,6 +41,16 @@ ThreadState::Call::~Call() {
   EndIfIdle();
 }
 
+ThreadState::Attachment::Attachment() {
+  if (t_state == nullptr) t_state = new ThreadState(nullptr);
+  ++t_state->m_calls;
+}
+
+ThreadState::Attachment::~Attachment() {
+  --t_state->m_calls;
+  EndIfIdle();
+}
+
 void ThreadState::EndIfIdle() {
   ThreadState* state = t_state;
   if (state->m_calls != 0 || state->IsHeld()) return;
@@ -47,7 +59,7 @@ void ThreadState::EndIfIdle() {
   state->m_apartment.reset();
   --state->m_calls;
   if (state->IsHeld()) {
-    state->m_apartment.emplace(state->m_composer());
+    if (state->m_composer != nullptr) state->m_apartment.emplace(state->m_composer());
     return;
   }
   t_state = nullptr;

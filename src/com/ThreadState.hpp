@@ -48,6 +48,16 @@ class ThreadState {
     ThreadState* m_state;
   };
 
+  // For as long as it lives, in a program that has an Apartment of its own on this thread: the state stands
+  // beside that, and makes none.
+  class Attachment {
+   public:
+    Attachment();
+    Attachment(const Attachment&) = delete;
+    Attachment& operator=(const Attachment&) = delete;
+    ~Attachment();
+  };
+
   // For as long as a host has something of the thread that is no object of the public interfaces.
   class Hold {
    public:
@@ -82,7 +92,7 @@ class ThreadState {
   static void EndIfIdle();
 
   ModuleLock m_lock;
-  Composer m_composer;
+  Composer m_composer;  // null: the thread's Apartment is somebody else's
   int m_calls = 0;
   int m_holds = 0;
   std::unordered_map<automation::Object*, ComObject*> m_objects;

@@ -81,6 +81,7 @@ void BuildDatabase::RequireUsable() const {
     case FileFormat::Sqlite: break;
     case FileFormat::Missing: throw HostError(fmt::format("The build database has gone: {}", m_path));
     case FileFormat::Jet:
+      if (OpensJet(m_path)) return;
       throw HostError(
           fmt::format("The database is unavailable: {} is a Jet database, which is never changed here.",
                       m_path),

@@ -21,6 +21,7 @@
 #include "host/Packages.hpp"
 #include "host/Properties.hpp"
 #include "host/Session.hpp"
+#include "host/SystemTexts.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {
@@ -110,12 +111,12 @@ class Words {
   }
 
   void AddGlobalOptions() {
-    m_app
-        .add_option("--data", m_options.dataFolder,
-                    "data folder (else $HEARTHMAKE_DATA, $XDG_DATA_HOME/hearthmake, "
-                    "~/.local/share/hearthmake)")
-        ->type_name("DIR")
-        ->take_last();
+    m_app.add_option("--data", m_options.dataFolder, Texts().dataOption)->type_name("DIR")->take_last();
+    if (HostSettings::ChoosesDrives()) AddDriveOptions();
+    m_app.add_flag("--no-color", m_options.noColour, "no colours (also by NO_COLOR)");
+  }
+
+  void AddDriveOptions() {
     m_app
         .add_option_function<std::string>(
             "--wine-prefix", [this](const std::string& prefix) { m_options.winePrefix = prefix; },
@@ -127,7 +128,6 @@ class Words {
         ->type_name("X:=DIR")
         ->expected(1)
         ->take_all();
-    m_app.add_flag("--no-color", m_options.noColour, "no colours (also by NO_COLOR)");
   }
 
   void AddBuildWords() {
@@ -398,11 +398,8 @@ class Words {
                      "write them to this folder, with paths that start there")
         ->type_name("DIR");
 
-    word =
-        Add("register",
-            "Register the ActiveX components of a build: in the registry of the data folder, or by running\n"
-            "them under Wine (which is not waited for). Exit status 1 when one could not be registered.",
-            "hearthmake register Shop Prices", m_register, &RegisterCommand);
+    word = Add("register", Texts().registerWord, "hearthmake register Shop Prices", m_register,
+               &RegisterCommand);
     AddBuild(word, m_register.build);
     AddProjects(word, m_register.projects);
 
@@ -434,10 +431,7 @@ class Words {
     word->add_flag("--mts", m_deploy.mts, "to MTS instead of COM+");
     AddJson(word, m_deploy.json, "print each event as a line of JSON");
 
-    word = Add("catalog",
-               "Show what is installed in the catalog; with BUILD, where it differs from what a deployment\n"
-               "of the build would make of an empty one (exit status 1 when it does).",
-               "hearthmake catalog Shop", m_catalog, &CatalogCommand);
+    word = Add("catalog", Texts().catalogWord, "hearthmake catalog Shop", m_catalog, &CatalogCommand);
     word->add_option("BUILD", m_catalog.build, "id or name of a build to compare with");
     word->add_flag("--mts", m_catalog.mts, "the packages of MTS instead of the applications of COM+");
     word->add_option("--unprotect", m_catalog.unprotect,
@@ -531,9 +525,7 @@ class Words {
                          "hearthmake settings VBExe '/opt/vb6/vb6.exe'", m_settings, &SettingsCommand);
     word->add_option("KEY", m_settings.key, "name of a setting");
     CLI::Option* value = word->add_option("VALUE", m_settings.value, "its new value");
-    word->add_flag("--host", m_settings.host,
-                   "the settings of this command (Wine prefix, drives, ...), kept in the data folder; an\n"
-                   "empty value takes one out");
+    word->add_flag("--host", m_settings.host, Texts().hostOption);
     word->parse_complete_callback([this, value] { m_settings.hasValue = value->count() > 0; });
   }
 

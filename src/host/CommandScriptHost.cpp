@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "automation/Text.hpp"
+#include "host/MachineClasses.hpp"
 #include "interfaces/PublicClasses.hpp"
 
 namespace hearthmake::host {
@@ -84,7 +85,7 @@ std::string CommandScriptHost::AskForText(std::string_view prompt, std::string_v
 
 automation::Ref<automation::Object> CommandScriptHost::CreateObject(std::string_view progId) {
   const PublicClass* found = FindCreatableClass(progId);
-  if (found == nullptr) return nullptr;
+  if (found == nullptr) return CreateOfMachine(progId);
   m_prepareLibrary();
   return found->create();
 }
@@ -93,9 +94,9 @@ std::int32_t CommandScriptHost::DefaultAnswer(std::int32_t style) {
   return DefaultOf(ButtonsOf(style), style).number;
 }
 
-automation::Ref<automation::Object> CommandScriptHost::GetObject(std::string_view /*path*/,
-                                                                 std::string_view /*progId*/) {
-  return nullptr;
+automation::Ref<automation::Object> CommandScriptHost::GetObject(std::string_view path,
+                                                                 std::string_view progId) {
+  return GetOfMachine(path, progId);
 }
 
 void CommandScriptHost::Show(std::string_view text) {

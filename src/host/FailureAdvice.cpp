@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "build/Build.hpp"
+#include "host/SystemTexts.hpp"
 
 namespace hearthmake::host {
 
@@ -30,7 +31,7 @@ std::string ForProject(Session& session, Project& project) {
   const std::string binary = project.FullPath32();
   const std::string folder = ParentOf(session.PosixPath(binary));
   if (!IsFolder(folder)) {
-    return fmt::format("The folder for {} is missing. Make it with: mkdir -p '{}'", binary, folder);
+    return fmt::format("The folder for {} is missing. Make it with: {}", binary, Texts().makeFolder(folder));
   }
   return {};
 }

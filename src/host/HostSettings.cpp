@@ -16,10 +16,10 @@ namespace {
 constexpr const char* kApplication = "Host";
 constexpr const char* kSection = "Settings";
 
-constexpr const char* kWinePrefix = "WinePrefix";
-constexpr const char* kWineProgram = "WineProgram";
-constexpr const char* kOsVersion = "OSVersion";
-constexpr const char* kTemporaryFolder = "TemporaryFolder";
+constexpr auto kWinePrefix = HostSettings::kWinePrefixKey;
+constexpr auto kWineProgram = HostSettings::kWineProgramKey;
+constexpr auto kOsVersion = HostSettings::kOsVersionKey;
+constexpr auto kTemporaryFolder = HostSettings::kTemporaryFolderKey;
 
 std::string ChooseDataFolder(const HostOptions& options) {
   if (!options.dataFolder.empty()) return options.dataFolder;
@@ -39,24 +39,16 @@ HostSettings::HostSettings(HostOptions options)
       m_dataFolder(AbsoluteSystemPath(ChooseDataFolder(m_options))),
       m_store(OpenHostStore(m_dataFolder)) {}
 
-const std::vector<HostSettings::Key>& HostSettings::Keys() {
-  static const std::vector<Key> kKeys = {
-      {kWinePrefix, "Wine prefix whose drives and registry are used"},
-      {kWineProgram, "program that runs Windows programs (wine)"},
-      {kOsVersion, "major version of Windows that the library sees (of the prefix, else 10)"},
-      {kTemporaryFolder, "folder for temporary files, without blanks ($TMPDIR or /tmp)"}};
-  return kKeys;
-}
-
 std::string HostSettings::KnownKey(const std::string& key) {
-  if (IsDriveKey(key)) return automation::Upper(key);
+  if (IsDriveKey(key) && ChoosesDrives()) return automation::Upper(key);
   std::string names;
   for (const Key& known : Keys()) {
     if (automation::EqualsIgnoreCaseAscii(known.name, key)) return known.name;
-    names += fmt::format("{}, ", known.name);
+    names += fmt::format("{}{}", names.empty() ? "" : ", ", known.name);
   }
-  throw HostError(fmt::format("There is no host setting '{}'.", key),
-                  fmt::format("There are: {}and a drive by its letter, as in D:", names));
+  throw HostError(
+      fmt::format("There is no host setting '{}'.", key),
+      fmt::format("There are: {}{}", names, ChoosesDrives() ? ", and a drive by its letter, as in D:" : ""));
 }
 
 std::vector<std::pair<std::string, std::string>> HostSettings::Stored() const {
@@ -80,6 +72,8 @@ void HostSettings::Store(const std::string& key, const std::string& value) {
     return;
   }
   if (known == kOsVersion) ParseLong(value, kOsVersion);
+  if (known == kScriptEngineKey && value != "control" && value != "own")
+    throw HostError(fmt::format("There is no script engine '{}'.", value), "There are: control, own");
   const bool isPath = known == kWinePrefix || known == kTemporaryFolder || IsDriveKey(known);
   m_store->Save(kApplication, kSection, {{known, isPath ? AbsoluteSystemPath(value) : value}});
 }

@@ -27,6 +27,12 @@ class HostSettings {
   static constexpr const char* kDataVariable = "HEARTHMAKE_DATA";
   static constexpr const char* kWinePrefixVariable = "HEARTHMAKE_WINE_PREFIX";
 
+  static constexpr const char* kWinePrefixKey = "WinePrefix";
+  static constexpr const char* kWineProgramKey = "WineProgram";
+  static constexpr const char* kOsVersionKey = "OSVersion";
+  static constexpr const char* kTemporaryFolderKey = "TemporaryFolder";
+  static constexpr const char* kScriptEngineKey = "ScriptEngine";
+
   // One that can be stored.
   struct Key {
     const char* name;
@@ -47,12 +53,15 @@ class HostSettings {
   // Drives that were added by options, as they were typed.
   const std::vector<std::string>& AddedDrives() const { return m_options.drives; }
 
+  // Whether this system's drives and Wine prefix are a matter of settings and options.
+  static bool ChoosesDrives();
+
   // The stored settings, by key; an empty value takes one out. HostError for an unknown key (it lists the
   // keys, drive letters are keys too) or a value that can't be.
   std::vector<std::pair<std::string, std::string>> Stored() const;
   std::string StoredValue(std::string_view key) const;
   void Store(const std::string& key, const std::string& value);
-  static const std::vector<Key>& Keys();
+  static const std::vector<Key>& Keys();  // of this system
   // The key as it is stored. HostError for an unknown one.
   static std::string KnownKey(const std::string& key);
   // Whether a key is the letter of a drive.

@@ -28,6 +28,9 @@ std::string LibrarySettingsPlace();
 // Whether components register themselves, in a process that nobody waits for.
 bool RegistersInBackground(const std::string& winePrefix);
 
+// Whether this machine has an engine that works on the Jet file.
+bool OpensJet(const std::string& path);
+
 // Whether the folder or file can be written; else why not.
 bool IsWritable(const std::string& path, std::string& why);
 void RemoveFile(const std::string& path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -42,13 +43,16 @@ class ScriptHost : public Host {
     messages.emplace_back(prompt);
     return std::string(defaultText);
   }
-  automation::Ref<automation::Object> CreateObject(std::string_view) override { return nullptr; }
+  automation::Ref<automation::Object> CreateObject(std::string_view progId) override {
+    return create ? create(progId) : nullptr;
+  }
   automation::Ref<automation::Object> GetObject(std::string_view, std::string_view) override {
     return nullptr;
   }
 
   std::vector<std::string> messages;
   std::int32_t button = 1;
+  std::function<automation::Ref<automation::Object>(std::string_view progId)> create;  // none when empty
 
  private:
   platform::Platform m_platform;

@@ -1,9 +1,11 @@
 #include "adapters/dao/JetOrElseWorkspace.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "adapters/dao/DaoWorkspace.hpp"
 #include "adapters/win32/LateObject.hpp"
+#include "adapters/win32/WideText.hpp"
 #include "automation/Error.hpp"
 
 namespace hearthmake::dao {
@@ -33,6 +35,16 @@ std::shared_ptr<Workspace> MakeEngine(const char* progId) {
 }
 
 }  // namespace
+
+bool HasEngineFor(const std::string& path) {
+  const auto format = ReadJetFormat(path);
+  if (!format) return false;
+  const auto engines = EnginesFor(*format);
+  return std::any_of(engines.begin(), engines.end(), [](const char* progId) {
+    CLSID id = {};
+    return SUCCEEDED(CLSIDFromProgID(win32::ToWide(progId).c_str(), &id));
+  });
+}
 
 JetOrElseWorkspace::JetOrElseWorkspace(std::shared_ptr<Workspace> otherwise) {
   m_sides.push_back(std::make_unique<Side>(Side{std::move(otherwise)}));

@@ -10,6 +10,9 @@
 
 namespace hearthmake::dao {
 
+// Whether a DAO engine is installed that opens the Jet file at a path; false for another file.
+bool HasEngineFor(const std::string& path);
+
 // The workspace of a Windows machine: a Jet file is opened by the DAO engine that is installed for its
 // format, anything else, and a Jet file where there is no such engine, by another workspace. Which it is, is
 // looked at each time that a database is opened.

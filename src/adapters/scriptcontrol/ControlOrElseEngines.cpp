@@ -1,6 +1,7 @@
 #include "adapters/scriptcontrol/ControlOrElseEngines.hpp"
 
 #include <array>
+#include <atomic>
 #include <string>
 #include <utility>
 
@@ -14,6 +15,10 @@ namespace {
 
 using automation::EqualsIgnoreCaseAscii;
 using automation::Variant;
+
+// What the trial found; no two threads can find different things.
+enum class Trial { NotMade, Passed, Failed };
+std::atomic<Trial> s_trial = Trial::NotMade;
 
 bool ControlDoesTheBasics(win32::ObjectBorder& border) {
   try {
@@ -53,8 +58,8 @@ ControlOrElseEngines::ControlOrElseEngines(Choice choice, win32::ObjectBorder& b
 
 bool ControlOrElseEngines::UsesControl() {
   if (m_choice != Choice::Automatic) return m_choice == Choice::Control;
-  if (!m_controlWorks) m_controlWorks = ControlDoesTheBasics(m_border);
-  return *m_controlWorks;
+  if (s_trial == Trial::NotMade) s_trial = ControlDoesTheBasics(m_border) ? Trial::Passed : Trial::Failed;
+  return s_trial == Trial::Passed;
 }
 
 std::unique_ptr<platform::ScriptEngine> ControlOrElseEngines::Create() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string_view>
 
 #include "adapters/win32/ObjectBorder.hpp"
@@ -24,7 +23,7 @@ Choice ParseChoice(std::string_view text);
 // procedure with arguments and get its result. Wine's Script Control can be created and does not.
 bool DoesTheBasics(platform::ScriptEngine& engine);
 
-// Engines by choice. The Script Control is tried out once.
+// Engines by choice. The Script Control is tried out once in a process.
 class ControlOrElseEngines final : public platform::ScriptEngines {
  public:
   // The border outlives the engines.
@@ -39,7 +38,6 @@ class ControlOrElseEngines final : public platform::ScriptEngines {
   Choice m_choice;
   win32::ObjectBorder& m_border;
   std::shared_ptr<platform::ScriptEngines> m_otherwise;
-  std::optional<bool> m_controlWorks;
 };
 
 }  // namespace hearthmake::scriptcontrol

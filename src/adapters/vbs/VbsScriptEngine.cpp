@@ -29,7 +29,9 @@ Ref<Object> ServiceHost::CreateObject(std::string_view progId) {
   return m_services.createObject ? m_services.createObject(progId) : nullptr;
 }
 
-Ref<Object> ServiceHost::GetObject(std::string_view /*path*/, std::string_view /*progId*/) { return nullptr; }
+Ref<Object> ServiceHost::GetObject(std::string_view path, std::string_view progId) {
+  return m_services.getObject ? m_services.getObject(path, progId) : nullptr;
+}
 
 void VbsScriptEngine::AddObject(std::string_view name, Ref<Object> object, bool addMembers) {
   m_engine.AddObject(name, std::move(object), addMembers);

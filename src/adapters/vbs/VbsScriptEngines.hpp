@@ -15,6 +15,9 @@ struct Services {
   // An object of the program's own by its ProgID; null for a class that it doesn't know. The objects that
   // come with the engine (Scripting.Dictionary, …) need not be known here.
   std::function<automation::Ref<automation::Object>(std::string_view progId)> createObject;
+  // GetObject: what stands behind a path or moniker, or the running object of a class; null for nothing.
+  std::function<automation::Ref<automation::Object>(std::string_view path, std::string_view progId)>
+      getObject;
   // MsgBox: the button that was chosen, by its number (vbOK is 1).
   std::function<std::int32_t(std::string_view prompt, std::int32_t style, std::string_view title)>
       showMessage;

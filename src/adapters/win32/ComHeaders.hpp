@@ -7,4 +7,5 @@
 #include <oleauto.h>
 
 #undef GetObject
+#undef SetEnvironmentVariable
 #undef interface

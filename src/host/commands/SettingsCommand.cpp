@@ -43,7 +43,7 @@ ExitStatus HostSettingsOf(Session& session, const SettingsArguments& arguments) 
       for (const HostSettings::Key& key : HostSettings::Keys()) {
         text += fmt::format("  {:<16} {}\n", key.name, key.meaning);
       }
-      text += "  D: and so on     folder of a drive\n";
+      if (HostSettings::ChoosesDrives()) text += "  D: and so on     folder of a drive\n";
     }
   } else if (!arguments.hasValue) {
     text = Printable(settings.StoredValue(settings.KnownKey(arguments.key))) + "\n";

@@ -54,6 +54,8 @@ std::unique_ptr<platform::SettingsStore> OpenHostStore(const std::string& dataFo
 
 std::string LibrarySettingsPlace() { return posix::IniSettingsStore::DefaultPath(); }
 
+bool OpensJet(const std::string& /*path*/) { return false; }
+
 // Without Wine they are registered for them, at once.
 bool RegistersInBackground(const std::string& winePrefix) { return !winePrefix.empty(); }
 

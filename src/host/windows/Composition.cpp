@@ -2,6 +2,8 @@
 
 #include "adapters/componentservices/AdminComPlusCatalogs.hpp"
 #include "adapters/componentservices/AdminMtsCatalogs.hpp"
+#include "adapters/dao/JetOrElseWorkspace.hpp"
+#include "adapters/scriptcontrol/ChosenEngine.hpp"
 #include "adapters/sourcesafe/SourceSafe.hpp"
 #include "adapters/sqlite/SqliteWorkspace.hpp"
 #include "adapters/vbs/VbsScriptEngines.hpp"
@@ -14,6 +16,8 @@
 #include "adapters/win32/Win32Shell.hpp"
 #include "adapters/win32/Win32SystemInfo.hpp"
 #include "adapters/win32/Win32TypeLibReader.hpp"
+#include "com/ThreadBorder.hpp"
+#include "com/ThreadState.hpp"
 #include "host/HostError.hpp"
 #include "host/HostEventPump.hpp"
 #include "host/Places.hpp"
@@ -22,24 +26,13 @@
 
 namespace hearthmake::host {
 
-namespace {
-
-void RefuseOptionsOfOtherSystems(const HostSettings& settings) {
-  if (settings.AddedDrives().empty() && settings.WinePrefix().empty()) return;
-  throw HostError("Drives and Wine prefixes can't be chosen here: drives are those of Windows.",
-                  "Leave out --drive and --wine-prefix.");
-}
-
-}  // namespace
-
 struct Composition::System {
+  com::ThreadState::Attachment objects;  // goes after the apartment, whose objects need it
   win32::MessagePump messages;
 };
 
 Composition::Composition(const HostSettings& settings)
-    : m_system(std::make_unique<System>()), m_apartment(FillPlatform(settings)) {
-  RefuseOptionsOfOtherSystems(settings);
-}
+    : m_system(std::make_unique<System>()), m_apartment(FillPlatform(settings)) {}
 
 Composition::~Composition() = default;
 
@@ -50,8 +43,11 @@ std::string Composition::ToDosPath(const std::string& systemPath) const {
 std::optional<std::string> Composition::ToSystemPath(const std::string& dosPath) const { return dosPath; }
 
 const catalog::CatalogFile& Composition::Catalog() const {
-  throw HostError("The catalogs of component services are those of Windows here.",
-                  "Component Services (dcomcnfg) shows what is installed.");
+  throw HostError(
+      "This command shows and compares catalog files only, and on Windows the catalogs are those of the "
+      "machine.",
+      "The window Component Services (dcomcnfg) shows what is installed; hearthmake deploy brings a build "
+      "there.");
 }
 
 void Composition::OnTick(std::function<void()> tick) {
@@ -76,14 +72,16 @@ platform::Platform Composition::FillPlatform(const HostSettings& settings) {
   ports.files = std::make_shared<win32::Win32FileSystem>();
   ports.typeLibs = std::make_shared<win32::Win32TypeLibReader>();
   ports.shell = std::make_shared<win32::Win32Shell>();
-  ports.workspace =
-      std::make_shared<sqlite::SqliteWorkspace>([](std::string_view path) { return std::string(path); });
+  ports.workspace = std::make_shared<dao::JetOrElseWorkspace>(
+      std::make_shared<sqlite::SqliteWorkspace>([](std::string_view path) { return std::string(path); }));
   ports.settings = std::make_shared<win32::RegistrySettingsStore>();
   ports.clock = std::make_shared<win32::Win32Clock>();
   ports.sources = std::make_shared<sourcesafe::SourceSafe>();
   ports.mtsCatalogs = std::make_shared<componentservices::AdminMtsCatalogs>();
   ports.comPlusCatalogs = std::make_shared<componentservices::AdminComPlusCatalogs>();
-  ports.scripts = std::make_shared<vbs::VbsScriptEngines>(ports, MakeScriptServices());
+  ports.scripts = std::make_shared<scriptcontrol::ControlOrElseEngines>(
+      scriptcontrol::ChosenEngine(), com::ThreadBorder(),
+      std::make_shared<vbs::VbsScriptEngines>(ports, MakeScriptServices()));
   return ports;
 }
 

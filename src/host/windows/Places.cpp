@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "adapters/dao/JetOrElseWorkspace.hpp"
 #include "adapters/win32/RegistrySettingsStore.hpp"
 #include "adapters/win32/WideText.hpp"
 #include "adapters/win32/Win32SystemInfo.hpp"
@@ -45,6 +46,8 @@ std::unique_ptr<platform::SettingsStore> OpenHostStore(const std::string& /*data
 std::string LibrarySettingsPlace() {
   return "HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Hearthmake\\VB";
 }
+
+bool OpensJet(const std::string& path) { return dao::HasEngineFor(path); }
 
 bool RegistersInBackground(const std::string& /*winePrefix*/) { return true; }
 

@@ -176,6 +176,8 @@ Variant RegExp::CallReplacement(automation::Object& function, const MatchTable& 
   return ToTextVariant(function.Invoke(automation::kDefaultMember, InvokeKind::Call, arguments));
 }
 
+bool BringsRegExp() { return true; }
+
 Ref<automation::Object> CreateRegExp(Context& context) { return automation::Make<RegExp>(context); }
 
 }  // namespace hearthmake::vbscript

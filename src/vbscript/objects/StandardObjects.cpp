@@ -33,15 +33,25 @@ std::string_view WithoutVersion(std::string_view progId) {
   return isNumber ? progId.substr(0, point) : progId;
 }
 
-}  // namespace
-
-Ref<Object> CreateStandardObject(std::string_view progId, Context& context) {
+const StandardClass* Find(std::string_view progId) {
   const std::string_view name = WithoutVersion(progId);
   const auto found =
       std::find_if(std::begin(kClasses), std::end(kClasses), [&](const StandardClass& standard) {
         return automation::EqualsIgnoreCaseAscii(standard.progId, name);
       });
-  return found == std::end(kClasses) ? nullptr : found->create(context);
+  return found == std::end(kClasses) ? nullptr : found;
+}
+
+}  // namespace
+
+Ref<Object> CreateStandardObject(std::string_view progId, Context& context) {
+  const StandardClass* found = Find(progId);
+  return found == nullptr ? nullptr : found->create(context);
+}
+
+bool ComesWithEngine(std::string_view progId) {
+  const StandardClass* found = Find(progId);
+  return found != nullptr && (found->create != CreateRegExp || BringsRegExp());
 }
 
 }  // namespace hearthmake::vbscript

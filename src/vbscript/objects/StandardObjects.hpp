@@ -15,6 +15,12 @@ namespace hearthmake::vbscript {
 // not known here or whose port the host lacks. The context outlives the object.
 automation::Ref<automation::Object> CreateStandardObject(std::string_view progId, Context& context);
 
+// Whether CreateStandardObject makes the class itself. Where the system's own regular expressions are used,
+// "VBScript.RegExp" is none.
+bool ComesWithEngine(std::string_view progId);
+
+// Whether CreateRegExp makes an object of the engine, or asks the host for the system's.
+bool BringsRegExp();
 automation::Ref<automation::Object> CreateRegExp(Context& context);
 automation::Ref<automation::Object> CreateDictionary(Context& context);
 automation::Ref<automation::Object> CreateFileSystemObject(Context& context);

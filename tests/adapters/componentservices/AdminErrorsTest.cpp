@@ -21,9 +21,9 @@ using doubles::MakeDouble;
 constexpr std::int32_t kObjectErrors = 1001;
 
 // An entry of ErrorInfo.
-class Entry final : public DispatchDouble {
+class ErrorObject final : public DispatchDouble {
  public:
-  Entry(std::shared_ptr<doubles::CallLog> log, const char* name, std::map<std::string, Variant> values)
+  ErrorObject(std::shared_ptr<doubles::CallLog> log, const char* name, std::map<std::string, Variant> values)
       : DispatchDouble("ErrorObject", std::move(log)), m_values(std::move(values)) {
     Get("Name", [name] { return Variant::FromText(name); });
     Get("Value", 1, [this](CallArguments a) {
@@ -37,9 +37,9 @@ class Entry final : public DispatchDouble {
   std::map<std::string, Variant> m_values;
 };
 
-class Entries final : public DispatchDouble {
+class ErrorList final : public DispatchDouble {
  public:
-  explicit Entries(std::shared_ptr<doubles::CallLog> log) : DispatchDouble("ErrorInfo", std::move(log)) {
+  explicit ErrorList(std::shared_ptr<doubles::CallLog> log) : DispatchDouble("ErrorInfo", std::move(log)) {
     Method("Populate", 0, [](CallArguments) { return Answer(); });
     Get("Count", [] { return Variant::FromLong(2); });
     Get("Item", 1, [this](CallArguments a) { return automation::ToLong(a[0]) == 0 ? Orders() : File(); });
@@ -47,15 +47,16 @@ class Entries final : public DispatchDouble {
 
  private:
   Answer Orders() {
-    return MakeDouble<Entry>(Log(), "Orders",
-                             std::map<std::string, Variant>{{"ErrorCode", Variant::FromText("-2146368492")},
-                                                            {"MinorRef", Variant::FromText("Identity")}});
+    return MakeDouble<ErrorObject>(
+        Log(), "Orders",
+        std::map<std::string, Variant>{{"ErrorCode", Variant::FromText("-2146368492")},
+                                       {"MinorRef", Variant::FromText("Identity")}});
   }
   // As MTS has it.
   Answer File() {
     const auto code = Variant::FromLong(static_cast<std::int32_t>(0x80110414));
-    return MakeDouble<Entry>(Log(), "C:\\bin\\Orders.dll",
-                             std::map<std::string, Variant>{{"ErrorCode", code}});
+    return MakeDouble<ErrorObject>(Log(), "C:\\bin\\Orders.dll",
+                                   std::map<std::string, Variant>{{"ErrorCode", code}});
   }
 };
 
@@ -68,7 +69,7 @@ class Refusing final : public DispatchDouble {
       automation::Raise(kObjectErrors, "Catalog", "Errors occurred accessing one or more objects");
     });
     if (!explains) return;
-    Method("GetCollection", 2, [this](CallArguments) { return MakeDouble<Entries>(Log()); });
+    Method("GetCollection", 2, [this](CallArguments) { return MakeDouble<ErrorList>(Log()); });
   }
 };
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "adapters/posix/DriveMap.hpp"
 #include "adapters/posix/PosixClock.hpp"
 #include "adapters/posix/PosixFileSystem.hpp"
 #include "adapters/posix/PosixSystemInfo.hpp"
+#include "automation/Object.hpp"
 #include "platform/Platform.hpp"
 #include "support/PosixFolder.hpp"
 
@@ -19,6 +21,9 @@ class LanguageMachine {
     m_root.MakeFolder("drive_c/temp");
     m_root.MakeFolder("drive_c/windows/system32");
   }
+  // Of a script by its name; empty for one that runs here.
+  static std::string ReasonToSkip(const std::string& /*script*/) { return {}; }
+  static automation::Ref<automation::Object> CreateObject(std::string_view /*progId*/) { return nullptr; }
   platform::Platform Ports() const {
     const auto drives = std::make_shared<posix::DriveMap>(posix::DriveMap::BuiltIn(m_root.Path()));
     platform::Platform ports;

@@ -155,6 +155,8 @@ class LanguageTest : public testing::Test {
   explicit LanguageTest(std::filesystem::path path) : m_path(std::move(path)) {}
 
   void TestBody() override {
+    const std::string reason = support::LanguageMachine::ReasonToSkip(m_path.stem().string());
+    if (!reason.empty()) GTEST_SKIP() << reason;
     const std::vector<std::string> lines = Lines(ReadSource());
     const Expectations expectations = ReadExpectations(lines);
     ASSERT_FALSE(expectations.IsEmpty()) << m_path.string() << ": nothing is expected of this script";
@@ -175,6 +177,7 @@ class LanguageTest : public testing::Test {
   static std::optional<Ending> RunScript(const std::string& source, const std::shared_ptr<Output>& output) {
     const support::LanguageMachine machine;
     ScriptHost host(machine.Ports());
+    host.create = &support::LanguageMachine::CreateObject;
     std::optional<Ending> ending;
     Engine engine(host);
     engine.SetTimeout(kTimeout);

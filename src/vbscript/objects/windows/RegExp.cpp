@@ -6,6 +6,8 @@
 
 namespace hearthmake::vbscript {
 
+bool BringsRegExp() { return false; }
+
 automation::Ref<automation::Object> CreateRegExp(Context& context) {
   automation::Ref<automation::Object> object = context.host.CreateObject("VBScript.RegExp");
   if (!object) RaiseRuntime(number::kCantCreateObject);
