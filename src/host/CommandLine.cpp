@@ -710,4 +710,19 @@ ExitStatus RunCommandLine(int argc, const char* const* argv) {
   }
 }
 
+std::string UsageProblem(const std::vector<std::string>& arguments) {
+  CLI::App app{kOverview, "hearthmake"};
+  app.require_subcommand(1);
+  const Words words(app, std::find(arguments.begin(), arguments.end(), kPackagesWord) != arguments.end());
+  std::vector<std::string> lastFirst(arguments.rbegin(), arguments.rend());
+  try {
+    app.parse(lastFirst);
+  } catch (const CLI::Success&) {
+    return {};
+  } catch (const CLI::ParseError& error) {
+    return error.what();
+  }
+  return {};
+}
+
 }  // namespace hearthmake::host

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "host/HostError.hpp"
 
@@ -27,5 +29,8 @@ class CommandDeclaration {
   struct Parts;
   std::unique_ptr<Parts> m_parts;
 };
+
+// What is wrong with a command line (without the program's name) before anything is done; empty when nothing is.
+std::string UsageProblem(const std::vector<std::string>& arguments);
 
 }  // namespace hearthmake::host

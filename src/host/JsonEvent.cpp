@@ -4,12 +4,16 @@
 #include <time.h>
 
 #include <cmath>
+#include <utility>
 
 #include "host/Json.hpp"
 
 namespace hearthmake::host {
 
 namespace {
+
+// Of docs/events.schema.json, which says when it changes.
+constexpr int kFormat = 1;
 
 std::string UtcNow() {
   timespec now{};
@@ -23,7 +27,9 @@ std::string UtcNow() {
 }  // namespace
 
 void PrintEvent(const Console& console, const char* event, const nlohmann::ordered_json& details) {
+  static bool isFirst = true;
   nlohmann::ordered_json line = {{"event", event}, {"time", UtcNow()}};
+  if (std::exchange(isFirst, false)) line["format"] = kFormat;
   line.update(details);
   console.Out(JsonText(line) + "\n");
 }

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "support/HostCommand.hpp"
+#include "support/JsonSchema.hpp"
 
 namespace hearthmake::host {
 namespace {
@@ -43,7 +44,9 @@ class DoctorCommandTest : public testing::Test {
     arguments.emplace_back("--json");
     const CommandResult result = command.Run(arguments);
     EXPECT_EQ(result.err, "");
-    return {result.status, json::parse(result.out)};
+    const json report = json::parse(result.out);
+    EXPECT_EQ(support::JsonSchema(SOURCE_DIRECTORY "/docs/doctor.schema.json").Check(report), "") << report;
+    return {result.status, report};
   }
   // Every file below the folder with its time of change and its content.
   std::map<std::string, std::string> Everything() const {
