@@ -136,7 +136,7 @@ TEST_P(Documents, ShowCommandsThatDoWhatTheySay) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, Documents, testing::Values("scripts.md"),
+INSTANTIATE_TEST_SUITE_P(Each, Documents, testing::Values("scripts.md", "tour.md"),
                          [](const auto& tested) { return Replaced(tested.param, ".md", ""); });
 
 }  // namespace
