@@ -85,7 +85,7 @@ std::string Numbers(const RunPage& page) {
   std::string text = "<dl class=\"numbers\">";
   text += Number("Compiled", fmt::format("{}<small> of {}</small>", compiled, page.projects.size()), "good");
   if (failed > 0) text += Number("Failed", std::to_string(failed), "bad");
-  if (blocked > 0) text += Number("Blocked", std::to_string(blocked), "warn");
+  if (blocked > 0) text += Number("Blocked", std::to_string(blocked), "blocked");
   if (notReached > 0) text += Number("Not reached", std::to_string(notReached));
   if (left > 0) text += Number("Left out", std::to_string(left));
   text += Number("Time", SecondsWord(page.seconds));

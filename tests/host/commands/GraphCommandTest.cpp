@@ -61,13 +61,17 @@ TEST_F(GraphCommandTest, LeavesImpliedReferencesOutUnlessTheyAreWanted) {
 }
 
 TEST_F(GraphCommandTest, DrawsACycleThatHasNoCompileOrder) {
-  command.WriteProject("Ring", "OleDll", "Reference=*\\ALib.vbp\r\n");
-  command.WriteProject("Lib", "OleDll", "Reference=*\\ARing.vbp\r\n");
-  ASSERT_EQ(command.Run({"add", "Shop", command.Source("Ring.vbp")}).status, 0);
-  ASSERT_EQ(command.Run({"refs", "Shop"}).status, 0);
+  command.WriteProject("Ring", "OleDll", "Reference=*\\ALoop.vbp\r\n");
+  command.WriteProject("Loop", "OleDll", "Reference=*\\AKnot.vbp\r\n");
+  command.WriteProject("Knot", "OleDll", "Reference=*\\ARing.vbp\r\n");
+  ASSERT_EQ(command
+                .Run({"add", "Shop", command.Source("Ring.vbp"), command.Source("Loop.vbp"),
+                      command.Source("Knot.vbp")})
+                .status,
+            0);
   const CommandResult result = command.Run({"graph", "Shop"});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_THAT(result.out, HasSubstr("\"Lib\" -> \"Ring\" [color="));
+  EXPECT_THAT(result.out, HasSubstr("\"Knot\" -> \"Ring\" [color="));
 }
 
 TEST_F(GraphCommandTest, WritesTheTextToAFile) {

@@ -71,10 +71,14 @@ TEST_F(PageReportTest, WritesAPageOfARunThatIsCancelled) {
 }
 
 TEST_F(PageReportTest, ShowsTheCycleThatKeepsARunFromBeginning) {
-  command.WriteProject("Ring", "OleDll", "Reference=*\\ALib.vbp\r\n");
-  command.WriteProject("Lib", "OleDll", "Reference=*\\ARing.vbp\r\n");
-  ASSERT_EQ(command.Run({"add", "Shop", command.Source("Ring.vbp")}).status, 0);
-  ASSERT_EQ(command.Run({"refs", "Shop"}).status, 0);
+  command.WriteProject("Ring", "OleDll", "Reference=*\\ALoop.vbp\r\n");
+  command.WriteProject("Loop", "OleDll", "Reference=*\\AKnot.vbp\r\n");
+  command.WriteProject("Knot", "OleDll", "Reference=*\\ARing.vbp\r\n");
+  ASSERT_EQ(command
+                .Run({"add", "Shop", command.Source("Ring.vbp"), command.Source("Loop.vbp"),
+                      command.Source("Knot.vbp")})
+                .status,
+            0);
   EXPECT_EQ(Build().status, 1);
   EXPECT_THAT(Page(), HasSubstr("The red lines form a cycle."));
   EXPECT_THAT(Page(), HasSubstr("The run itself"));
