@@ -29,7 +29,8 @@ class Teller final : public hearthmake::BuildEvents {
     std::cout << project.Name() << " ... " << std::flush;
   }
   void ProjectCompiled(Project& project) override {
-    std::cout << project.MajorVer() << '.' << project.MinorVer() << ", " << project.FileSizeExe32() << " bytes\n";
+    std::cout << project.MajorVer() << '.' << project.MinorVer() << ", " << project.FileSizeExe32()
+              << " bytes\n";
   }
   void BuildFaild(Project* /*project*/, const std::string& message, bool /*isCompileError*/) override {
     std::cout << "failed\n" << message << '\n';

@@ -672,7 +672,12 @@ ExitStatus PrintManPage(const std::vector<std::string>& arguments) {
   if (arguments.size() != 2 || !file) return ExitStatus::WrongInput;
   const std::string text(std::istreambuf_iterator<char>(file), {});
   const CommandDeclaration declaration;
-  Console(true).Out(ManPage(declaration.App(), text, HEARTHMAKE_VERSION, arguments[1]));
+  try {
+    Console(true).Out(ManPage(declaration.App(), text, HEARTHMAKE_VERSION, arguments[1]));
+  } catch (const HostError& error) {
+    Tell(Console(true), error.what(), error.Advice());
+    return error.Status();
+  }
   return ExitStatus::Done;
 }
 

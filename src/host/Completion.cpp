@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -9,11 +10,9 @@
 #include <system_error>
 
 #include "adapters/sqlite/NameReader.hpp"
-#include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "build/Build.hpp"
 #include "foundation/Settings.hpp"
-#include "host/HostError.hpp"
 #include "host/HostSettings.hpp"
 #include "host/Properties.hpp"
 #include "host/ShellWords.hpp"
@@ -285,7 +284,7 @@ class Values {
   const sqlite::NameReader& Names() {
     if (!m_names) {
       HostOptions options;
-      options.dataFolder = m_line.ValueOf("data");
+      options.dataFolder = WithHome(m_line.ValueOf("data"));
       m_names = std::make_unique<sqlite::NameReader>(DatabaseIn(HostSettings(options).DataFolder()));
     }
     return *m_names;
@@ -442,10 +441,8 @@ Completion Complete(const CLI::App& app, const std::vector<std::string>& words) 
   if (words.empty()) return answer;
   try {
     OfferAt(TypedLine(app, words), words.back(), answer);
-  } catch (const HostError&) {
-    // There is no data folder: the values that need none are there.
-  } catch (const automation::Error&) {
-    // Nor settings that can be read.
+  } catch (const std::exception&) {
+    // There is no data folder, or none that can be read: the values that need none are there.
   }
   return answer;
 }

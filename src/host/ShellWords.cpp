@@ -13,11 +13,6 @@ bool IsPlain(char c) {
          std::string_view("_-+./:,=@%").find(c) != std::string_view::npos;
 }
 
-std::string WithHome(std::string word) {
-  if (word == "~" || word.starts_with("~/")) word.replace(0, 1, EnvironmentValue("HOME"));
-  return word;
-}
-
 class Splitter {
  public:
   explicit Splitter(std::string_view line) : m_line(line) {}
@@ -74,6 +69,11 @@ class Splitter {
 };
 
 }  // namespace
+
+std::string WithHome(std::string word) {
+  if (word == "~" || word.starts_with("~/")) word.replace(0, 1, EnvironmentValue("HOME"));
+  return word;
+}
 
 ShellWords SplitShellLine(std::string_view line) { return Splitter(line).Split(); }
 

@@ -15,6 +15,9 @@ struct ShellWords {
 };
 ShellWords SplitShellLine(std::string_view line);
 
+// A word that begins with ~/ as shells understand it.
+std::string WithHome(std::string word);
+
 // A word as bash has to be given it so that it reads the text again; within the quote that is open, if any.
 std::string QuoteForShell(std::string_view text, char openQuote);
 
