@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "host/Numbers.hpp"
 #include "host/Session.hpp"
 
 namespace hearthmake::host {
@@ -16,7 +17,9 @@ std::string SizeText(Build& build) {
   for (const auto& project : AllProjects(build)) {
     for (const auto& reference : AllReferences(*project)) references += reference->IsExternal() ? 0 : 1;
   }
-  return fmt::format("{} projects, {} references between them", build.Projects().Count(), references);
+  return fmt::format("{}, {} between them",
+                     Counted(static_cast<std::size_t>(build.Projects().Count()), "project"),
+                     Counted(references, "reference"));
 }
 
 }  // namespace hearthmake::host

@@ -1,5 +1,7 @@
 #include "host/BuildDocument.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <map>
 #include <stdexcept>
@@ -7,6 +9,7 @@
 
 #include "adapters/sqlite/BuildSchema.hpp"
 #include "automation/Text.hpp"
+#include "host/Numbers.hpp"
 
 namespace hearthmake::host {
 
@@ -70,6 +73,12 @@ std::vector<std::string> UniqueNames(const std::string& table, const std::vector
     if (uses[automation::Lower(name)] > 1) name.clear();
   }
   return names;
+}
+
+std::string SizeText(const BuildDocument& document) {
+  return fmt::format("{}, {}, {}", Counted(document.projects.size(), "project"),
+                     Counted(document.packages.size(), "package"),
+                     Counted(document.sourceProjects.size(), "source project"));
 }
 
 }  // namespace hearthmake::host

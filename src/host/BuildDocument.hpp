@@ -35,6 +35,9 @@ struct BuildDocument {
   std::vector<StoredProject> projects;
 };
 
+// For people: "2 projects, 1 package, 0 source projects".
+std::string SizeText(const BuildDocument& document);
+
 enum class ValueType { YesNo, Long, Date, Text };
 
 struct DocumentColumn {

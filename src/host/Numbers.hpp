@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -15,5 +16,8 @@ std::string AddressText(std::int32_t address);
 
 // True when the text is decimal digits and nothing else.
 bool IsDigits(std::string_view text);
+
+// A number of things: "1 project", "2 projects".
+std::string Counted(std::size_t count, std::string_view noun);
 
 }  // namespace hearthmake::host

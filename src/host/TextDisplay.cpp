@@ -6,14 +6,13 @@
 #include "automation/Variant.hpp"
 #include "host/CompilerLog.hpp"
 #include "host/FailureAdvice.hpp"
+#include "host/Numbers.hpp"
 #include "project/Project.hpp"
 #include "sourcecontrol/SSProject.hpp"
 
 namespace hearthmake::host {
 
 namespace {
-
-std::string Projects(std::size_t count) { return fmt::format("{} project{}", count, count == 1 ? "" : "s"); }
 
 std::string NamesOf(const std::vector<const PlannedProject*>& projects) {
   std::string text;
@@ -114,7 +113,7 @@ std::string TextDisplay::LeftOutText(const PlannedProject& failed) const {
 // Where the run stopped; of one that went on behind failures, which there were and what they kept it from.
 std::string TextDisplay::FailedText() const {
   const std::string counts =
-      fmt::format("{} of {} compiled, {:.1f} s", Compiled(), Projects(Total()), Seconds());
+      fmt::format("{} of {} compiled, {:.1f} s", Compiled(), Counted(Total(), "project"), Seconds());
   if (!Plan().KeepsGoing()) {
     return fmt::format("{}{}, {}.\n", m_buildName,
                        m_projectName.empty() ? "" : " at " + Printable(m_projectName), counts);
@@ -150,7 +149,7 @@ void TextDisplay::Error(const automation::Variant& strMessage) {
 void TextDisplay::Finish() {
   ClearLine();
   const std::string counts =
-      fmt::format("{} of {} compiled, {:.1f} s", Compiled(), Projects(Total()), Seconds());
+      fmt::format("{} of {} compiled, {:.1f} s", Compiled(), Counted(Total(), "project"), Seconds());
   const std::string resume = fmt::format("Go on with: hearthmake build '{}' --resume\n", m_buildName);
   switch (Result()) {
     case RunResult::Complete:

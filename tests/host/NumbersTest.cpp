@@ -30,5 +30,11 @@ TEST(Numbers, TellsDigits) {
   EXPECT_FALSE(IsDigits("1a"));
 }
 
+TEST(Counted, AddsTheLetterOfThePlural) {
+  EXPECT_EQ(Counted(0, "file"), "0 files");
+  EXPECT_EQ(Counted(1, "file"), "1 file");
+  EXPECT_EQ(Counted(2, "file"), "2 files");
+}
+
 }  // namespace
 }  // namespace hearthmake::host

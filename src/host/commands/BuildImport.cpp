@@ -95,10 +95,8 @@ ExitStatus ImportBuild(Session& session, const ImportArguments& arguments) {
   workspace.CommitTrans();
   // It tells of projects that are gone.
   if (replaced) RemoveFile(folder + "/" + RunJournal::FileName(id));
-  session.Out().Out(fmt::format("{} build {}, id {}: {} projects, {} packages, {} source projects, in {}\n",
-                                replaced ? "Replaced" : "Imported", Printable(name), id,
-                                document.projects.size(), document.packages.size(),
-                                document.sourceProjects.size(), target.Path()));
+  session.Out().Out(fmt::format("{} build {}, id {}: {}, in {}\n", replaced ? "Replaced" : "Imported",
+                                Printable(name), id, SizeText(document), target.Path()));
   return ExitStatus::Done;
 }
 

@@ -9,6 +9,7 @@
 #include "deployment/MTSPackages.hpp"
 #include "foundation/Settings.hpp"
 #include "host/JsonEvent.hpp"
+#include "host/Numbers.hpp"
 #include "host/Packages.hpp"
 #include "host/SinkGuard.hpp"
 #include "host/commands/Commands.hpp"
@@ -37,9 +38,8 @@ class DeployDisplay final : public BuildEvents {
     if (m_asJson) {
       Print(isDone ? "DeployComplete" : "DeployFailed", {{"seconds", RoundedSeconds(seconds)}});
     } else if (isDone) {
-      m_console.Out(fmt::format("{} {}: {} {}{} deployed, {:.1f} s.\n",
-                                m_console.PaintOut(Colour::Green, "Done."), Printable(m_buildName), m_count,
-                                m_word, m_count == 1 ? "" : "s", seconds));
+      m_console.Out(fmt::format("{} {}: {} deployed, {:.1f} s.\n", m_console.PaintOut(Colour::Green, "Done."),
+                                Printable(m_buildName), Counted(m_count, m_word), seconds));
     } else {
       m_console.Err(fmt::format("{} {}. What was done before stays done.\n",
                                 m_console.PaintErr(Colour::Red, "Deployment failed:"),

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include "host/Json.hpp"
+#include "host/Numbers.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/doctor/Examination.hpp"
 
@@ -49,10 +50,6 @@ std::string Lines(const Console& console, const Finding& finding) {
   if (!finding.where.empty()) text += fmt::format(kMore, "", Printable(finding.where));
   if (!finding.mend.empty()) text += fmt::format(kMore, "", "mend: " + Printable(finding.mend));
   return text;
-}
-
-std::string Counted(std::size_t count, const char* word) {
-  return fmt::format("{} {}{}", count, word, count == 1 ? "" : "s");
 }
 
 }  // namespace

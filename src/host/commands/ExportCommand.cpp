@@ -44,9 +44,8 @@ ExitStatus ExportCommand(Session& session, const ExportArguments& arguments) {
     return ExitStatus::Done;
   }
   Write(session, arguments, text);
-  session.Out().Out(fmt::format("Exported build {}: {} projects, {} packages, {} source projects, to {}\n",
-                                Printable(build->Name()), document.projects.size(), document.packages.size(),
-                                document.sourceProjects.size(), arguments.file));
+  session.Out().Out(fmt::format("Exported build {}: {}, to {}\n", Printable(build->Name()),
+                                SizeText(document), arguments.file));
   return ExitStatus::Done;
 }
 

@@ -10,6 +10,7 @@
 #include "host/ChangeFinder.hpp"
 #include "host/ChosenProjects.hpp"
 #include "host/Json.hpp"
+#include "host/Numbers.hpp"
 #include "host/ProjectGraph.hpp"
 #include "host/RewrittenFiles.hpp"
 #include "host/commands/Commands.hpp"
@@ -195,8 +196,8 @@ std::string Summary(const DotPicture& picture) {
       picture.implied == 0
           ? ""
           : fmt::format(", {} left out that others imply (--no-reduce draws them)", picture.implied);
-  return fmt::format("{} project{}, {} reference{}{}", picture.projects.size(),
-                     picture.projects.size() == 1 ? "" : "s", all, all == 1 ? "" : "s", left);
+  return fmt::format("{}, {}{}", Counted(picture.projects.size(), "project"), Counted(all, "reference"),
+                     left);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "automation/Text.hpp"
 #include "automation/Utf.hpp"
 #include "foundation/Apartment.hpp"
+#include "host/Numbers.hpp"
 #include "host/ScriptText.hpp"
 #include "host/commands/Commands.hpp"
 
@@ -54,8 +55,6 @@ std::string ReadScriptText(Session& session, const std::string& typed) {
   return HasMark(bytes) ? automation::Utf16ToUtf8(DecodeScript(bytes)) : bytes;
 }
 
-std::string Lines(std::size_t count) { return fmt::format("{} line{}", count, count == 1 ? "" : "s"); }
-
 std::size_t CountLines(const std::string& text) {
   const auto ends = std::count(text.begin(), text.end(), '\n');
   return static_cast<std::size_t>(ends) + (text.empty() || text.ends_with('\n') ? 0 : 1);
@@ -66,7 +65,7 @@ ExitStatus List(Session& session, Scripts& scripts) {
   for (const Event& event : kEvents) {
     const std::size_t lines = CountLines(scripts.Text(event.value));
     text += fmt::format("{}  {:<20}  {:<22}  {}\n", static_cast<int>(event.value), event.name,
-                        EventName(event.value), lines == 0 ? "-" : Lines(lines));
+                        EventName(event.value), lines == 0 ? "-" : Counted(lines, "line"));
   }
   session.Out().Out(text);
   return ExitStatus::Done;
@@ -75,7 +74,7 @@ ExitStatus List(Session& session, Scripts& scripts) {
 void Store(Session& session, Scripts& scripts, const Event& event, const std::string& text) {
   scripts.SetText(event.value, text);
   scripts.Save();
-  session.Out().Out(fmt::format("{}: {}\n", event.name, Lines(CountLines(text))));
+  session.Out().Out(fmt::format("{}: {}\n", event.name, Counted(CountLines(text), "line")));
 }
 
 // Tells on standard error what does not compile.

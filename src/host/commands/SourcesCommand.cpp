@@ -4,6 +4,7 @@
 
 #include "foundation/Settings.hpp"
 #include "host/LatestSources.hpp"
+#include "host/Numbers.hpp"
 #include "host/SourceProjects.hpp"
 #include "host/commands/Commands.hpp"
 
@@ -34,7 +35,7 @@ SourceList GetLabel(const SourceList& chosen, const std::string& label, RunDispl
 std::string CountsText(const RunDisplay& display) {
   const std::size_t got = display.Files(SourceFileState::Got);
   const std::size_t skipped = display.Files(SourceFileState::Skipped);
-  return fmt::format("got {} file{}, {} unchanged{}", got, got == 1 ? "" : "s",
+  return fmt::format("got {}, {} unchanged{}", Counted(got, "file"),
                      display.Files(SourceFileState::Unchanged),
                      skipped == 0 ? "" : fmt::format(", {} left as they are", skipped));
 }

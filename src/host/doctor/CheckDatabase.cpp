@@ -2,6 +2,7 @@
 
 #include "adapters/sqlite/FileFormat.hpp"
 #include "adapters/sqlite/Integrity.hpp"
+#include "host/Numbers.hpp"
 #include "host/Places.hpp"
 #include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
@@ -31,9 +32,8 @@ void CheckDatabase(Session& session, Findings& findings) {
                   "chmod u+rw " + ShellQuote(path));
   }
   if (findings.Count(Severity::Error) == 0) {
-    const std::size_t builds = session.ListBuilds().size();
-    findings.Ok(fmt::format("The database is sound; it has {} build{}.", builds, builds == 1 ? "" : "s"),
-                path);
+    const std::string builds = Counted(session.ListBuilds().size(), "build");
+    findings.Ok(fmt::format("The database is sound; it has {}.", builds), path);
   }
 }
 

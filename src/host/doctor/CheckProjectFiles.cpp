@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include "foundation/Apartment.hpp"
+#include "host/Numbers.hpp"
 #include "host/Places.hpp"
 #include "host/ProjectSources.hpp"
 #include "host/ShellQuote.hpp"
@@ -23,7 +24,7 @@ void CheckSources(Session& session, Project& project, Findings& findings) {
   }
   if (count == 0) return;
   if (count > kFilesShown) missing += fmt::format(" and {} more", count - kFilesShown);
-  const std::string what = fmt::format("{} file{} of {} missing.", count, count == 1 ? "" : "s",
+  const std::string what = fmt::format("{} of {} missing.", Counted(count, "file"),
                                        project.Name() + (count == 1 ? " is" : " are"));
   const std::string mend = fmt::format("Put them there, or take their rows out of {}",
                                        ShellQuote(session.PosixPath(project.ProjectPath())));

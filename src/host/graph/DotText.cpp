@@ -7,6 +7,7 @@
 
 #include "automation/Text.hpp"
 #include "host/CleanText.hpp"
+#include "host/Numbers.hpp"
 
 namespace hearthmake::host {
 
@@ -61,13 +62,9 @@ std::vector<std::string> IdsOf(const std::vector<PicturedProject>& projects) {
   return ids;
 }
 
-std::string Plural(std::size_t count, const char* noun) {
-  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
-}
-
 std::string Title(const DotPicture& picture, bool hasCycle) {
-  std::string title = fmt::format("{}: {}, {}", picture.title, Plural(picture.projects.size(), "project"),
-                                  Plural(picture.references.EdgeCount() + picture.implied, "reference"));
+  std::string title = fmt::format("{}: {}, {}", picture.title, Counted(picture.projects.size(), "project"),
+                                  Counted(picture.references.EdgeCount() + picture.implied, "reference"));
   if (picture.implied > 0) title += fmt::format(" ({} implied by others left out)", picture.implied);
   if (hasCycle) title += ", with a cycle (red)";
   return title;

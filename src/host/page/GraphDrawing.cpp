@@ -5,6 +5,7 @@
 #include <set>
 
 #include "automation/Text.hpp"
+#include "host/Numbers.hpp"
 #include "host/graph/LayeredLayout.hpp"
 #include "host/page/Html.hpp"
 #include "host/page/PageWords.hpp"
@@ -84,7 +85,7 @@ std::string Note(const RunPage& page, const Digraph& drawn, const Drawing& drawi
   const std::size_t all = page.references.EdgeCount();
   const std::size_t implied = all - drawn.EdgeCount();
   return fmt::format("{}{}. A line leads from a project to one that it needs, on its left.{}",
-                     CountWord(all, "reference"),
+                     Counted(all, "reference"),
                      implied == 0 ? "" : fmt::format(", {} of them implied by others and not drawn", implied),
                      hasCycle ? " <strong class=\"cycle\">The red lines form a cycle.</strong>" : "");
 }

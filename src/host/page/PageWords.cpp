@@ -112,8 +112,4 @@ std::string TimeStamp(std::int64_t secondsSince1970) {
                      at.second);
 }
 
-std::string CountWord(std::size_t count, const char* noun) {
-  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
-}
-
 }  // namespace hearthmake::host

@@ -29,7 +29,5 @@ std::string SecondsChangeWord(double seconds);
 // "2026-11-21 12:30 UTC", for machines "2026-11-21T12:30:05Z".
 std::string TimeWord(std::int64_t secondsSince1970);
 std::string TimeStamp(std::int64_t secondsSince1970);
-// "1 project", "2 projects".
-std::string CountWord(std::size_t count, const char* noun);
 
 }  // namespace hearthmake::host

@@ -113,7 +113,7 @@ TEST_F(EditingCommands, AddTakesProjectsAndGroupsAndDetectsReferencesToLaterOnes
   const CommandResult result = command.Run({"add", "Shop", command.Source("All.vbg")});
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_THAT(result.out, HasSubstr("Added App"));
-  EXPECT_THAT(result.out, HasSubstr("Shop: 2 projects, 1 references between them."));
+  EXPECT_THAT(result.out, HasSubstr("Shop: 2 projects, 1 reference between them."));
 }
 
 TEST_F(EditingCommands, AddTakesRelativeAndDosPaths) {
