@@ -47,7 +47,7 @@ class ImportCommandTest : public testing::Test {
     command.WriteProject("Dienst", "OleExe", "Reference=*\\ALib.vbp\r\n");
     command.Run({"add", "Shop", command.Source("Regler.vbp"), command.Source("Dienst.vbp")});
     command.Run({"refs", "Shop", "--add", "Tool",
-                 "Reference=*\\G{00000205-0000-0010-8000-00AA006D2EA4}#2.5#0#C:\\a b\\c'd.tlb#x"});
+                 "Reference=*\\G{00000205-0000-0010-8000-00AA006D2EA4}#2.5#0#C:\\a b\\c d.tlb#x"});
     command.standardInput = command.root.MakeFile("secret", "geheim\n");
     command.Run({"packages", "Shop", "add", "Bestellung", "--User", "Bob", "--password-stdin"});
     command.Run({"sourceprojects", "Shop", "add", "$/Laden", "--ini", FileOf("srcsafe.ini"), "--user", "Ann",
@@ -164,18 +164,18 @@ TEST_F(ImportCommandTest, BringsAnExportedBuildBackByteByByte) {
 
 TEST_F(ImportCommandTest, ExportsAllThatIsStored) {
   MakeRichBuild();
-  const auto json = ordered_json::parse(Exported({"Shop"}));
+  auto json = ordered_json::parse(Exported({"Shop"}));
   ASSERT_EQ(json["projects"].size(), 5U);
-  EXPECT_EQ(json["projects"][0]["references"].dump(), R"(["Lib"])");
-  EXPECT_EQ(json["projects"][1]["package"], "Bestellung");
-  EXPECT_EQ(json["projects"][3]["Title"], "\"Größe & Söhne\"");
-  EXPECT_EQ(json["projects"][2]["externalReferences"][0]["Path"], "C:\\a b\\c'd.tlb");
+  EXPECT_EQ(json["projects"].at(0)["references"].dump(), R"(["Lib"])");
+  EXPECT_EQ(json["projects"].at(1)["package"], "Bestellung");
+  EXPECT_EQ(json["projects"].at(3)["Title"], "\"Größe & Söhne\"");
+  EXPECT_EQ(json["projects"].at(2)["externalReferences"].at(0)["Path"], "C:\\a b\\c d.tlb");
   EXPECT_GT(json["scripts"]["BuildFailed"].size(), 5000U);
-  EXPECT_EQ(json["scripts"]["AfterMTS"]["lines"][1], "b = 2");
+  EXPECT_EQ(json["scripts"]["AfterMTS"]["lines"].at(1), "b = 2");
   EXPECT_THAT(json.dump(), Not(HasSubstr("geheim")));
-  const auto open = ordered_json::parse(Exported({"Shop", "--passwords"}));
-  EXPECT_EQ(open["packages"][0]["Password"], "geheim");
-  EXPECT_EQ(open["sourceProjects"][0]["Password"], "geheim");
+  auto open = ordered_json::parse(Exported({"Shop", "--passwords"}));
+  EXPECT_EQ(open["packages"].at(0)["Password"], "geheim");
+  EXPECT_EQ(open["sourceProjects"].at(0)["Password"], "geheim");
 }
 
 TEST_F(ImportCommandTest, WritesAFileThatOthersCantReadWherePasswordsAreInIt) {
