@@ -127,7 +127,8 @@ TEST_F(JsonEventTest, ARunThatIsCancelledBetweenTwoProjects) {
 }
 
 TEST_F(JsonEventTest, ADeployment) {
-  std::filesystem::copy_file(SOURCE_DIRECTORY "/tests/adapters/typelib/data/Shapes.tlb", command.Source("Lib.dll"));
+  std::filesystem::copy_file(SOURCE_DIRECTORY "/tests/adapters/typelib/data/Shapes.tlb",
+                             command.Source("Lib.dll"));
   command.Run({"packages", "Shop", "add", "Orders"});
   command.Run({"packages", "Shop", "assign", "Orders", "Lib"});
   for (const bool isMts : {false, true}) {
