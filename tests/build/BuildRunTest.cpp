@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 
 #include "build/Build.hpp"
 #include "build/Builds.hpp"
@@ -64,6 +65,39 @@ TEST(BuildRun, RunsByNameToo) {
   EXPECT_EQ(result.Type(), automation::VariantType::Boolean);
   EXPECT_TRUE(automation::ToBoolean(result));
   EXPECT_EQ(scene.events.heard.back(), "BuildComplete");
+}
+
+TEST(BuildRun, SeesAProjectFileThatChangesWhileTheOneBeforeItCompiles) {
+  RunScene scene;
+  scene.Of("B")->BeginEdit();
+  scene.Of("B")->SetMajorVer(7);
+  scene.Of("B")->ApplyEdit();
+  scene.SetCompiler(
+      "case $PROJECT in */A.vbp) sleep 0.1; printf 'Type=Exe\\r\\nMajorVer=3\\r\\nNew=1\\r\\n' > "
+      "\"$C/src/B.vbp\";; "
+      "*/B.vbp) cp \"$PROJECT\" \"$C/seen.txt\";; esac\necho succeeded > \"$LOG\"");
+  EXPECT_TRUE(scene.Run());
+  const std::string seen = scene.Read("C:\\seen.txt");
+  EXPECT_NE(seen.find("MajorVer=7\r\n"), std::string::npos) << seen;
+  EXPECT_NE(seen.find("New=1\r\n"), std::string::npos) << seen;
+}
+
+TEST(BuildRun, LeavesTheNextProjectAloneWhileOneCompiles) {
+  RunScene scene;
+  std::filesystem::remove(scene.Posix("C:\\src\\B.vbp"));
+  const std::string before = scene.Read("C:\\src\\C.vbp");
+  scene.Of("C")->BeginEdit();
+  scene.Of("C")->SetMajorVer(7);
+  scene.Of("C")->ApplyEdit();
+  scene.events.On("WillCompile B", [](bool& cancel) { cancel = true; });
+  EXPECT_TRUE(scene.Run());
+  EXPECT_FALSE(scene.files->FileExists("C:\\src\\B.vbp"));
+  scene.Of("B")->BeginEdit();
+  scene.Of("B")->SetCompileMe(false);
+  scene.Of("B")->ApplyEdit();
+  scene.events.On("WillCompile C", [](bool& cancel) { cancel = true; });
+  EXPECT_TRUE(scene.Run());
+  EXPECT_EQ(scene.Read("C:\\src\\C.vbp"), before);
 }
 
 TEST(BuildRun, FollowsTheCompileOrder) {
