@@ -530,22 +530,24 @@ class Words {
   }
 
   void AddMovingWords() {
-    CLI::App* word =
-        Add("import",
-            "Take over the builds of a Jet database (Jet 3 or 4), which gives a new database; or a build that\n"
-            "was exported, which is added to those that are there. When it fails nothing has changed.",
-            "hearthmake import /mnt/old/Build.mdb --into ~/builds", m_import, &ImportCommand);
+    CLI::App* word = Add(
+        "import",
+        "Take over the builds of a Jet database (Jet 3 or 4), which gives a new database; or a build that\n"
+        "was exported, which is added to those that are there. When it fails nothing has changed.",
+        "hearthmake import /mnt/old/Build.mdb --into ~/builds", m_import, &ImportCommand);
     word->add_option("FILE", m_import.file, "the database (.mdb) or the exported build (.json)")->required();
-    word->add_option("--into", m_import.into, "the data folder, made where it is missing; else that of --data")
+    word->add_option("--into", m_import.into,
+                     "the data folder, made where it is missing; else that of --data")
         ->type_name("DIR");
     word->add_flag("--replace", m_import.replace,
                    "put it in the place of the database, or of the build of that name, that is there");
     word->add_option("--name", m_import.name, "give the exported build this name")->type_name("NAME");
 
-    word = Add("export",
-               "Write a build with all that is stored of it as JSON, to FILE or to standard output, for import\n"
-               "elsewhere. The project files themselves are not in it.",
-               "hearthmake export Shop shop.json", m_export, &ExportCommand);
+    word =
+        Add("export",
+            "Write a build with all that is stored of it as JSON, to FILE or to standard output, for import\n"
+            "elsewhere. The project files themselves are not in it.",
+            "hearthmake export Shop shop.json", m_export, &ExportCommand);
     AddBuild(word, m_export.build);
     word->add_option("FILE", m_export.file, "the file; one that is there is replaced");
     word->add_flag("--passwords", m_export.passwords,
