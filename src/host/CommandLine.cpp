@@ -557,11 +557,13 @@ class Words {
   void AddDoctorWord() {
     CLI::App* word =
         Add("doctor",
-            "Look for what would keep a build from succeeding: compiler, Wine, data folder and database, and with\n"
+            "Look for what would keep a build from succeeding: compiler, Wine, data folder and database, and "
+            "with\n"
             "BUILD its files, references, folders and addresses. Says how to mend what it finds and changes\n"
             "nothing. Exit status 1 when something is an error.",
             "hearthmake doctor Shop", m_doctor, &DoctorCommand);
-    word->add_option("BUILD", m_doctor.build, "id or name of a build; without it only the machine is looked at");
+    word->add_option("BUILD", m_doctor.build,
+                     "id or name of a build; without it only the machine is looked at");
     AddJson(word, m_doctor.json);
   }
 
