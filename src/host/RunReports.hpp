@@ -62,7 +62,7 @@ class RunReports {
   std::unique_ptr<RunRecord> m_record;
   std::unique_ptr<SourceRoot> m_root;
   std::unique_ptr<Annotations> m_annotations;  // null when nobody wants any
-  std::unique_ptr<PageReport> m_page;  // null when nobody wants one
+  std::unique_ptr<PageReport> m_page;          // null when nobody wants one
 };
 
 // Does the run with its reports, which are written whatever becomes of it: errors that end it are in them
