@@ -216,12 +216,12 @@ class Words {
   }
 
   void AddGraphWord() {
-    CLI::App* word =
-        Add("graph",
-            "Draw the references of a build: as text of Graphviz on standard output, or as a picture. Shapes\n"
-            "tell the types of projects, colours what failed or changed, red a cycle. With PROJECTs, only\n"
-            "these and all that they need.",
-            "hearthmake graph Shop -o shop.svg", m_graph, &GraphCommand);
+    CLI::App* word = Add(
+        "graph",
+        "Draw the references of a build: as text of Graphviz on standard output, or as a picture. Shapes\n"
+        "tell the types of projects, colours what failed or changed, red a cycle. With PROJECTs, only\n"
+        "these and all that they need.",
+        "hearthmake graph Shop -o shop.svg", m_graph, &GraphCommand);
     AddBuild(word, m_graph.build);
     word->add_option("PROJECT", m_graph.projects, "names or ids of projects; without any, all");
     word->add_option("-o,--output", m_graph.file,
