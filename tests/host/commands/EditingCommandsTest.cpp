@@ -184,7 +184,7 @@ TEST_F(EditingCommands, ScanAddsTheProjectsBelowAFolder) {
   command.Run({"new", "Shop"});
   const CommandResult result = command.Run({"scan", "Shop", command.root.Path("src")});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_THAT(result.out, HasSubstr("Shop: 1 added; 1 projects"));
+  EXPECT_THAT(result.out, HasSubstr("Shop: 1 added; 1 project"));
   EXPECT_THAT(command.Run({"scan", "Shop", command.root.Path("src"), "--tests"}).out, HasSubstr("2 added"));
   const CommandResult missing = command.Run({"scan", "Shop", command.root.Path("nowhere")});
   EXPECT_EQ(missing.status, 2);

@@ -156,7 +156,7 @@ TEST_F(ImportCommandTest, BringsAnExportedBuildBackByteByByte) {
         command.Run({"import", command.root.MakeFile("shop.json", text), "--into", FileOf("other")});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out,
-                HasSubstr("Imported build Shop, id 1: 5 projects, 1 packages, 1 source projects"));
+                HasSubstr("Imported build Shop, id 1: 5 projects, 1 package, 1 source project"));
     EXPECT_EQ(Exported(words, "other"), text);
     fs::remove_all(FileOf("other"));
   }
