@@ -59,7 +59,7 @@ target_compile_definitions(host_tests PRIVATE COMMAND_FILE="Z:$<TARGET_FILE:hear
                                               STANDIN_FILE="Z:$<TARGET_FILE:vb6>")
 
 # What the command leaves inside Wine, compared with what the command of this machine leaves over the same prefix.
-set(HEARTHMAKE_NATIVE_PROGRAM ${PROJECT_SOURCE_DIR}/build/dev/src/hearthmake
+set(HEARTHMAKE_NATIVE_PROGRAM ${PROJECT_SOURCE_DIR}/build/release/src/hearthmake
     CACHE FILEPATH "A hearthmake for the machine that builds, for the test that compares the two")
 if(why_not)
   add_test(NAME native_and_wine COMMAND ${CMAKE_COMMAND} -E echo "skipped: ${why_not}")
