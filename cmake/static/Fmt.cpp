@@ -1,5 +1,5 @@
-// The parts of fmt that are not inline, for the command that carries its libraries along: Debian has them in a
-// shared library only, which would bring the shared C++ library with it, and having them in every file that
+// The parts of fmt that are not inline, for the command that carries its libraries along: Debian has them in
+// a shared library only, which would bring the shared C++ library with it, and having them in every file that
 // formats a text makes compiling it take three times as long.
 #include <fmt/format-inl.h>
 

@@ -30,7 +30,8 @@ class CommandDeclaration {
   std::unique_ptr<Parts> m_parts;
 };
 
-// What is wrong with a command line (without the program's name) before anything is done; empty when nothing is.
+// What is wrong with a command line (without the program's name) before anything is done; empty when nothing
+// is.
 std::string UsageProblem(const std::vector<std::string>& arguments);
 
 }  // namespace hearthmake::host

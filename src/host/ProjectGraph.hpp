@@ -19,8 +19,8 @@ class ProjectGraph {
   ProjectList FindCycle() const;
   // Every project before those that it references, as far as there is no cycle.
   ProjectList UsersFirst() const;
-  // By place in the list, for each project the places of those that it references; one that several references
-  // name comes as often.
+  // By place in the list, for each project the places of those that it references; one that several
+  // references name comes as often.
   const std::vector<std::vector<std::size_t>>& Targets() const { return m_targets; }
   // Those that reference the project.
   ProjectList UsersOf(const Project& project) const;

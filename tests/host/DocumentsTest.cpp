@@ -99,9 +99,9 @@ class Documents : public testing::TestWithParam<const char*> {
       script += "echo $status >>" + Quoted(root.Path("statuses")) + "\n";
     }
     root.MakeFile("run", script);
-    const std::string clean = "env -i PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 HOME=" +
-                              Quoted(root.Path("home")) + " TMPDIR=" + Quoted(root.Path("tmp")) + " bash " +
-                              Quoted(root.Path("run"));
+    const std::string clean =
+        "env -i PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 HOME=" + Quoted(root.Path("home")) +
+        " TMPDIR=" + Quoted(root.Path("tmp")) + " bash " + Quoted(root.Path("run"));
     [[maybe_unused]] const int status = std::system(clean.c_str());
     std::vector<std::string> statuses = support::LinesOf(root.Content("statuses"));
     if (statuses.size() < blocks.size()) statuses.emplace_back("failed");
@@ -115,8 +115,7 @@ class Documents : public testing::TestWithParam<const char*> {
 
 TEST_P(Documents, ShowCommandsThatDoWhatTheySay) {
   const std::string file = std::string("docs/") + GetParam();
-  const std::vector<Commands> blocks =
-      CommandsOf(ContentOf(file));
+  const std::vector<Commands> blocks = CommandsOf(ContentOf(file));
   ASSERT_FALSE(blocks.empty());
   const std::vector<std::string> statuses = Run(blocks);
   for (std::size_t i = 0; i < blocks.size() && i < statuses.size(); ++i) {
@@ -128,7 +127,8 @@ TEST_P(Documents, ShowCommandsThatDoWhatTheySay) {
       bool isFound = false;
       for (std::string line; !isFound && std::getline(lines, line);) isFound = Shows(line, wanted);
       ASSERT_TRUE(isFound) << place << "does not print behind the lines before it: " << wanted
-                           << "\nbut in all:\n" << Printed(i);
+                           << "\nbut in all:\n"
+                           << Printed(i);
       std::ostringstream left;
       left << lines.rdbuf();
       rest = left.str();

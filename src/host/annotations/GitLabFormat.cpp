@@ -10,7 +10,8 @@ namespace hearthmake::host {
 
 namespace {
 
-// \e[0Ksection_start:1560896352:name[collapsed=true]\r\e[0KHeader. The name may hold letters, digits, _ . and -
+// \e[0Ksection_start:1560896352:name[collapsed=true]\r\e[0KHeader. The name may hold letters, digits, _ . and
+// -
 std::string Mark(const char* mark, const AnnotationGroup& group, const char* options) {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
   return fmt::format("\x1b[0Ksection_{}:{}:hearthmake_project_{}{}\r\x1b[0K", mark,

@@ -155,8 +155,7 @@ TEST_F(ImportCommandTest, BringsAnExportedBuildBackByteByByte) {
     const CommandResult result =
         command.Run({"import", command.root.MakeFile("shop.json", text), "--into", FileOf("other")});
     EXPECT_EQ(result.status, 0) << result.err;
-    EXPECT_THAT(result.out,
-                HasSubstr("Imported build Shop, id 1: 5 projects, 1 package, 1 source project"));
+    EXPECT_THAT(result.out, HasSubstr("Imported build Shop, id 1: 5 projects, 1 package, 1 source project"));
     EXPECT_EQ(Exported(words, "other"), text);
     fs::remove_all(FileOf("other"));
   }
