@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -50,6 +52,22 @@ struct SafeBase {
   std::shared_ptr<platform::VSSDatabase> session;
 };
 
+// The projects above files, each with what is right in it, in the order of the files.
+inline std::map<std::string, std::vector<std::string>> ProjectsAbove(const std::vector<std::string>& files) {
+  std::map<std::string, std::vector<std::string>> projects;
+  const std::string root = "$/";
+  for (std::string item : files) {
+    while (item != root) {
+      const std::size_t slash = item.rfind('/');
+      const std::string project = slash < root.size() ? root : item.substr(0, slash);
+      std::vector<std::string>& items = projects[project];
+      if (std::find(items.begin(), items.end(), item) == items.end()) items.push_back(item);
+      item = project;
+    }
+  }
+  return projects;
+}
+
 automation::Ref<DispatchDouble> MakeItemDouble(std::shared_ptr<CallLog> log, std::shared_ptr<SafeBase> base,
                                                std::shared_ptr<platform::VSSItem> item);
 
@@ -87,6 +105,8 @@ class VersionsDouble final : public DispatchDouble {
 
 class ItemDouble final : public DispatchDouble {
  public:
+  static constexpr std::int32_t kInvalidLabel = 4712;
+
   ItemDouble(std::shared_ptr<CallLog> log, std::shared_ptr<SafeBase> base,
              std::shared_ptr<platform::VSSItem> item)
       : DispatchDouble("VSSItem", std::move(log)), m_base(std::move(base)), m_item(std::move(item)) {
@@ -102,6 +122,7 @@ class ItemDouble final : public DispatchDouble {
     Get("Versions", 0, 1,
         [this](CallArguments) { return MakeDouble<VersionsDouble>(Log(), m_base, m_item->Versions()); });
     Method("Label", 1, 2, [this](CallArguments a) {
+      CheckLabel(ToText(a[0]));
       m_item->Label(ToText(a[0]), ToText(a[1]));
       return Answer();
     });
@@ -120,6 +141,13 @@ class ItemDouble final : public DispatchDouble {
 
  private:
   bool IsProject() const { return m_base->projects.contains(m_item->Spec()); }
+
+  // SourceSafe documents 31 characters, without blanks at the ends.
+  static void CheckLabel(const std::string& label) {
+    constexpr std::size_t kLongest = 31;
+    if (label.size() > kLongest || label.starts_with(' ') || label.ends_with(' '))
+      automation::Raise(kInvalidLabel, "SourceSafe", "Invalid label");
+  }
 
   // SourceSafe has none for a project.
   Answer Checkouts() {

@@ -176,10 +176,10 @@ TEST(SSProject, GetLatestTakesTheFilesIntoTheWorkingFolder) {
   scene.Base().Change("$/Suite/b.bas", "b");
   scene.Base().Change("$/Other/c.bas", "c");
   const auto project = scene.AddSource("$/Suite", "C:\\Src");
-  project->SetFlags(3);
+  project->SetFlags(0x2003);  // with all below
   EXPECT_TRUE(project->GetLatest());
   EXPECT_EQ(scene.sources->calls,
-            (Texts{"Open C:\\vss\\srcsafe.ini as Bob", "VSSItem $/Suite", "Get $/Suite to C:\\Src, 131"}));
+            (Texts{"Open C:\\vss\\srcsafe.ini as Bob", "VSSItem $/Suite", "Get $/Suite to C:\\Src, 8323"}));
   EXPECT_EQ(scene.Read("C:\\Src\\Lib\\a.cls"), "new");
   EXPECT_EQ(scene.Read("C:\\Src\\b.bas"), "b");
   EXPECT_FALSE(scene.files->FileExists("C:\\Src\\c.bas"));

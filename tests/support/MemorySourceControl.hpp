@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -28,7 +27,8 @@ class MemorySourceControl final : public platform::SourceControl {
     std::string user;
     double date = 0;
     std::string comment;
-    std::string content;  // of the file from then on
+    std::string content;   // of the file from then on
+    bool isMoved = false;  // a label that was put on a newer version since
   };
   struct Base {
     std::map<std::string, std::string> passwords;                         // of its users
@@ -57,6 +57,8 @@ class MemorySourceControl final : public platform::SourceControl {
   std::vector<std::string> calls;               // "Get $/Suite to C:\Src, 128"
   std::map<std::string, std::string> failures;  // by name of a call: the error that it raises from now on
   int openSessions = 0;
+  // Whether the history of a project is that of all below it, else of the files right in it.
+  bool hasDeepHistory = true;
 
   std::unique_ptr<platform::VSSDatabase> Open(std::string_view strSrcSafeIni, std::string_view strUser,
                                               std::string_view strPassword) override {
@@ -85,6 +87,7 @@ class MemorySourceControl final : public platform::SourceControl {
 
   static std::string Normal(std::string_view spec) {
     std::string text = automation::ReplaceAll(spec, "\\", "/");
+    while (text.find("//") != std::string::npos) text = automation::ReplaceAll(text, "//", "/");
     while (text.size() > 2 && text.back() == '/') text.pop_back();
     return text;
   }
@@ -108,29 +111,25 @@ class MemorySourceControl final : public platform::SourceControl {
       const std::string local(strLocal);
       m_owner.Note("Get", m_spec + " to " + local + ", " + automation::Decimal(lngFlags));
       if (local.empty()) return;
-      std::map<std::string, std::string> files;
-      for (std::size_t i = 0; i < m_end; ++i) {
-        const Entry& entry = m_base.history[i];
-        if (!entry.label.empty()) continue;
-        if (const auto rest = Below(m_spec, entry.spec)) files[local + "\\" + *rest] = entry.content;
-        if (IsSame(entry)) files[local] = entry.content;
-      }
-      for (const auto& [path, content] : files)
-        m_owner.Write(automation::ReplaceAll(path, "/", "\\"), content);
+      for (const auto& [path, content] : FilesFor(local, lngFlags)) m_owner.Put(path, content, lngFlags);
     }
 
     std::unique_ptr<platform::VSSVersions> Versions() override;
 
     void Label(std::string_view strLabel, std::string_view strComment) override {
       m_owner.Note("Label", m_spec + " " + std::string(strLabel) + ", '" + std::string(strComment) + "'");
+      if (strLabel.empty()) Fail("Label", "There is no text for the label");
+      for (Entry& entry : m_base.history) {
+        if (entry.label == strLabel && IsSame(entry)) entry.isMoved = true;
+      }
       m_base.history.push_back({m_spec, std::string(strLabel), m_user, kNow, std::string(strComment), ""});
     }
     platform::CheckoutState IsCheckedOut() override {
       m_owner.Note("IsCheckedOut", m_spec);
       const auto& holders = Holders();
       if (holders.empty()) return platform::CheckoutState::NotCheckedOut;
-      return holders.front().Username == m_user ? platform::CheckoutState::ByCurrentUser
-                                                : platform::CheckoutState::ByOther;
+      return IsHolder(holders.front()) ? platform::CheckoutState::ByCurrentUser
+                                       : platform::CheckoutState::ByOther;
     }
     std::vector<platform::VSSCheckout> Checkouts() override {
       std::vector<platform::VSSCheckout> found;
@@ -141,19 +140,29 @@ class MemorySourceControl final : public platform::SourceControl {
       return found;
     }
     void Checkout(std::string_view strComment, std::string_view strLocal, std::int32_t lngFlags) override {
+      using namespace platform::SourceFlags;
       m_owner.Note("Checkout", Described(strComment, strLocal, lngFlags));
+      if (!m_base.Content(m_spec)) Fail("Checkout", m_spec + " is no file");
+      if (!Holders().empty()) Fail("Checkout", m_spec + " is checked out to " + Holders().front().Username);
       platform::VSSCheckout checkout;
       checkout.Spec = m_spec;
       checkout.Username = m_user;
       checkout.Date = kNow;
       checkout.Comment = strComment;
       Holders().push_back(checkout);
+      if (strLocal.empty() || (lngFlags & kGetMask) == kGetNo) return;
+      const std::int32_t writable = (lngFlags & ~kReadOnlyMask) | kReadOnlyNo;
+      for (const auto& [path, content] : FilesFor(std::string(strLocal), writable))
+        m_owner.Put(path, content, writable);
     }
     void Checkin(std::string_view strComment, std::string_view strLocal, std::int32_t lngFlags) override {
       m_owner.Note("Checkin", Described(strComment, strLocal, lngFlags));
-      m_base.Change(m_spec, m_owner.m_files->Read(std::string(strLocal)), m_user, std::string(strComment),
-                    kNow);
-      if ((lngFlags & platform::SourceFlags::kKeepMask) == platform::SourceFlags::kKeepNo) Holders().clear();
+      if (Holders().empty() || !IsHolder(Holders().front()))
+        Fail("Checkin", m_spec + " is not checked out to " + m_user);
+      const std::string content = m_owner.m_files->Read(std::string(strLocal));
+      if (content != m_base.Content(m_spec))
+        m_base.Change(m_spec, content, m_user, std::string(strComment), kNow);
+      if ((lngFlags & platform::SourceFlags::kKeepMask) != platform::SourceFlags::kKeepYes) Holders().clear();
     }
 
    private:
@@ -162,8 +171,32 @@ class MemorySourceControl final : public platform::SourceControl {
 
     std::vector<platform::VSSCheckout>& Holders() { return m_base.checkouts[automation::Lower(m_spec)]; }
     bool IsSame(const Entry& entry) const { return automation::EqualsIgnoreCase(entry.spec, m_spec); }
+    bool IsHolder(const platform::VSSCheckout& checkout) const {
+      return automation::EqualsIgnoreCase(checkout.Username, m_user);
+    }
+    // A label holds for all below what it was put on.
     bool Concerns(const Entry& entry) const {
-      return IsSame(entry) || (entry.label.empty() && Below(m_spec, entry.spec));
+      if (IsSame(entry)) return !entry.isMoved;
+      if (!entry.label.empty()) return !entry.isMoved && Below(entry.spec, m_spec);
+      const auto rest = Below(m_spec, entry.spec);
+      return rest && (m_owner.hasDeepHistory || rest->find('/') == std::string::npos);
+    }
+    // What a get writes, by path.
+    std::map<std::string, std::string> FilesFor(const std::string& local, std::int32_t flags) const {
+      using namespace platform::SourceFlags;
+      const bool isDeep = (flags & kRecursiveMask) == kRecursiveYes;
+      const bool isIntoFolder = m_owner.m_files->FolderExists(local);
+      std::map<std::string, std::string> files;
+      for (std::size_t i = 0; i < m_end; ++i) {
+        const Entry& entry = m_base.history[i];
+        if (!entry.label.empty()) continue;
+        const auto rest = Below(m_spec, entry.spec);
+        if (rest && (isDeep || rest->find('/') == std::string::npos))
+          files[local + "\\" + automation::ReplaceAll(*rest, "/", "\\")] = entry.content;
+        if (IsSame(entry))
+          files[isIntoFolder ? local + "\\" + m_spec.substr(m_spec.rfind('/') + 1) : local] = entry.content;
+      }
+      return files;
     }
     std::string Described(std::string_view comment, std::string_view local, std::int32_t flags) const {
       return m_spec + " '" + std::string(comment) + "' '" + std::string(local) + "' " +
@@ -229,22 +262,40 @@ class MemorySourceControl final : public platform::SourceControl {
     std::unique_ptr<platform::VSSItem> VSSItem(std::string_view strSpec, bool /*bDeleted*/) override {
       const std::string spec = Normal(strSpec);
       m_owner.Note("VSSItem", std::string(strSpec));
-      const bool isThere = std::any_of(m_base.history.begin(), m_base.history.end(), [&](const Entry& entry) {
-        return automation::EqualsIgnoreCase(entry.spec, spec) || Below(spec, entry.spec);
-      });
-      if (!isThere) Fail("VSSDatabase.VSSItem", "There is no " + spec);
-      return std::make_unique<Item>(m_owner, m_base, m_user, spec, m_base.history.size());
+      const auto spelling = SpellingOf(spec);
+      if (!spelling) Fail("VSSDatabase.VSSItem", "There is no " + spec);
+      return std::make_unique<Item>(m_owner, m_base, m_user, *spelling, m_base.history.size());
     }
 
    private:
+    // A path as the history writes it; nothing when there is no such item.
+    std::optional<std::string> SpellingOf(const std::string& spec) const {
+      for (const Entry& entry : m_base.history) {
+        if (automation::EqualsIgnoreCase(entry.spec, spec) || Below(spec, entry.spec))
+          return entry.spec.substr(0, spec.size());
+      }
+      return {};
+    }
+
     MemorySourceControl& m_owner;
     Base& m_base;
     std::string m_user;
   };
 
-  void Write(const std::string& path, const std::string& content) {
+  // Writes a file unless there is one that somebody works on.
+  void Put(const std::string& path, const std::string& content, std::int32_t flags) {
+    using namespace platform::SourceFlags;
     m_files->CreateFolders(path.substr(0, path.rfind('\\')));
-    m_files->Replace(path, content);
+    if (!m_files->FileExists(path)) {
+      m_files->Replace(path, content);
+    } else if (m_files->Read(path) != content) {
+      const bool isReadOnly = (m_files->Attributes(path) & platform::kReadOnly) != 0;
+      if (!isReadOnly && (flags & kReplaceMask) != kReplaceYes) return;
+      m_files->SetAttributes(path, platform::kNormal);
+      m_files->Replace(path, content);
+    }
+    const bool isForWriting = (flags & kReadOnlyMask) == kReadOnlyNo;
+    m_files->SetAttributes(path, isForWriting ? platform::kNormal : platform::kReadOnly);
   }
 
   std::shared_ptr<platform::FileSystem> m_files;
