@@ -19,8 +19,9 @@ class MemoryFile final : public platform::RandomAccessFile {
   std::uint64_t Size() const override { return m_bytes.size(); }
   std::size_t Read(std::uint64_t offset, void* buffer, std::size_t count) override {
     if (offset >= m_bytes.size()) return 0;
-    const std::size_t got = std::min<std::size_t>(count, m_bytes.size() - offset);
-    std::memcpy(buffer, m_bytes.data() + offset, got);
+    const auto start = static_cast<std::size_t>(offset);
+    const std::size_t got = std::min(count, m_bytes.size() - start);
+    std::memcpy(buffer, m_bytes.data() + start, got);
     return got;
   }
 
