@@ -9,6 +9,7 @@
 #include "host/CodeQualityReport.hpp"
 #include "host/JUnitReport.hpp"
 #include "host/Places.hpp"
+#include "host/page/PageReport.hpp"
 
 namespace hearthmake::host {
 

@@ -11,9 +11,10 @@
 #include "host/Session.hpp"
 #include "host/SourceRoot.hpp"
 #include "host/annotations/Annotations.hpp"
-#include "host/page/PageReport.hpp"
 
 namespace hearthmake::host {
+
+class PageReport;
 
 // The reports that a run is asked for, as they were typed; empty: none.
 struct ReportOptions {
