@@ -20,8 +20,8 @@ PosixChildProcess::~PosixChildProcess() {
 }
 
 bool PosixChildProcess::Wait(milliseconds timeout) {
-  if (HasEnded()) return true;
-  if (timeout <= milliseconds::zero()) return false;
+  if (m_ended) return true;
+  if (timeout <= milliseconds::zero()) return HasEnded();
   if (m_useDescriptor && !m_descriptor) {
     // Safe against a reused number: the child was not reaped, so it still has it.
     m_descriptor = FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, m_pid, 0)));

@@ -1,9 +1,9 @@
 #include "adapters/posix/PosixProcessLauncher.hpp"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <unistd.h>
 
+#include "adapters/posix/ChildStart.hpp"
 #include "adapters/posix/CommandLine.hpp"
 #include "adapters/posix/DescriptorStreams.hpp"
 #include "adapters/posix/PosixChildProcess.hpp"
@@ -34,37 +34,19 @@ PosixProcessLauncher::PosixProcessLauncher(const DriveMap& drives, ProcessLaunch
       m_finder(drives, m_options.systemFolder),
       m_environment(Variables(drives, m_options)),
       m_children(std::make_shared<ChildTable>(m_options.grace)),
-      m_null(OpenNull()) {
-  ::posix_spawn_file_actions_init(&m_files);
-  const int last = m_options.keepOutput ? STDIN_FILENO : STDERR_FILENO;
-  for (int descriptor = STDIN_FILENO; m_null && descriptor <= last; ++descriptor)
-    ::posix_spawn_file_actions_adddup2(&m_files, m_null.Get(), descriptor);
-
-  ::posix_spawnattr_init(&m_attributes);
-  sigset_t signals;
-  ::sigemptyset(&signals);
-  ::posix_spawnattr_setsigmask(&m_attributes, &signals);
-  ::sigfillset(&signals);
-  ::posix_spawnattr_setsigdefault(&m_attributes, &signals);
-  ::posix_spawnattr_setpgroup(&m_attributes, 0);
-  ::posix_spawnattr_setflags(&m_attributes,
-                             POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-}
-
-PosixProcessLauncher::~PosixProcessLauncher() {
-  ::posix_spawn_file_actions_destroy(&m_files);
-  ::posix_spawnattr_destroy(&m_attributes);
-}
+      m_null(OpenNull()),
+      m_streams{m_null.Get(), m_options.keepOutput ? ChildStart::kAsOurs : m_null.Get(),
+                m_options.keepOutput ? ChildStart::kAsOurs : m_null.Get()} {}
 
 std::unique_ptr<platform::ChildProcess> PosixProcessLauncher::Start(std::string_view commandLine) {
-  return Start(commandLine, m_files);
+  return Start(commandLine, m_streams);
 }
 
 platform::PipedChild PosixProcessLauncher::StartPiped(std::string_view commandLine) {
   StandardPipes pipes;
   if (!pipes) return {};
   platform::PipedChild child;
-  child.process = Start(commandLine, pipes.ChildActions());
+  child.process = Start(commandLine, pipes.ChildStreams());
   if (!child.process) return {};
   child.input = std::make_unique<DescriptorOutput>(pipes.TakeOurEnd(STDIN_FILENO), "standard input");
   child.output = std::make_unique<DescriptorInput>(pipes.TakeOurEnd(STDOUT_FILENO));
@@ -73,7 +55,7 @@ platform::PipedChild PosixProcessLauncher::StartPiped(std::string_view commandLi
 }
 
 std::unique_ptr<platform::ChildProcess> PosixProcessLauncher::Start(std::string_view commandLine,
-                                                                    const posix_spawn_file_actions_t& files) {
+                                                                    const std::array<int, 3>& streams) {
   m_children->ReapAbandoned();
   commandLine = commandLine.substr(0, commandLine.find('\0'));
   const auto match = m_finder.Find(commandLine);
@@ -86,22 +68,21 @@ std::unique_ptr<platform::ChildProcess> PosixProcessLauncher::Start(std::string_
     image = &Wine();
     arguments.insert(arguments.begin(), *image);
   }
-  pid_t child = 0;
-  if (image->empty() || !Spawn(*image, arguments, files, child)) return nullptr;
+  const pid_t child = image->empty() ? 0 : Start(*image, arguments, streams);
+  if (child == 0) return nullptr;
   m_children->Add(child);
   return std::make_unique<PosixChildProcess>(m_children, child);
 }
 
 void PosixProcessLauncher::TerminateRunning() { m_children->TerminateAll(); }
 
-bool PosixProcessLauncher::Spawn(const std::string& path, const std::vector<std::string>& arguments,
-                                 const posix_spawn_file_actions_t& files, pid_t& child) {
+pid_t PosixProcessLauncher::Start(const std::string& path, std::vector<std::string>& arguments,
+                                  const std::array<int, 3>& streams) {
   std::vector<char*> pointers;
   pointers.reserve(arguments.size() + 1);
-  for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
-  return ::posix_spawn(&child, path.c_str(), &files, &m_attributes, pointers.data(), m_environment.Block()) ==
-         0;
+  return StartChild({path.c_str(), pointers.data(), m_environment.Block(), streams});
 }
 
 const std::string& PosixProcessLauncher::Wine() {

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <spawn.h>
-
+#include <array>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -44,7 +43,6 @@ struct ProcessLauncherOptions {
 class PosixProcessLauncher : public platform::ProcessLauncher {
  public:
   explicit PosixProcessLauncher(const DriveMap& drives, ProcessLauncherOptions options = {});
-  ~PosixProcessLauncher() override;
 
   std::unique_ptr<platform::ChildProcess> Start(std::string_view commandLine) override;
   platform::PipedChild StartPiped(std::string_view commandLine) override;
@@ -55,9 +53,10 @@ class PosixProcessLauncher : public platform::ProcessLauncher {
 
  private:
   std::unique_ptr<platform::ChildProcess> Start(std::string_view commandLine,
-                                                const posix_spawn_file_actions_t& files);
-  bool Spawn(const std::string& path, const std::vector<std::string>& arguments,
-             const posix_spawn_file_actions_t& files, pid_t& child);
+                                                const std::array<int, 3>& streams);
+  // 0 when it could not be started.
+  pid_t Start(const std::string& path, std::vector<std::string>& arguments,
+              const std::array<int, 3>& streams);
   const std::string& Wine();
 
   ProcessLauncherOptions m_options;
@@ -66,8 +65,7 @@ class PosixProcessLauncher : public platform::ProcessLauncher {
   std::shared_ptr<ChildTable> m_children;
   std::string m_wine;  // found when first needed
   FileDescriptor m_null;
-  posix_spawn_file_actions_t m_files{};
-  posix_spawnattr_t m_attributes{};
+  std::array<int, 3> m_streams;  // of a child that gets no pipes
 };
 
 }  // namespace hearthmake::posix

@@ -18,11 +18,12 @@ FileDescriptor Raised(FileDescriptor end) {
 }  // namespace
 
 StandardPipes::StandardPipes() {
-  ::posix_spawn_file_actions_init(&m_actions);
   m_isComplete = MakePipe(STDIN_FILENO) && MakePipe(STDOUT_FILENO) && MakePipe(STDERR_FILENO);
 }
 
-StandardPipes::~StandardPipes() { ::posix_spawn_file_actions_destroy(&m_actions); }
+std::array<int, 3> StandardPipes::ChildStreams() const {
+  return {m_childs[0].Get(), m_childs[1].Get(), m_childs[2].Get()};
+}
 
 bool StandardPipes::MakePipe(int standardStream) {
   std::array<int, 2> ends{};
@@ -34,7 +35,7 @@ bool StandardPipes::MakePipe(int standardStream) {
   const auto index = static_cast<std::size_t>(standardStream);
   m_childs[index] = std::move(reader);
   m_ours[index] = std::move(writer);
-  return ::posix_spawn_file_actions_adddup2(&m_actions, m_childs[index].Get(), standardStream) == 0;
+  return true;
 }
 
 FileDescriptor StandardPipes::TakeOurEnd(int standardStream) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <spawn.h>
-
 #include <array>
 
 #include "adapters/posix/FileDescriptor.hpp"
@@ -14,11 +12,11 @@ class StandardPipes {
   StandardPipes();
   StandardPipes(const StandardPipes&) = delete;
   StandardPipes& operator=(const StandardPipes&) = delete;
-  ~StandardPipes();
 
   // False when the system has no more descriptors.
   explicit operator bool() const { return m_isComplete; }
-  const posix_spawn_file_actions_t& ChildActions() const { return m_actions; }
+  // The ends that the child is to have as its standard input, output and error.
+  std::array<int, 3> ChildStreams() const;
   // Of 0 the writing end, of 1 and 2 the reading one.
   FileDescriptor TakeOurEnd(int standardStream);
 
@@ -28,7 +26,6 @@ class StandardPipes {
   bool m_isComplete = false;
   std::array<FileDescriptor, 3> m_ours;
   std::array<FileDescriptor, 3> m_childs;
-  posix_spawn_file_actions_t m_actions{};
 };
 
 }  // namespace hearthmake::posix
