@@ -10,6 +10,9 @@ constexpr std::string_view kBlanks = " \t";
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
+// Characters that stand for themselves inside an argument.
+bool IsPlain(char c, bool isQuoted) { return c != '\\' && c != '"' && (isQuoted || !IsBlank(c)); }
+
 }  // namespace
 
 std::optional<ProgramCandidate> CommandLine::NextCandidate() {
@@ -44,12 +47,14 @@ std::vector<std::string> CommandLine::SplitArguments(std::string_view arguments)
     std::string& argument = result.emplace_back();
     bool quoted = false;
     while (at < arguments.size() && (quoted || !IsBlank(arguments[at]))) {
+      const std::size_t plain = at;
+      while (at < arguments.size() && IsPlain(arguments[at], quoted)) ++at;
+      argument.append(arguments.substr(plain, at - plain));
       const std::size_t first = at;
       while (at < arguments.size() && arguments[at] == '\\') ++at;
       const std::size_t backslashes = at - first;
       if (at == arguments.size() || arguments[at] != '"') {
         argument.append(backslashes, '\\');
-        if (backslashes == 0) argument += arguments[at++];
         continue;
       }
       argument.append(backslashes / 2, '\\');
