@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "adapters/catalog/JsonLine.hpp"
+#include "adapters/catalog/JsonNode.hpp"
 #include "automation/OleDate.hpp"
 #include "automation/Text.hpp"
 #include "automation/Utf.hpp"
@@ -21,6 +22,8 @@ namespace hearthmake::host {
 
 namespace {
 
+using catalog::JsonMisfit;
+using catalog::JsonNode;
 using nlohmann::ordered_json;
 
 constexpr const char* kFormat = "hearthmake build";
@@ -158,82 +161,34 @@ ordered_json ProjectsJson(const BuildDocument& document) {
 
 // ---- Parsing
 
-// What does not stand where a build has it, by the JSON pointer of its place.
-struct Misfit {
-  std::string place;
-  std::string what;
-};
+// Refuses the members that are not among these.
+void RequireOnly(const JsonNode& node, const std::set<std::string>& names) {
+  for (const auto& [name, value] : node.RequireObject().Json().items()) {
+    if (!names.contains(name)) node.Member(name).Refuse("\"" + name + "\" is not known here");
+  }
+}
 
-class Node {
- public:
-  Node(const ordered_json& value, std::string place) : m_value(value), m_place(std::move(place)) {}
+std::int64_t ReadWhole(const JsonNode& node, std::int64_t least, std::int64_t most) {
+  const auto number = node.Whole(least, most);
+  if (!number) node.Refuse(fmt::format("a whole number from {} to {} is expected", least, most));
+  return *number;
+}
 
-  [[noreturn]] void Refuse(const std::string& what) const { throw Misfit{m_place, what}; }
-  const ordered_json& Json() const { return m_value; }
-  bool IsNull() const { return m_value.is_null(); }
-  Node Member(const std::string& name) const {
-    RequireObject();
-    const auto found = m_value.find(name);
-    if (found == m_value.end()) Refuse("\"" + name + "\" is missing");
-    return {*found, m_place + "/" + name};
-  }
-  bool Has(const std::string& name) const {
-    RequireObject();
-    return m_value.contains(name);
-  }
-  std::vector<Node> Items() const {
-    if (!m_value.is_array()) Refuse("a list ([...]) is expected");
-    std::vector<Node> items;
-    for (std::size_t i = 0; i < m_value.size(); ++i)
-      items.emplace_back(m_value[i], m_place + "/" + std::to_string(i));
-    return items;
-  }
-  std::string Text() const {
-    if (!m_value.is_string()) Refuse("a text is expected");
-    return m_value.get<std::string>();
-  }
-  std::int64_t Whole(std::int64_t least, std::int64_t most) const {
-    const bool isUnsigned = m_value.is_number_unsigned();
-    const bool fits = m_value.is_number_integer() &&
-                      !(isUnsigned && m_value.get<std::uint64_t>() > std::uint64_t{INT64_MAX});
-    const auto number = fits ? m_value.get<std::int64_t>() : 0;
-    if (!fits || number < least || number > most) {
-      Refuse(fmt::format("a whole number from {} to {} is expected", least, most));
-    }
-    return number;
-  }
-  // Refuses the members that are not among these.
-  void RequireOnly(const std::set<std::string>& names) const {
-    RequireObject();
-    for (const auto& [name, value] : m_value.items()) {
-      if (!names.contains(name))
-        Node(value, m_place + "/" + name).Refuse("\"" + name + "\" is not known here");
-    }
-  }
-  void RequireObject() const {
-    if (!m_value.is_object()) Refuse("an object ({...}) is expected");
-  }
-
- private:
-  const ordered_json& m_value;
-  std::string m_place;
-};
-
-std::string ReadText(const Node& node) {
+std::string ReadText(const JsonNode& node) {
   const bool hasLines = node.Json().is_object();
   if (!hasLines && !node.Json().is_array()) return node.Text();
   std::string lineEnd = "\r\n";
   if (hasLines) {
-    node.RequireOnly({"lineEnd", "lines"});
+    RequireOnly(node, {"lineEnd", "lines"});
     lineEnd = node.Member("lineEnd").Text();
     if (lineEnd != "\n" && lineEnd != "\r\n") node.Member("lineEnd").Refuse("this is no line end");
   }
   std::vector<std::string> lines;
-  for (const Node& line : (hasLines ? node.Member("lines") : node).Items()) lines.push_back(line.Text());
+  for (const JsonNode& line : (hasLines ? node.Member("lines") : node).Items()) lines.push_back(line.Text());
   return Join(lines, lineEnd);
 }
 
-double ReadDate(const Node& node) {
+double ReadDate(const JsonNode& node) {
   if (node.Json().is_number()) return node.Json().get<double>();
   const std::string text = node.Text();
   automation::DateParts parts;
@@ -249,15 +204,13 @@ double ReadDate(const Node& node) {
   return date;
 }
 
-StoredValue ReadValue(const Node& node, ValueType type) {
+StoredValue ReadValue(const JsonNode& node, ValueType type) {
   if (node.IsNull() && type != ValueType::YesNo) return {};
   switch (type) {
-    case ValueType::YesNo:
-      if (!node.Json().is_boolean()) node.Refuse("true or false is expected");
-      return node.Json().get<bool>();
+    case ValueType::YesNo: return node.YesNo();
     case ValueType::Long:
-      return static_cast<std::int32_t>(
-          node.Whole(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
+      return static_cast<std::int32_t>(ReadWhole(node, std::numeric_limits<std::int32_t>::min(),
+                                                 std::numeric_limits<std::int32_t>::max()));
     case ValueType::Date: return ReadDate(node);
     case ValueType::Text: break;
   }
@@ -265,27 +218,27 @@ StoredValue ReadValue(const Node& node, ValueType type) {
 }
 
 // Columns that are left out get their defaults.
-StoredRow ReadRow(const Node& node, const std::string& table, std::set<std::string> others = {}) {
+StoredRow ReadRow(const JsonNode& node, const std::string& table, std::set<std::string> others = {}) {
   StoredRow row;
   for (const DocumentColumn& column : DocumentColumns(table)) {
     const StoredValue standard = column.type == ValueType::YesNo ? StoredValue(false) : StoredValue();
     row.push_back(node.Has(column.name) ? ReadValue(node.Member(column.name), column.type) : standard);
     others.insert(column.name);
   }
-  node.RequireOnly(others);
+  RequireOnly(node, others);
   return row;
 }
 
-std::vector<StoredRow> ReadRows(const Node& node, const std::string& table) {
+std::vector<StoredRow> ReadRows(const JsonNode& node, const std::string& table) {
   std::vector<StoredRow> rows;
-  for (const Node& item : node.Items()) rows.push_back(ReadRow(item, table));
+  for (const JsonNode& item : node.Items()) rows.push_back(ReadRow(item, table));
   return rows;
 }
 
-std::size_t ReadLink(const Node& node, const std::vector<std::string>& names, const char* what) {
+std::size_t ReadLink(const JsonNode& node, const std::vector<std::string>& names, const char* what) {
   if (!node.Json().is_string()) {
     const auto least = std::string_view(what) == "package" ? 0 : 1;
-    return static_cast<std::size_t>(node.Whole(least, static_cast<std::int64_t>(names.size())));
+    return static_cast<std::size_t>(ReadWhole(node, least, static_cast<std::int64_t>(names.size())));
   }
   const std::string name = automation::Lower(node.Text());
   for (std::size_t i = 0; i < names.size(); ++i) {
@@ -294,19 +247,19 @@ std::size_t ReadLink(const Node& node, const std::vector<std::string>& names, co
   node.Refuse(fmt::format("there is no single {} of the name \"{}\"", what, node.Text()));
 }
 
-std::vector<StoredProject> ReadProjects(const Node& node, const std::vector<StoredRow>& packages) {
+std::vector<StoredProject> ReadProjects(const JsonNode& node, const std::vector<StoredRow>& packages) {
   std::vector<StoredProject> projects;
-  const std::vector<Node> items = node.Items();
-  for (const Node& item : items) {
+  const std::vector<JsonNode> items = node.Items();
+  for (const JsonNode& item : items) {
     projects.push_back(
         {ReadRow(item, "Project", {"package", "references", "externalReferences"}), {}, {}, {}});
   }
   const auto names = UniqueNames("Project", RowsOf(projects));
   const auto packageNames = UniqueNames("MTSPackages", packages);
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const Node package = items[i].Member("package");
+    const JsonNode package = items[i].Member("package");
     if (!package.IsNull()) projects[i].package = ReadLink(package, packageNames, "package");
-    for (const Node& link : items[i].Member("references").Items()) {
+    for (const JsonNode& link : items[i].Member("references").Items()) {
       projects[i].references.push_back(ReadLink(link, names, "project"));
     }
     projects[i].externalReferences = ReadRows(items[i].Member("externalReferences"), "ExternalReferences");
@@ -314,19 +267,19 @@ std::vector<StoredProject> ReadProjects(const Node& node, const std::vector<Stor
   return projects;
 }
 
-BuildDocument ReadDocument(const Node& root) {
+BuildDocument ReadDocument(const JsonNode& root) {
   const bool isOurs =
       root.Json().is_object() && root.Has("format") && root.Member("format").Json() == kFormat;
   if (!isOurs) root.Refuse("this is no exported build");
-  if (const Node version = root.Member("version"); version.Json() != kVersion) {
+  if (const JsonNode version = root.Member("version"); version.Json() != kVersion) {
     version.Refuse("a newer hearthmake has written this build");
   }
-  root.RequireOnly(
-      {"format", "version", "passwords", "build", "scripts", "sourceProjects", "packages", "projects"});
+  RequireOnly(
+      root, {"format", "version", "passwords", "build", "scripts", "sourceProjects", "packages", "projects"});
   BuildDocument document;
-  document.hasPasswords = std::get<bool>(ReadValue(root.Member("passwords"), ValueType::YesNo));
+  document.hasPasswords = root.Member("passwords").YesNo();
   document.build = ReadRow(root.Member("build"), "Build");
-  if (const Node scripts = root.Member("scripts"); !scripts.IsNull())
+  if (const JsonNode scripts = root.Member("scripts"); !scripts.IsNull())
     document.scripts = ReadRow(scripts, "Scripts");
   document.sourceProjects = ReadRows(root.Member("sourceProjects"), "SSProjects");
   document.packages = ReadRows(root.Member("packages"), "MTSPackages");
@@ -352,7 +305,7 @@ ordered_json ParseJson(std::string_view text) {
     return true;
   };
   ordered_json json = ordered_json::parse(text, watch);
-  if (!twice.empty()) throw Misfit{"", "\"" + twice + "\" stands twice in one object"};
+  if (!twice.empty()) throw JsonMisfit{"", "\"" + twice + "\" stands twice in one object"};
   return json;
 }
 
@@ -378,12 +331,12 @@ BuildDocument ParseBuild(std::string_view text) {
   }
   try {
     const ordered_json root = ParseJson(text);
-    return ReadDocument(Node(root, ""));
+    return ReadDocument(JsonNode(root));
   } catch (const ordered_json::parse_error&) {
     Refuse(catalog::LineOfDamage(text), "this is damaged, cut off or no JSON");
   } catch (const ordered_json::out_of_range&) {
     Refuse(catalog::LineOfDamage(text), "the number is too large");
-  } catch (const Misfit& misfit) {
+  } catch (const JsonMisfit& misfit) {
     Refuse(catalog::LineOfPlace(text, misfit.place), misfit.what);
   }
 }

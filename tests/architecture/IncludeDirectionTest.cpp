@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <regex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -121,6 +123,41 @@ TEST(IncludeDirection, IncludesGoDownwardsOnly) {
     ASSERT_NE(from, nullptr) << line.file;
     ASSERT_NE(to, nullptr) << line.file << " includes " << line.target << ", which is no path below src";
     EXPECT_TRUE(MayInclude(*from, *to)) << line.file << " includes " << line.target;
+  }
+}
+
+// The folder below src/host that a path leads into; empty for the host's own files and for others.
+std::string HostFolderOf(const std::string& path) {
+  static const std::regex kFolder(R"(^host/([a-z]+)/)");
+  std::smatch match;
+  return std::regex_search(path, match, kFolder) ? match[1] : std::string();
+}
+
+// Takes away what needs nothing, until nothing or a cycle is left.
+std::map<std::string, std::set<std::string>> CyclesOf(std::map<std::string, std::set<std::string>> needs) {
+  const auto needsNothing = [&](const auto& entry) {
+    return std::none_of(entry.second.begin(), entry.second.end(),
+                        [&](const std::string& folder) { return needs.contains(folder); });
+  };
+  for (auto found = needs.begin();
+       (found = std::find_if(needs.begin(), needs.end(), needsNothing)) != needs.end();)
+    needs.erase(found);
+  return needs;
+}
+
+TEST(IncludeDirection, FoldersOfTheHostHaveNoCycles) {
+  std::map<std::string, std::set<std::string>> needs;
+  for (const IncludeLine& line : IncludeLines(kSources / "host")) {
+    const std::string from = HostFolderOf(fs::relative(line.file, kSources).string());
+    const std::string to = HostFolderOf(line.target);
+    if (!from.empty() && !to.empty() && from != to) needs[from].insert(to);
+  }
+  EXPECT_TRUE(needs.contains("commands"));
+  const auto cycles = CyclesOf(needs);
+  for (const auto& [folder, others] : cycles) {
+    for (const std::string& other : others) {
+      if (cycles.contains(other)) ADD_FAILURE() << "host/" << folder << " needs host/" << other;
+    }
   }
 }
 

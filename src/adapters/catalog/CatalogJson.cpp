@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "adapters/catalog/JsonLine.hpp"
+#include "adapters/catalog/JsonNode.hpp"
 #include "automation/Error.hpp"
 
 namespace hearthmake::catalog {
@@ -66,76 +67,22 @@ ordered_json PackagesJson(const std::vector<Package>& packages) {
   return list;
 }
 
-// What does not stand where a catalog has it, by the JSON pointer of its place.
-struct Misfit {
-  std::string place;
-  std::string what;
-};
+template <class Integer>
+Integer ReadWhole(const JsonNode& node) {
+  using Limits = std::numeric_limits<Integer>;
+  const auto number = node.Whole(Limits::min(), Limits::max());
+  if (!number) node.Refuse("a smaller whole number is expected");
+  return static_cast<Integer>(*number);
+}
 
-// A value of the text, with the way to it.
-class Node {
- public:
-  Node(const ordered_json& value, std::string place) : m_value(value), m_place(std::move(place)) {}
+template <class Item>
+std::vector<Item> ReadList(const JsonNode& node, Item (*read)(const JsonNode&)) {
+  std::vector<Item> list;
+  for (const JsonNode& item : node.Items()) list.push_back(read(item));
+  return list;
+}
 
-  [[noreturn]] void Refuse(const std::string& what) const { throw Misfit{m_place, what}; }
-
-  const ordered_json& Json() const { return m_value; }
-  const Node& RequireObject() const {
-    if (!m_value.is_object()) Refuse("an object ({...}) is expected");
-    return *this;
-  }
-  Node Member(const std::string& name) const {
-    RequireObject();
-    const auto found = m_value.find(name);
-    if (found == m_value.end()) Refuse("\"" + name + "\" is missing");
-    return {*found, m_place + "/" + name};
-  }
-  bool Has(const std::string& name) const { return RequireObject().m_value.contains(name); }
-  std::string Text() const {
-    if (!m_value.is_string()) Refuse("a text is expected");
-    return m_value.get<std::string>();
-  }
-  std::int32_t Long() const { return Whole<std::int32_t>(); }
-  template <class Integer>
-  Integer Whole() const {
-    const bool isWhole = m_value.is_number_integer() && !IsAboveSigned();
-    const auto number = isWhole ? m_value.get<std::int64_t>() : 0;
-    if (!isWhole || number < std::numeric_limits<Integer>::min() ||
-        number > std::numeric_limits<Integer>::max())
-      Refuse("a smaller whole number is expected");
-    return static_cast<Integer>(number);
-  }
-  double Number() const {
-    if (!m_value.is_number()) Refuse("a number is expected");
-    return m_value.get<double>();
-  }
-  template <class Item, class Read>
-  std::vector<Item> List(const Read& read) const {
-    if (!m_value.is_array()) Refuse("a list ([...]) is expected");
-    std::vector<Item> items;
-    items.reserve(m_value.size());
-    for (std::size_t i = 0; i < m_value.size(); ++i)
-      items.push_back(read(Node(m_value[i], m_place + "/" + std::to_string(i))));
-    return items;
-  }
-  template <class Use>
-  void ForEachMember(const Use& use) const {
-    RequireObject();
-    for (const auto& [name, value] : m_value.items()) use(name, Node(value, m_place + "/" + name));
-  }
-
- private:
-  bool IsAboveSigned() const {
-    return m_value.is_number_unsigned() &&
-           m_value.get<std::uint64_t>() >
-               static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-  }
-
-  const ordered_json& m_value;
-  std::string m_place;
-};
-
-Variant ReadNumber(const Node& node) {
+Variant ReadNumber(const JsonNode& node) {
   const ordered_json& json = node.Json();
   const double number = json.get<double>();
   const bool isLong = json.is_number_integer() && number >= std::numeric_limits<std::int32_t>::min() &&
@@ -143,18 +90,18 @@ Variant ReadNumber(const Node& node) {
   return isLong ? Variant::FromLong(json.get<std::int32_t>()) : Variant::FromDouble(number);
 }
 
-Variant ReadTagged(const std::string& type, const Node& value) {
-  if (type == "Integer") return Variant::FromInteger(value.Whole<std::int16_t>());
-  if (type == "Byte") return Variant::FromByte(value.Whole<std::uint8_t>());
+Variant ReadTagged(const std::string& type, const JsonNode& value) {
+  if (type == "Integer") return Variant::FromInteger(ReadWhole<std::int16_t>(value));
+  if (type == "Byte") return Variant::FromByte(ReadWhole<std::uint8_t>(value));
   if (type == "Single") return Variant::FromSingle(static_cast<float>(value.Number()));
   if (type == "Date") return Variant::FromDate(value.Number());
-  if (type == "Currency") return Variant::FromCurrency(value.Whole<std::int64_t>());
-  if (type == "Error") return Variant::FromErrorCode(value.Long());
+  if (type == "Currency") return Variant::FromCurrency(ReadWhole<std::int64_t>(value));
+  if (type == "Error") return Variant::FromErrorCode(ReadWhole<std::int32_t>(value));
   if (type == "Empty") return {};
   value.Refuse("\"" + type + "\" is no type of a value");
 }
 
-Property ReadProperty(const std::string& name, const Node& node) {
+Property ReadProperty(const std::string& name, const JsonNode& node) {
   const ordered_json& json = node.Json();
   if (json.is_null()) return {name, Variant::Null(), false};
   if (json.is_boolean()) return {name, Variant::FromBoolean(json.get<bool>()), false};
@@ -162,20 +109,18 @@ Property ReadProperty(const std::string& name, const Node& node) {
   if (json.is_string()) return {name, Variant::FromText(node.Text()), false};
   if (!json.is_object() || json.size() != 1) node.Refuse("this is no value of a property");
   const std::string type = json.begin().key();
-  const Node value = node.Member(type);
+  const JsonNode value = node.Member(type);
   if (type != "Secret") return {name, ReadTagged(type, value), false};
-  if (!value.Json().is_boolean()) value.Refuse("true or false is expected");
-  return {name, Variant::FromBoolean(value.Json().get<bool>()), true};
+  return {name, Variant::FromBoolean(value.YesNo()), true};
 }
 
-Properties ReadProperties(const Node& node) {
+Properties ReadProperties(const JsonNode& node) {
   Properties properties;
-  node.ForEachMember(
-      [&](const std::string& name, const Node& value) { properties.Put(ReadProperty(name, value)); });
+  for (const auto& [name, value] : node.Members()) properties.Put(ReadProperty(name, value));
   return properties;
 }
 
-InstalledClass ReadClass(const Node& node) {
+InstalledClass ReadClass(const JsonNode& node) {
   InstalledClass item;
   item.key = node.Member("clsid").Text();
   item.progId = node.Member("progId").Text();
@@ -183,41 +128,43 @@ InstalledClass ReadClass(const Node& node) {
   return item;
 }
 
-Component ReadComponent(const Node& node) {
-  const Node library = node.Member("library");
+Component ReadComponent(const JsonNode& node) {
+  const JsonNode library = node.Member("library");
   return {node.Member("dll").Text(),
           node.Member("typeLib").Text(),
           node.Member("proxyStub").Text(),
           library.Member("guid").Text(),
           library.Member("name").Text(),
           library.Member("version").Text(),
-          node.Member("classes").List<InstalledClass>(&ReadClass)};
+          ReadList(node.Member("classes"), &ReadClass)};
 }
 
-Entry ReadRole(const Node& node) {
+Entry ReadRole(const JsonNode& node) {
   return {node.Member("key").Text(), ReadProperties(node.Member("properties"))};
 }
 
-Export ReadExport(const Node& node) { return {node.Member("file").Text(), node.Member("options").Long()}; }
+Export ReadExport(const JsonNode& node) {
+  return {node.Member("file").Text(), ReadWhole<std::int32_t>(node.Member("options"))};
+}
 
-Package ReadPackage(const Node& node) {
+Package ReadPackage(const JsonNode& node) {
   Package package;
   package.key = node.Member("key").Text();
   package.properties = ReadProperties(node.Member("properties"));
-  package.components = node.Member("components").List<Component>(&ReadComponent);
-  package.roles = node.Member("roles").List<Entry>(&ReadRole);
-  package.exports = node.Member("exports").List<Export>(&ReadExport);
+  package.components = ReadList(node.Member("components"), &ReadComponent);
+  package.roles = ReadList(node.Member("roles"), &ReadRole);
+  package.exports = ReadList(node.Member("exports"), &ReadExport);
   return package;
 }
 
-CatalogData ReadCatalog(const Node& root) {
+CatalogData ReadCatalog(const JsonNode& root) {
   const bool isOurs =
       root.Json().is_object() && root.Has("format") && root.Member("format").Json() == kFormat;
   if (!isOurs) root.Refuse("this is another file, no catalog");
-  const Node version = root.Member("version");
+  const JsonNode version = root.Member("version");
   if (version.Json() != kVersion) version.Refuse("a newer hearthmake has written this catalog");
-  return {root.Member("packages").List<Package>(&ReadPackage),
-          root.Member("applications").List<Package>(&ReadPackage)};
+  return {ReadList(root.Member("packages"), &ReadPackage),
+          ReadList(root.Member("applications"), &ReadPackage)};
 }
 
 [[noreturn]] void RaiseDamaged(const std::string& path, std::size_t line, const std::string& what) {
@@ -276,12 +223,12 @@ CatalogData ParseCatalog(std::string_view text, const std::string& path) {
     RaiseDamaged(path, LineAt(text, byte), "this is nested deeper than any catalog");
   try {
     const auto root = ordered_json::parse(text);
-    return ReadCatalog(Node(root, ""));
+    return ReadCatalog(JsonNode(root));
   } catch (const ordered_json::parse_error&) {
     RaiseDamaged(path, LineOfDamage(text), "this is damaged or no JSON");
   } catch (const ordered_json::out_of_range&) {
     RaiseDamaged(path, LineOfDamage(text), "the number is too large");
-  } catch (const Misfit& misfit) {
+  } catch (const JsonMisfit& misfit) {
     RaiseDamaged(path, LineOfPlace(text, misfit.place), misfit.what);
   }
 }

@@ -13,7 +13,7 @@
 #include "host/BuildStore.hpp"
 #include "host/Interrupt.hpp"
 #include "host/Places.hpp"
-#include "host/RunJournal.hpp"
+#include "host/RunLock.hpp"
 
 namespace hearthmake::host {
 
@@ -88,13 +88,14 @@ ExitStatus ImportBuild(Session& session, const ImportArguments& arguments) {
   const auto database = workspace.OpenDatabase(target.Path());
   workspace.BeginTrans();
   const auto replaced = Replaced(*database, name, arguments.replace);
+  std::optional<RunLock> lock;
+  if (replaced) lock.emplace(folder, *replaced, name);
   const std::int32_t id = StoreDocument(*database, document, replaced);
   if (Interrupt::IsRequested()) {
     throw HostError("Cancelled. Nothing was written.", "", ExitStatus::Cancelled);
   }
   workspace.CommitTrans();
-  // It tells of projects that are gone.
-  if (replaced) RemoveFile(folder + "/" + RunJournal::FileName(id));
+  if (lock) lock->RemoveJournal();
   session.Out().Out(fmt::format("{} build {}, id {}: {}, in {}\n", replaced ? "Replaced" : "Imported",
                                 Printable(name), id, SizeText(document), target.Path()));
   return ExitStatus::Done;

@@ -121,9 +121,10 @@ class Details {
   std::string Text(std::size_t place) {
     const PageProject& project = m_page.projects[place];
     const ProjectRecord& record = project.record;
+    // The name of the place stands inside, for browsers open what they jump into.
     return fmt::format(
-        "<details id=\"p{0}\"{1}><summary><span class=\"o {2}\">{3}</span> <strong>{4}</strong> "
-        "<small>{5}{6}</small></summary>\n<div class=\"body\">\n<p "
+        "<details{1}><summary><span class=\"o {2}\">{3}</span> <strong>{4}</strong> "
+        "<small>{5}{6}</small></summary>\n<div class=\"body\" id=\"p{0}\">\n<p "
         "class=\"path\">{7}</p>{8}{9}{10}{11}{12}{13}"
         "{14}</div></details>\n",
         record.id, record.outcome == ProjectOutcome::Failed ? " open" : "", OutcomeStyle(record.outcome),

@@ -12,12 +12,13 @@
     set(key, value) { try { localStorage.setItem(key, value); } catch { /* for this time only */ } },
   };
 
-  // Colours: as the system has them, or as chosen.
-  const schemes = ["auto", "light", "dark"];
+  // Colours: as the system has them, or as chosen. The dark ones stand in the style once, behind the system's word.
+  const dark = [...document.styleSheets[0].cssRules].find((rule) => /color-scheme/.test(rule.media?.mediaText)).media;
+  const media = { auto: dark.mediaText, light: "not all", dark: "screen" };
+  const schemes = Object.keys(media);
   const schemeButton = one("#scheme");
   const applyScheme = (scheme) => {
-    if (scheme === "auto") delete root.dataset.scheme;
-    else root.dataset.scheme = scheme;
+    dark.mediaText = media[scheme];
     one("b", schemeButton).textContent = scheme;
   };
   const remembered = memory.get("hearthmake-colours");
@@ -92,6 +93,7 @@
 
   // One project is chosen by the address, so that it can be sent to somebody and Back works.
   const sheet = one("#details");
+  const openAtFirst = new Set(all("[open]", sheet));
   const drawing = one("#drawing");
   let cameFrom = null;
   one("#details-h").textContent = "Project";
@@ -110,13 +112,15 @@
 
   const showChosen = () => {
     const match = /^#p(\d+)$/.exec(location.hash);
-    const project = match && document.getElementById(`p${match[1]}`);
-    const id = project ? match[1] : null;
+    const place = match && document.getElementById(`p${match[1]}`);
+    const id = place ? match[1] : null;
+    for (const shown of all(".on", sheet)) shown.open = openAtFirst.has(shown);
     all("[data-p].on, #details .on").forEach((element) => element.classList.remove("on"));
     markNeighbours(id);
     sheet.classList.toggle("open", id !== null);
     if (!id) return;
     all(`[data-p="${id}"]`).forEach((element) => element.classList.add("on"));
+    const project = place.closest("details");
     project.classList.add("on");
     project.open = true;
     if (!sheet.contains(document.activeElement)) cameFrom = document.activeElement;
@@ -154,8 +158,8 @@
       const left = (canvas.scrollLeft + x) * next / scale - x;
       const top = (canvas.scrollTop + y) * next / scale - y;
       scale = next;
-      drawing.setAttribute("width", Math.round(width * scale));
-      drawing.setAttribute("height", Math.round(height * scale));
+      drawing.style.width = `${Math.round(width * scale)}px`;
+      drawing.style.height = `${Math.round(height * scale)}px`;
       canvas.scrollLeft = left;
       canvas.scrollTop = top;
       canvas.classList.toggle("grab", canvas.scrollWidth > canvas.clientWidth || canvas.scrollHeight > canvas.clientHeight);
@@ -199,11 +203,6 @@
       event.stopPropagation();
     }, true);
   }
-
-  // On paper only what failed is told in full.
-  addEventListener("beforeprint", () => {
-    if (drawing) { drawing.removeAttribute("width"); drawing.removeAttribute("height"); }
-  });
 
   showChosen();
 })();

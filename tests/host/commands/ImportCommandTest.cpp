@@ -203,6 +203,24 @@ TEST_F(ImportCommandTest, TakesABuildOfANameThatIsTakenOnlyUnderAnotherOrInItsPl
   EXPECT_THAT(Exported({"Zwei"}), HasSubstr("\"Name\": \"Zwei\""));
 }
 
+TEST_F(ImportCommandTest, DoesNotTakeThePlaceOfABuildThatIsRunning) {
+  MakeRichBuild();
+  const std::string before = Exported({"Shop"});
+  const std::string file = command.root.MakeFile("shop.json", before);
+  command.SleepOn("Lib");
+  const pid_t process = command.Start({"build", "Shop"});
+  ASSERT_GT(command.WaitForSleeper(), 0);
+  ExpectRefused({"import", file, "--replace"}, {"Another process is running the build 'Shop'",
+                                                "Wait until it has ended. Nothing was written."});
+  EXPECT_EQ(Exported({"Shop"}), before);
+  EXPECT_EQ(command.Run({"import", file, "--name", "Zwei"}).status, 0);
+  kill(process, SIGINT);
+  EXPECT_EQ(command.Finish(process).status, 3);
+  EXPECT_EQ(command.Run({"import", file, "--replace"}).status, 0);
+  EXPECT_THAT(command.Run({"build", "Shop", "--resume", "--dry-run"}).err,
+              HasSubstr("There is no stopped run"));
+}
+
 TEST_F(ImportCommandTest, RefusesNamesThatNoBuildHas) {
   MakeRichBuild();
   const std::string file = command.root.MakeFile("shop.json", Exported({"Shop"}));

@@ -41,7 +41,7 @@ TEST_F(RunPageBrowserTest, ShowsTwoHundredProjectsWithoutAComplaint) {
   ASSERT_EQ(visit.status, 0);
   EXPECT_EQ(visit.console, "");
   EXPECT_EQ(CountOf(visit.dom, "<tr data-p="), 200U);
-  EXPECT_EQ(CountOf(visit.dom, "<details id=\"p"), 200U);
+  EXPECT_EQ(CountOf(visit.dom, "class=\"body\" id=\"p"), 200U);
   EXPECT_THAT(visit.dom, HasSubstr("class=\"js\""));
 }
 
@@ -64,13 +64,17 @@ document.querySelector('input[value=""]').click();
 document.querySelector('#drawing a[data-p="9"]').dispatchEvent(new MouseEvent('click', {bubbles: true, cancelable: true}));
 told.address = location.hash;
 told.sheet = getComputedStyle(document.querySelector('#details')).position;
-told.open = [...document.querySelectorAll('#details details')].filter((d) => d.getClientRects().length).map((d) => d.id).join();
+told.open = [...document.querySelectorAll('#details details')].filter((d) => d.getClientRects().length).map((d) => d.querySelector('.body').id).join();
 told.near = document.querySelectorAll('#drawing .nodes .near').length > 1;
 dispatchEvent(new KeyboardEvent('keydown', {key: 'Escape'}));
 told.closed = getComputedStyle(document.querySelector('#details')).display;
+told.folded = !document.querySelector('#p9').closest('details').open;
 const scheme = document.querySelector('#scheme');
-const ground = () => getComputedStyle(document.body).backgroundColor;
-scheme.click(); const light = ground(); scheme.click(); told.schemes = light !== ground();
+const ground = () => getComputedStyle(document.body).backgroundColor + ' ' + scheme.textContent.trim();
+const system = ground();
+scheme.click(); told.light = ground();
+scheme.click(); told.dark = ground();
+scheme.click(); told.system = system === ground();
 const width = document.querySelector('#drawing').getBoundingClientRect().width;
 document.querySelector('[data-zoom=in]').click();
 told.grown = document.querySelector('#drawing').getBoundingClientRect().width > width;
@@ -84,7 +88,52 @@ TEST_F(RunPageBrowserTest, SortsFiltersAndChooses) {
        {"data-largest=\"200\"", "data-smallest=\"1\"", "data-by-name=\"1,2,3\"", "data-found=\"11\"",
         "data-failed=\"25\"", "data-count=\"25 of 200 shown\"", "data-address=\"#p9\"",
         "data-sheet=\"fixed\"", "data-open=\"p9\"", "data-near=\"true\"", "data-closed=\"none\"",
-        "data-schemes=\"true\"", "data-grown=\"true\""}) {
+        "data-folded=\"true\"", "data-light=\"rgb(244, 246, 248) Colours: light\"",
+        "data-dark=\"rgb(15, 19, 24) Colours: dark\"", "data-system=\"true\"", "data-grown=\"true\""}) {
+    EXPECT_THAT(visit.dom, HasSubstr(told));
+  }
+}
+
+// A jump to a project shows it: the browser opens what the place stands in.
+TEST_F(RunPageBrowserTest, OpensAProjectWithoutItsScript) {
+  std::string text = RunPageText(MakeRunPage(20));
+  const std::size_t script = text.rfind("<script>");
+  text.erase(script, text.rfind("</script>") - script);
+  const auto visit = browser.Open(text,
+                                  "const project = document.querySelector('#p9').closest('details');"
+                                  "document.body.dataset.before = project.open; location.hash = '#p9';"
+                                  "setTimeout(() => { document.body.dataset.after = project.open; }, 100);");
+  EXPECT_THAT(visit.dom, Not(HasSubstr("class=\"js\"")));
+  EXPECT_THAT(visit.dom, HasSubstr("data-before=\"false\""));
+  EXPECT_THAT(visit.dom, HasSubstr("data-after=\"true\""));
+}
+
+// What is for paper, shown on the screen, while a reader has dark colours and a project before him.
+constexpr const char* kPrint = R"(
+const told = document.body.dataset;
+const scheme = document.querySelector('#scheme');
+scheme.click(); scheme.click();
+location.hash = '#p2'; dispatchEvent(new Event('hashchange'));
+location.hash = '#p9'; dispatchEvent(new Event('hashchange'));
+for (const rule of document.styleSheets[0].cssRules)
+  if (rule.media?.mediaText === 'print') rule.media.mediaText = 'all';
+const style = (selector) => getComputedStyle(document.querySelector(selector));
+told.ground = style('body').backgroundColor; told.ink = style('body').color;
+told.navigation = style('nav').display;
+told.sheet = [style('#details').position, style('#details').opacity, style('#details').overflow].join();
+told.full = [...document.querySelectorAll('#details .body')].filter((body) => body.getClientRects().length).map((body) => body.id).join();
+told.fits = document.documentElement.scrollWidth <= innerWidth;
+)";
+
+TEST_F(RunPageBrowserTest, TellsOnPaperOfWhatFailedAndOfWhatIsChosenInFull) {
+  RunPage page = MakeRunPage(20);
+  for (PageProject& project : page.projects) project.record.outcome = ProjectOutcome::Compiled;
+  page.projects[4].record.outcome = ProjectOutcome::Failed;
+  const auto visit = browser.Open(RunPageText(page), kPrint);
+  EXPECT_EQ(visit.console, "");
+  for (const char* told :
+       {"data-ground=\"rgb(255, 255, 255)\"", "data-ink=\"rgb(0, 0, 0)\"", "data-navigation=\"none\"",
+        "data-sheet=\"static,1,visible\"", "data-full=\"p5,p9\"", "data-fits=\"true\""}) {
     EXPECT_THAT(visit.dom, HasSubstr(told));
   }
 }

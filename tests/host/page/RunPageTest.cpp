@@ -22,7 +22,7 @@ std::size_t CountOf(const std::string& text, const std::string& part) {
 TEST(RunPage, HasARowADetailAndANodeForEachProject) {
   const std::string text = RunPageText(MakeRunPage(40));
   EXPECT_EQ(CountOf(text, "<tr data-p="), 40U);
-  EXPECT_EQ(CountOf(text, "<details id=\"p"), 40U);
+  EXPECT_EQ(CountOf(text, "class=\"body\" id=\"p"), 40U);
   EXPECT_EQ(CountOf(text, "class=\"edge\""), 40U);
   EXPECT_EQ(CountOf(text, "<li data-p="), 10U);  // those that compiled or failed
 }
