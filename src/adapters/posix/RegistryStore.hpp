@@ -2,13 +2,13 @@
 
 #include <array>
 #include <functional>
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "adapters/posix/KeyTree.hpp"
 #include "adapters/posix/RegText.hpp"
+#include "adapters/posix/RegistryTree.hpp"
 #include "adapters/posix/StoreFile.hpp"
 #include "platform/Registry.hpp"
 
@@ -49,27 +49,31 @@ class RegistryStore : public platform::Registry {
   void Import(std::string bytes, const std::string& name);
 
  private:
-  struct Value {
-    std::string name;
-    platform::RegistryValue value;
-  };
-  using Values = std::map<std::string, Value>;  // by folded name
-  using Tree = KeyTree<Values>;
-  using Places = std::array<Tree::Key*, 2>;
+  using Key = RegistryTree::Key;
+  using Value = RegistryTree::Value;
+  // The first one first, then null.
+  using Places = std::array<Key*, 2>;
 
   void Load();
   void LoadChanges(std::string bytes);
-  bool IsSet(platform::RegistryRoot root, std::string_view key, std::string_view name,
+  bool IsSet(const Places& starts, std::string_view key, std::string_view name,
              const platform::RegistryValue& value);
   // Loads what is out of date; false when the file can't be read.
   bool IsReadable();
-  // The keys that a root and path stand for, the first one first, then null.
+  RegistryTree::Keys& Keys() { return m_tree->AllKeys(); }
+  // The keys that a root stands for.
+  Places Starts(platform::RegistryRoot root);
+  // Those that a root and path stand for.
   Places Find(platform::RegistryRoot root, std::string_view key);
+  Places Below(const Places& starts, std::string_view key);
 
   void Change(const std::function<void()>& change);
   // Makes a change in memory and notes it for the file; nothing is noted when it changes nothing.
   void Apply(const RegistryChange& change);
+  void Rewrite();
   void SetValue(const std::string& path, const std::string& name, const platform::RegistryValue& value);
+  // With what the value will be once it has been written and read again. False when it was that already.
+  bool SetStored(Key& key, const std::string& name, const platform::RegistryValue& value);
   void RemoveValueFrom(const std::string& path, const std::string& name);
   void NoteKey(const std::string& path);
 
@@ -77,7 +81,7 @@ class RegistryStore : public platform::Registry {
   std::string PrintAll();
 
   StoreFile m_file;
-  Tree m_tree;
+  std::unique_ptr<RegistryTree> m_tree = std::make_unique<RegistryTree>();
   std::string m_notes;          // what is to be added to the file
   std::string m_openKey;        // the key that the text so far ends in
   std::size_t m_records = 0;    // keys and values in the text
