@@ -10,6 +10,9 @@ constexpr std::string_view kBlanks = " \t";
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
+// Whether a character of an argument may be another than itself.
+bool HasMeaning(char c, bool quoted) { return c == '\\' || c == '"' || (!quoted && IsBlank(c)); }
+
 }  // namespace
 
 std::optional<ProgramCandidate> CommandLine::NextCandidate() {
@@ -48,8 +51,8 @@ std::vector<std::string> CommandLine::SplitArguments(std::string_view arguments)
       while (at < arguments.size() && arguments[at] == '\\') ++at;
       const std::size_t backslashes = at - first;
       if (at == arguments.size() || arguments[at] != '"') {
-        argument.append(backslashes, '\\');
-        if (backslashes == 0) argument += arguments[at++];
+        while (at < arguments.size() && !HasMeaning(arguments[at], quoted)) ++at;
+        argument += arguments.substr(first, at - first);
         continue;
       }
       argument.append(backslashes / 2, '\\');

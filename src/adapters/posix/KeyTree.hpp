@@ -29,6 +29,7 @@ class KeyTree {
     Key* parent = nullptr;
     Key* previous = nullptr;  // beside it
     Key* next = nullptr;
+    std::size_t depth = 0;  // levels below the root
     Chain<Key> children;
     Content content;
   };
@@ -63,17 +64,27 @@ class KeyTree {
   static std::vector<const Key*> Children(const Key& parent) { return InOrderOfNames(parent.children); }
 
   // Error 5 for a path of more than kDeepest names.
-  Key& Make(std::string_view path) { return MakeBelow(m_root, 0, path); }
-  // The same for a path below a key, which lies so many levels below the root.
-  Key& MakeBelow(Key& start, std::size_t depth, std::string_view path) {
+  Key& Make(std::string_view path) { return MakeBelow(m_root, path); }
+  // The same for a path below a key.
+  Key& MakeBelow(Key& start, std::string_view path) {
     Key* key = &start;
-    for (std::string_view name = TakeName(path); !name.empty(); name = TakeName(path)) {
-      if (++depth > kDeepest)
-        automation::Raise(automation::RuntimeError::InvalidProcedureCall, "Registry",
-                          "keys lie at most " + std::to_string(kDeepest) + " levels deep");
+    for (std::string_view name = TakeName(path); !name.empty(); name = TakeName(path))
       key = &MakeChild(*key, name);
-    }
     return *key;
+  }
+  // The same for one name.
+  Key& MakeChild(Key& parent, std::string_view name) {
+    const NameIndex::Sought sought(&parent, name);
+    if (NameIndex::Entry* const known = m_index.Find(sought)) return *static_cast<Key*>(known);
+    if (parent.depth == kDeepest)
+      automation::Raise(automation::RuntimeError::InvalidProcedureCall, "Registry",
+                        "keys lie at most " + std::to_string(kDeepest) + " levels deep");
+    Key& key = m_keys.emplace_back();
+    m_index.Add(key, sought, Keep(name));
+    key.parent = &parent;
+    key.depth = parent.depth + 1;
+    parent.children.Add(key);
+    return key;
   }
 
   // Removes a key with all below it. False when it was not there; the root stays.
@@ -95,16 +106,6 @@ class KeyTree {
   }
 
  private:
-  Key& MakeChild(Key& parent, std::string_view name) {
-    const NameIndex::Sought sought(&parent, name);
-    if (NameIndex::Entry* const known = m_index.Find(sought)) return *static_cast<Key*>(known);
-    Key& key = m_keys.emplace_back();
-    m_index.Add(key, sought, Keep(name));
-    key.parent = &parent;
-    parent.children.Add(key);
-    return key;
-  }
-
   std::pmr::monotonic_buffer_resource m_memory;
   std::pmr::deque<Key> m_keys{&m_memory};
   NameIndex m_index;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "adapters/posix/TextEncoding.hpp"
+#include "automation/Text.hpp"
 #include "automation/Utf.hpp"
 
 namespace hearthmake::posix {
@@ -17,16 +18,30 @@ constexpr std::uint64_t kHighBits = 0x8080808080808080;
 constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // odd, with its bits well spread
 constexpr std::size_t kWord = sizeof(std::uint64_t);
 
-// Eight characters at a time: names are looked up by the thousand.
-std::uint64_t LoadWord(const char* text, std::size_t size) {
-  std::uint64_t word = 0;
-  if (size >= kWord) {
-    std::memcpy(&word, text, kWord);
-  } else {
-    for (std::size_t i = 0; i < size; ++i)
-      word |= std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * i);
-  }
+template <class Word>
+std::uint64_t Load(const char* text) {
+  Word word = 0;
+  std::memcpy(&word, text, sizeof word);
   return word;
+}
+
+// A text of less than eight characters, all of them in one word.
+std::uint64_t LoadShort(std::string_view text) {
+  if (text.size() >= 4)
+    return Load<std::uint32_t>(text.data()) | Load<std::uint32_t>(text.data() + text.size() - 4) << 32;
+  if (text.empty()) return 0;
+  const auto character = [&](std::size_t at) { return Load<std::uint8_t>(text.data() + at); };
+  return character(0) | character(text.size() / 2) << 8 | character(text.size() - 1) << 16;
+}
+
+// Calls use(word) for eight characters at a time, the last ones perhaps twice: names are looked up by the
+// thousand. Stops when it returns false.
+template <class Use>
+bool ForWords(std::string_view text, Use use) {
+  if (text.size() < kWord) return use(LoadShort(text));
+  for (std::size_t at = 0; at + kWord <= text.size(); at += kWord)
+    if (!use(Load<std::uint64_t>(text.data() + at))) return false;
+  return text.size() % kWord == 0 || use(Load<std::uint64_t>(text.data() + text.size() - kWord));
 }
 
 // Upper case. All eight must be ASCII: adding then sets the high bit of just the characters from a limit on.
@@ -42,32 +57,23 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
 }
 
 std::uint64_t HashOf(std::string_view name, std::uint64_t start) {
-  std::uint64_t hash = start;
-  for (std::size_t at = 0; at < name.size(); at += kWord) {
-    const std::uint64_t word = LoadWord(name.data() + at, name.size() - at);
-    if ((word & kHighBits) != 0) {
-      // Folded once, its words are taken as they are: what is not ASCII stays so.
-      const std::string folded = FoldCase(name);
-      hash = start;
-      for (std::size_t i = 0; i < folded.size(); i += kWord)
-        hash = Mix(hash, LoadWord(folded.data() + i, folded.size() - i));
-      return hash;
-    }
+  std::uint64_t hash = start ^ name.size();
+  const bool isAscii = ForWords(name, [&](std::uint64_t word) {
     hash = Mix(hash, UpperCase(word));
-  }
-  return Mix(hash, name.size());
+    return (word & kHighBits) == 0;
+  });
+  if (isAscii) return hash;
+  hash = start;
+  ForWords(FoldCase(name), [&](std::uint64_t word) {
+    hash = Mix(hash, word);
+    return true;
+  });
+  return hash;
 }
 
 bool IsSameName(std::string_view left, std::string_view right) {
-  if (left == right) return true;
-  const bool isPlain = automation::IsAscii(left) && automation::IsAscii(right);
-  if (!isPlain) return FoldCase(left) == FoldCase(right);
-  if (left.size() != right.size()) return false;
-  for (std::size_t at = 0; at < left.size(); at += kWord)
-    if (UpperCase(LoadWord(left.data() + at, left.size() - at)) !=
-        UpperCase(LoadWord(right.data() + at, right.size() - at)))
-      return false;
-  return true;
+  return left == right || (left.size() == right.size() && automation::EqualsIgnoreCaseAscii(left, right)) ||
+         (!automation::IsAscii(left) && FoldCase(left) == FoldCase(right));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "adapters/posix/RegistryData.hpp"
@@ -88,14 +89,13 @@ std::vector<std::string> Spellings(const std::map<std::string, std::string_view>
 RegistryStore::RegistryStore(std::string path) : m_file(std::move(path), kLargestFile) {}
 
 bool RegistryStore::KeyExists(RegistryRoot root, std::string_view key) {
-  return IsReadable() && Find(root, key)[0] != nullptr;
+  return IsReadable() && !Find(root, key).empty();
 }
 
 std::optional<RegistryValue> RegistryStore::Query(RegistryRoot root, std::string_view key,
                                                   std::string_view name) {
   if (!IsReadable()) return std::nullopt;
   for (const Key* place : Find(root, key)) {
-    if (place == nullptr) break;
     if (const Value* const value = m_tree->Find(*place, name); value != nullptr)
       return RegistryValue{value->type, std::string(value->data)};
   }
@@ -106,7 +106,6 @@ std::vector<std::string> RegistryStore::SubKeys(RegistryRoot root, std::string_v
   if (!IsReadable()) return {};
   std::map<std::string, std::string_view> names;
   for (const Key* place : Find(root, key)) {
-    if (place == nullptr) break;
     for (const Key* child = place->children.first; child != nullptr; child = child->next)
       names.emplace(FoldCase(child->name), child->name);
   }
@@ -117,7 +116,6 @@ std::vector<std::string> RegistryStore::ValueNames(RegistryRoot root, std::strin
   if (!IsReadable()) return {};
   std::map<std::string, std::string_view> names;
   for (const Key* place : Find(root, key)) {
-    if (place == nullptr) break;
     for (const Value* value = place->content.first; value != nullptr; value = value->next)
       names.emplace(FoldCase(value->name), value->name);
   }
@@ -126,19 +124,16 @@ std::vector<std::string> RegistryStore::ValueNames(RegistryRoot root, std::strin
 
 void RegistryStore::Set(RegistryRoot root, std::string_view key, std::string_view name,
                         const RegistryValue& value) {
-  RequireNames(key, name);
-  // Without the lock: whoever changes the file from here on might as well have done so right behind us.
-  if (IsReadable() && IsSet(Starts(root), key, name, value)) return;
-  Change([&] { Apply({RegistryChange::Kind::SetValue, root, std::string(key), std::string(name), value}); });
+  const platform::RegistryEntry entry{std::string(key), std::string(name), value};
+  SetAll(root, {&entry, 1});
 }
 
 void RegistryStore::SetAll(RegistryRoot root, std::span<const platform::RegistryEntry> entries) {
+  // Without the lock: whoever changes the file from here on might as well have done so right behind us.
   // What is set already has names that can be.
   if (IsReadable()) {
-    const Places starts = Starts(root);
-    const auto isSet = [&](const platform::RegistryEntry& entry) {
-      return IsSet(starts, entry.key, entry.name, entry.value);
-    };
+    std::vector<Trail> trails = Trails(root);
+    const auto isSet = [&](const platform::RegistryEntry& entry) { return IsSet(trails, entry); };
     if (std::all_of(entries.begin(), entries.end(), isSet)) return;
   }
   for (const platform::RegistryEntry& entry : entries) RequireNames(entry.key, entry.name);
@@ -190,11 +185,15 @@ void RegistryStore::Load() {
 
 void RegistryStore::LoadChanges(std::string bytes) {
   Key* open = nullptr;  // the key that the text names, where it is plain which one that is
+  std::optional<Trail> trail;
+  RegistryRoot root{};  // of the trail
   RegText::Parse(std::move(bytes), m_file.Path(), [&](const RegistryChange& change) {
     ++m_records;
     const bool isPlain = change.root != RegistryRoot::ClassesRoot;
     if (isPlain && change.kind == RegistryChange::Kind::MakeKey) {
-      open = &Keys().MakeBelow(Keys().Make(RegText::RootName(change.root)), 1, change.key);
+      if (!trail || root != change.root) trail.emplace(Keys(), Keys().Make(RegText::RootName(change.root)));
+      root = change.root;
+      open = &trail->Make(change.key);
       return;
     }
     if (isPlain && change.kind == RegistryChange::Kind::SetValue && open != nullptr) {
@@ -202,17 +201,21 @@ void RegistryStore::LoadChanges(std::string bytes) {
       return;
     }
     if (change.kind != RegistryChange::Kind::RemoveValue) open = nullptr;
+    if (change.kind == RegistryChange::Kind::RemoveKey) trail.reset();
     Apply(change);
     m_notes.clear();  // the file has it
   });
 }
 
 // Whether a Set would change nothing.
-bool RegistryStore::IsSet(const Places& starts, std::string_view key, std::string_view name,
-                          const RegistryValue& value) {
-  const Key* const place = Below(starts, key)[0];
-  const Value* const known = place == nullptr ? nullptr : m_tree->Find(*place, name);
-  return known != nullptr && Has(*known, value);
+bool RegistryStore::IsSet(std::vector<Trail>& trails, const platform::RegistryEntry& entry) {
+  for (Trail& trail : trails) {
+    const Key* const key = trail.Find(entry.key);
+    if (key == nullptr) continue;
+    const Value* const known = m_tree->Find(*key, entry.name);
+    return known != nullptr && Has(*known, entry.value);
+  }
+  return false;
 }
 
 bool RegistryStore::IsReadable() {
@@ -225,28 +228,27 @@ bool RegistryStore::IsReadable() {
   }
 }
 
-RegistryStore::Places RegistryStore::Starts(RegistryRoot root) {
-  if (root != RegistryRoot::ClassesRoot) return {Keys().Find(RegText::RootName(root)), nullptr};
-  Key* const user = Keys().Find(kUserClasses);
-  Key* const machine = Keys().Find(kMachineClasses);
-  return user == nullptr ? Places{machine, nullptr} : Places{user, machine};
-}
-
-RegistryStore::Places RegistryStore::Below(const Places& starts, std::string_view key) {
-  Places places{};
-  std::size_t count = 0;
-  for (Key* start : starts) {
-    if (start == nullptr) break;
-    if (Key* const found = Keys().Below(*start, key); found != nullptr) places[count++] = found;
+std::vector<RegistryStore::Trail> RegistryStore::Trails(RegistryRoot root) {
+  std::vector<Trail> trails;
+  const auto add = [&](std::string_view path) {
+    if (Key* const start = Keys().Find(path); start != nullptr) trails.emplace_back(Keys(), *start);
+  };
+  if (root == RegistryRoot::ClassesRoot) {
+    add(kUserClasses);
+    add(kMachineClasses);
+  } else {
+    add(RegText::RootName(root));
   }
-  return places;
+  return trails;
 }
 
-RegistryStore::Places RegistryStore::Find(RegistryRoot root, std::string_view key) {
-  Places places = Below(Starts(root), key);
+std::vector<const RegistryStore::Key*> RegistryStore::Find(RegistryRoot root, std::string_view key) {
+  std::vector<const Key*> places;
+  for (Trail& trail : Trails(root))
+    if (const Key* const place = trail.Find(key); place != nullptr) places.push_back(place);
   // The roots themselves are always there.
-  if (places[0] == nullptr && key.find_first_not_of('\\') == std::string_view::npos)
-    places[0] = &Keys().Make(Views(root, key).back());
+  if (places.empty() && key.find_first_not_of('\\') == std::string_view::npos)
+    places.push_back(&Keys().Make(Views(root, key).back()));
   return places;
 }
 

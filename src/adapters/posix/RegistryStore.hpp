@@ -1,12 +1,12 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "adapters/posix/KeyTrail.hpp"
 #include "adapters/posix/RegText.hpp"
 #include "adapters/posix/RegistryTree.hpp"
 #include "adapters/posix/StoreFile.hpp"
@@ -51,21 +51,18 @@ class RegistryStore : public platform::Registry {
  private:
   using Key = RegistryTree::Key;
   using Value = RegistryTree::Value;
-  // The first one first, then null.
-  using Places = std::array<Key*, 2>;
+  using Trail = KeyTrail<RegistryTree::Keys>;
 
   void Load();
   void LoadChanges(std::string bytes);
-  bool IsSet(const Places& starts, std::string_view key, std::string_view name,
-             const platform::RegistryValue& value);
+  bool IsSet(std::vector<Trail>& trails, const platform::RegistryEntry& entry);
   // Loads what is out of date; false when the file can't be read.
   bool IsReadable();
   RegistryTree::Keys& Keys() { return m_tree->AllKeys(); }
-  // The keys that a root stands for.
-  Places Starts(platform::RegistryRoot root);
-  // Those that a root and path stand for.
-  Places Find(platform::RegistryRoot root, std::string_view key);
-  Places Below(const Places& starts, std::string_view key);
+  // From the keys that a root stands for, the first one first.
+  std::vector<Trail> Trails(platform::RegistryRoot root);
+  // The keys that a root and path stand for.
+  std::vector<const Key*> Find(platform::RegistryRoot root, std::string_view key);
 
   void Change(const std::function<void()>& change);
   // Makes a change in memory and notes it for the file; nothing is noted when it changes nothing.

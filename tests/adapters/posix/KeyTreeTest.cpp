@@ -20,7 +20,7 @@ TEST(KeyTree, FindsKeysWithoutRegardToCase) {
 TEST(KeyTree, MakesAndFindsKeysBelowAnother) {
   Tree tree;
   Tree::Key& classes = tree.Make("Machine\\Classes");
-  const Tree::Key& made = tree.MakeBelow(classes, 2, "A.B\\Größe");
+  const Tree::Key& made = tree.MakeBelow(classes, "A.B\\Größe");
   EXPECT_EQ(tree.Find("machine\\classes\\a.b\\größe"), &made);
   EXPECT_EQ(tree.Below(classes, "a.b\\GRÖßE"), tree.Find("Machine\\Classes\\A.B\\Größe"));
   EXPECT_EQ(tree.Below(classes, "A.B\\X"), nullptr);
