@@ -42,13 +42,19 @@ std::shared_ptr<platform::Registry> MakeRegistry(const Options& options) {
 
 // Components register themselves under Wine; without it, their type libraries tell what there is to
 // register.
+struct ComponentRegistrar {
+  std::shared_ptr<platform::Registry> registry;
+  std::shared_ptr<platform::TypeLibReader> typeLibs;
+  typelib::ComponentRegistration registration{*registry, *typeLibs};
+};
+
 posix::PosixShell::Registrar MakeRegistrar(const platform::Platform& ports) {
-  return [registry = ports.registry, typeLibs = ports.typeLibs](const posix::SelfRegistration& request) {
-    typelib::ComponentRegistration registration(*registry, *typeLibs);
+  const auto registrar = std::make_shared<ComponentRegistrar>(ports.registry, ports.typeLibs);
+  return [registrar](const posix::SelfRegistration& request) {
     if (request.isRemoval) {
-      registration.Unregister(request.path);
+      registrar->registration.Unregister(request.path);
     } else {
-      registration.Register(request.path);
+      registrar->registration.Register(request.path);
     }
   };
 }

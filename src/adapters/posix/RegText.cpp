@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -42,7 +44,26 @@ std::size_t CountOf(std::string_view text, std::string_view characters) {
   return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isOther) - text.begin());
 }
 
+// Whether there are neither control characters nor any beyond ASCII; eight at a time, as nearly all names
+// are so and every one of a file is asked about.
+bool IsPrintableAscii(std::string_view text) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  std::uint64_t word = 0;
+  for (; text.size() >= sizeof word; text.remove_prefix(sizeof word)) {
+    std::memcpy(&word, text.data(), sizeof word);
+    // Taking the first printable one from each sets the high bit of those below it.
+    if (((word | (word - kOnes * ' ')) & kOnes << 7) != 0) return false;
+  }
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return c >= ' ' && static_cast<unsigned char>(c) < 0x80; });
+}
+
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20; }
+
+std::string_view WithoutFinalBlanks(std::string_view text) {
+  while (!text.empty() && kBlanks.find(text.back()) != std::string_view::npos) text.remove_suffix(1);
+  return text;
+}
 
 void AppendQuoted(std::string& text, std::string_view content) {
   text += '"';
@@ -57,7 +78,7 @@ class Parser {
  public:
   Parser(std::string_view text, const std::string& name,
          const std::function<void(const RegistryChange&)>& report)
-      : m_text(text), m_name(name), m_report(report) {}
+      : m_start(text.data()), m_text(text), m_name(name), m_report(report) {}
 
   void Run() {
     ReadHeader();
@@ -74,23 +95,19 @@ class Parser {
 
  private:
   [[noreturn]] void Fail(std::string_view what) const {
+    // Counted only now: nearly no file has an error in it.
+    const auto line = 1 + std::count(m_start, m_text.data(), '\n');
     automation::Raise(automation::kInvalidValue, "Registry",
-                      m_name + ", line " + std::to_string(m_line) + ": " + std::string(what));
+                      m_name + ", line " + std::to_string(line) + ": " + std::string(what));
   }
 
-  // Everything up to the line's end, which is taken too.
-  std::string_view TakeLine() {
+  // Everything up to the line's end, and that too.
+  void SkipLine() {
     const std::size_t end = std::min(m_text.find('\n'), m_text.size());
-    std::string_view line = m_text.substr(0, end);
     Skip(std::min(end + 1, m_text.size()));
-    while (!line.empty() && kBlanks.find(line.back()) != std::string_view::npos) line.remove_suffix(1);
-    return line;
   }
 
-  void Skip(std::size_t count) {
-    m_line += static_cast<std::size_t>(std::count(m_text.begin(), m_text.begin() + count, '\n'));
-    m_text.remove_prefix(count);
-  }
+  void Skip(std::size_t count) { m_text.remove_prefix(count); }
 
   void SkipBlanks() { Skip(CountOf(m_text, kBlanks)); }
 
@@ -99,7 +116,7 @@ class Parser {
       Skip(CountOf(m_text, " \t\r\n"));
       if (m_text.empty()) return false;
       if (m_text.front() != ';') return true;
-      TakeLine();
+      SkipLine();
     }
   }
 
@@ -108,7 +125,7 @@ class Parser {
     SkipBlanks();
     if (!m_text.empty() && m_text.front() != ';' && m_text.front() != '\n')
       Fail("there is something behind the value");
-    TakeLine();
+    SkipLine();
   }
 
   void ReadHeader() {
@@ -117,16 +134,18 @@ class Parser {
     m_oldFormat = header.starts_with(kOldHeader);
     if (!m_oldFormat && !header.starts_with(kHeader))
       Fail("a registry file begins with \"" + std::string(kHeader) + "\"");
-    TakeLine();
+    SkipLine();
   }
 
   void ReadKey() {
     const std::size_t end = std::min(m_text.find('\n'), m_text.size());
-    std::string_view path = m_text.substr(0, end);
-    path = path.substr(0, path.find_last_not_of(kBlanks) + 1);
+    std::string_view path = WithoutFinalBlanks(m_text.substr(0, end));
     if (!path.ends_with(']')) Fail("a key ends with ]");
     path = path.substr(1, path.size() - 2);
-    m_change = {};
+    // Its texts keep their memory from one change to the next.
+    m_change.name.clear();
+    m_change.value.type = RegistryType::None;
+    m_change.value.data.clear();
     m_change.kind = RegistryChange::Kind::MakeKey;
     if (path.starts_with('-')) {
       path.remove_prefix(1);
@@ -153,12 +172,13 @@ class Parser {
 
   void ReadValue() {
     if (!m_hasKey) Fail("a value stands below the [key] that it belongs to");
-    m_change.value = {};
+    m_change.value.type = RegistryType::None;
+    m_change.value.data.clear();
     m_change.name.clear();
     if (m_text.front() == '@') {
       Skip(1);
     } else {
-      m_change.name = TakeString();
+      TakeString(m_change.name);
     }
     if (!RegText::IsName(m_change.name)) Fail("the name of a value has no control characters");
     SkipBlanks();
@@ -170,7 +190,8 @@ class Parser {
       Skip(1);
       m_change.kind = RegistryChange::Kind::RemoveValue;
     } else if (m_text.starts_with('"')) {
-      m_change.value = {RegistryType::String, TakeString()};
+      m_change.value.type = RegistryType::String;
+      TakeString(m_change.value.data);
     } else if (m_text.starts_with("dword:")) {
       Skip(6);
       m_change.value = TakeDWord();
@@ -183,18 +204,17 @@ class Parser {
 
   // Of backslashes only those before a backslash or a quote are escapes: a path with single ones, which
   // people write by mistake, means what it says. A text may go on over line ends.
-  std::string TakeString() {
-    std::string content;
+  void TakeString(std::string& content) {
     std::size_t start = 1;  // of what is not in the content yet
     for (std::size_t i = start; i < m_text.size(); ++i) {
       if (m_text[i] == '"') {
-        content += m_text.substr(start, i - start);
+        content.append(m_text, start, i - start);
         Skip(i + 1);
-        return content;
+        return;
       }
       if (m_text[i] != '\\' || i + 1 == m_text.size()) continue;
       if (m_text[i + 1] != '\\' && m_text[i + 1] != '"') continue;
-      content += m_text.substr(start, i - start);
+      content.append(m_text, start, i - start);
       start = ++i;
     }
     Fail("the closing quote is missing");
@@ -236,10 +256,10 @@ class Parser {
     }
   }
 
-  std::string_view m_text;
+  const char* m_start;
+  std::string_view m_text;  // what is still to be read
   const std::string& m_name;
   const std::function<void(const RegistryChange&)>& m_report;
-  std::size_t m_line = 1;
   bool m_oldFormat = false;
   bool m_hasKey = false;
   RegistryChange m_change;
@@ -292,7 +312,7 @@ void RegText::AppendValueRemoval(std::string& text, std::string_view name) {
 }
 
 bool RegText::IsName(std::string_view name) {
-  return std::none_of(name.begin(), name.end(), IsControl) && IsUtf8(name);
+  return IsPrintableAscii(name) || (std::none_of(name.begin(), name.end(), IsControl) && IsUtf8(name));
 }
 
 std::string_view RegText::RootName(RegistryRoot root) {

@@ -1,6 +1,8 @@
 #include "adapters/posix/RegistryStore.hpp"
 
 #include <algorithm>
+#include <map>
+#include <optional>
 #include <utility>
 
 #include "adapters/posix/RegistryData.hpp"
@@ -54,24 +56,28 @@ void RequireNames(std::string_view key, std::string_view name) {
     RaiseInvalid("the name of a key or value is UTF-8 text without control characters");
 }
 
-// What the value will be once it has been written and read again.
+// Plain text, as nearly all values are, comes back from the file as it went.
+bool IsStoredAsItIs(const RegistryValue& value) {
+  return (value.type == RegistryType::String || value.type == RegistryType::ExpandString) &&
+         automation::IsAscii(value.data);
+}
+
+// What another value will be once it has been written and read again.
 RegistryValue AsStored(const RegistryValue& value) {
-  // Plain text, as nearly all values are, comes back as it went.
-  const bool isText = value.type == RegistryType::String || value.type == RegistryType::ExpandString;
-  if (isText && automation::IsAscii(value.data)) return value;
   return DecodeRegistryValue(static_cast<std::uint32_t>(value.type), EncodeRegistryValue(value));
 }
 
-// What ClassesRoot stands for, in FoldCase.
-constexpr std::string_view kFoldedUserClasses = "HKEY_CURRENT_USER\\SOFTWARE\\CLASSES";
-constexpr std::string_view kFoldedMachineClasses = "HKEY_LOCAL_MACHINE\\SOFTWARE\\CLASSES";
+// What ClassesRoot stands for.
+constexpr std::string_view kUserClasses = "HKEY_CURRENT_USER\\Software\\Classes";
+constexpr std::string_view kMachineClasses = "HKEY_LOCAL_MACHINE\\Software\\Classes";
 
-bool IsSame(const RegistryValue& left, const RegistryValue& right) {
-  return left.type == right.type && left.data == right.data;
+bool Has(const RegistryTree::Value& known, const RegistryValue& value) {
+  if (known.type != value.type) return false;
+  return IsStoredAsItIs(value) ? known.data == value.data : known.data == AsStored(value).data;
 }
 
 // The names themselves, in the order of their folded forms.
-std::vector<std::string> Spellings(const std::map<std::string_view, std::string_view>& names) {
+std::vector<std::string> Spellings(const std::map<std::string, std::string_view>& names) {
   std::vector<std::string> result;
   result.reserve(names.size());
   for (const auto& [folded, name] : names) result.emplace_back(name);
@@ -83,55 +89,54 @@ std::vector<std::string> Spellings(const std::map<std::string_view, std::string_
 RegistryStore::RegistryStore(std::string path) : m_file(std::move(path), kLargestFile) {}
 
 bool RegistryStore::KeyExists(RegistryRoot root, std::string_view key) {
-  return IsReadable() && Find(root, key)[0] != nullptr;
+  return IsReadable() && !Find(root, key).empty();
 }
 
 std::optional<RegistryValue> RegistryStore::Query(RegistryRoot root, std::string_view key,
                                                   std::string_view name) {
   if (!IsReadable()) return std::nullopt;
-  const std::string folded = FoldCase(name);
-  for (const Tree::Key* place : Find(root, key)) {
-    if (place == nullptr) break;
-    if (const auto value = place->content.find(folded); value != place->content.end())
-      return value->second.value;
+  for (const Key* place : Find(root, key)) {
+    if (const Value* const value = m_tree->Find(*place, name); value != nullptr)
+      return RegistryValue{value->type, std::string(value->data)};
   }
   return std::nullopt;
 }
 
 std::vector<std::string> RegistryStore::SubKeys(RegistryRoot root, std::string_view key) {
   if (!IsReadable()) return {};
-  std::map<std::string_view, std::string_view> names;
-  for (const Tree::Key* place : Find(root, key)) {
-    if (place == nullptr) break;
-    for (const auto& [folded, child] : place->children) names.emplace(folded, child->name);
+  std::map<std::string, std::string_view> names;
+  for (const Key* place : Find(root, key)) {
+    for (const Key* child = place->children.first; child != nullptr; child = child->next)
+      names.emplace(FoldCase(child->name), child->name);
   }
   return Spellings(names);
 }
 
 std::vector<std::string> RegistryStore::ValueNames(RegistryRoot root, std::string_view key) {
   if (!IsReadable()) return {};
-  std::map<std::string_view, std::string_view> names;
-  for (const Tree::Key* place : Find(root, key)) {
-    if (place == nullptr) break;
-    for (const auto& [folded, value] : place->content) names.emplace(folded, value.name);
+  std::map<std::string, std::string_view> names;
+  for (const Key* place : Find(root, key)) {
+    for (const Value* value = place->content.first; value != nullptr; value = value->next)
+      names.emplace(FoldCase(value->name), value->name);
   }
   return Spellings(names);
 }
 
 void RegistryStore::Set(RegistryRoot root, std::string_view key, std::string_view name,
                         const RegistryValue& value) {
-  RequireNames(key, name);
-  // Without the lock: whoever changes the file from here on might as well have done so right behind us.
-  if (!m_file.HasChanged() && IsSet(root, key, name, value)) return;
-  Change([&] { Apply({RegistryChange::Kind::SetValue, root, std::string(key), std::string(name), value}); });
+  const platform::RegistryEntry entry{std::string(key), std::string(name), value};
+  SetAll(root, {&entry, 1});
 }
 
 void RegistryStore::SetAll(RegistryRoot root, std::span<const platform::RegistryEntry> entries) {
+  // Without the lock: whoever changes the file from here on might as well have done so right behind us.
+  // What is set already has names that can be.
+  if (IsReadable()) {
+    std::vector<Trail> trails = Trails(root);
+    const auto isSet = [&](const platform::RegistryEntry& entry) { return IsSet(trails, entry); };
+    if (std::all_of(entries.begin(), entries.end(), isSet)) return;
+  }
   for (const platform::RegistryEntry& entry : entries) RequireNames(entry.key, entry.name);
-  const auto isSet = [&](const platform::RegistryEntry& entry) {
-    return IsSet(root, entry.key, entry.name, entry.value);
-  };
-  if (!m_file.HasChanged() && std::all_of(entries.begin(), entries.end(), isSet)) return;
   Change([&] {
     for (const platform::RegistryEntry& entry : entries)
       Apply({RegistryChange::Kind::SetValue, root, entry.key, entry.name, entry.value});
@@ -158,7 +163,7 @@ void RegistryStore::Import(std::string bytes, const std::string& name) {
 }
 
 void RegistryStore::Load() {
-  m_tree = Tree();
+  m_tree = std::make_unique<RegistryTree>();
   m_openKey.clear();
   m_records = 0;
   m_nextCount = kSlack;
@@ -179,32 +184,38 @@ void RegistryStore::Load() {
 }
 
 void RegistryStore::LoadChanges(std::string bytes) {
-  Tree::Key* open = nullptr;  // the key that the text names, where it is plain which one that is
+  Key* open = nullptr;  // the key that the text names, where it is plain which one that is
+  std::optional<Trail> trail;
+  RegistryRoot root{};  // of the trail
   RegText::Parse(std::move(bytes), m_file.Path(), [&](const RegistryChange& change) {
     ++m_records;
     const bool isPlain = change.root != RegistryRoot::ClassesRoot;
     if (isPlain && change.kind == RegistryChange::Kind::MakeKey) {
-      open = &m_tree.MakeBelow(m_tree.Make(RegText::RootName(change.root)), 1, change.key);
+      if (!trail || root != change.root) trail.emplace(Keys(), Keys().Make(RegText::RootName(change.root)));
+      root = change.root;
+      open = &trail->Make(change.key);
       return;
     }
     if (isPlain && change.kind == RegistryChange::Kind::SetValue && open != nullptr) {
-      const auto place = open->content.try_emplace(FoldCase(change.name), Value{change.name, {}}).first;
-      place->second.value = AsStored(change.value);
+      SetStored(*open, change.name, change.value);
       return;
     }
     if (change.kind != RegistryChange::Kind::RemoveValue) open = nullptr;
+    if (change.kind == RegistryChange::Kind::RemoveKey) trail.reset();
     Apply(change);
     m_notes.clear();  // the file has it
   });
 }
 
 // Whether a Set would change nothing.
-bool RegistryStore::IsSet(RegistryRoot root, std::string_view key, std::string_view name,
-                          const RegistryValue& value) {
-  const Places places = Find(root, key);
-  if (places[0] == nullptr) return false;
-  const auto known = places[0]->content.find(FoldCase(name));
-  return known != places[0]->content.end() && IsSame(known->second.value, AsStored(value));
+bool RegistryStore::IsSet(std::vector<Trail>& trails, const platform::RegistryEntry& entry) {
+  for (Trail& trail : trails) {
+    const Key* const key = trail.Find(entry.key);
+    if (key == nullptr) continue;
+    const Value* const known = m_tree->Find(*key, entry.name);
+    return known != nullptr && Has(*known, entry.value);
+  }
+  return false;
 }
 
 bool RegistryStore::IsReadable() {
@@ -217,24 +228,27 @@ bool RegistryStore::IsReadable() {
   }
 }
 
-RegistryStore::Places RegistryStore::Find(RegistryRoot root, std::string_view key) {
-  const std::string folded = FoldCase(key);
-  Places places{};
-  std::size_t count = 0;
-  const auto look = [&](std::string_view start) {
-    Tree::Key* base = m_tree.Root().Below(start);
-    Tree::Key* found = base == nullptr ? nullptr : base->Below(folded);
-    if (found != nullptr) places[count++] = found;
+std::vector<RegistryStore::Trail> RegistryStore::Trails(RegistryRoot root) {
+  std::vector<Trail> trails;
+  const auto add = [&](std::string_view path) {
+    if (Key* const start = Keys().Find(path); start != nullptr) trails.emplace_back(Keys(), *start);
   };
   if (root == RegistryRoot::ClassesRoot) {
-    look(kFoldedUserClasses);
-    look(kFoldedMachineClasses);
+    add(kUserClasses);
+    add(kMachineClasses);
   } else {
-    look(RegText::RootName(root));
+    add(RegText::RootName(root));
   }
+  return trails;
+}
+
+std::vector<const RegistryStore::Key*> RegistryStore::Find(RegistryRoot root, std::string_view key) {
+  std::vector<const Key*> places;
+  for (Trail& trail : Trails(root))
+    if (const Key* const place = trail.Find(key); place != nullptr) places.push_back(place);
   // The roots themselves are always there.
-  if (count == 0 && key.find_first_not_of('\\') == std::string_view::npos)
-    places[0] = &m_tree.Make(Views(root, key).back());
+  if (places.empty() && key.find_first_not_of('\\') == std::string_view::npos)
+    places.push_back(&Keys().Make(Views(root, key).back()));
   return places;
 }
 
@@ -246,9 +260,7 @@ void RegistryStore::Change(const std::function<void()>& change) {
     if (m_notes.empty()) return;
     m_records += static_cast<std::size_t>(std::count(m_notes.begin(), m_notes.end(), '\n'));
     if (m_isForeign || IsDue()) {
-      m_file.Replace(PrintAll());
-      m_isForeign = false;
-      m_openKey.clear();
+      Rewrite();
     } else {
       m_file.Append(m_notes);
     }
@@ -261,23 +273,34 @@ void RegistryStore::Change(const std::function<void()>& change) {
   }
 }
 
+void RegistryStore::Rewrite() {
+  std::string text = PrintAll();
+  m_file.Replace(text);
+  m_isForeign = false;
+  // Read again, so that memory is free of what is out of date too.
+  m_tree = std::make_unique<RegistryTree>();
+  m_records = 0;
+  LoadChanges(std::move(text));
+  m_openKey.clear();
+}
+
 void RegistryStore::Apply(const RegistryChange& change) {
   const std::vector<std::string> views = Views(change.root, change.key);
   const auto known = std::find_if(views.begin(), views.end(),
-                                  [&](const std::string& path) { return m_tree.Find(path) != nullptr; });
+                                  [&](const std::string& path) { return Keys().Find(path) != nullptr; });
   const std::string& target = known == views.end() ? views.back() : *known;
   switch (change.kind) {
     case RegistryChange::Kind::MakeKey:
       if (known == views.end()) NoteKey(target);
-      m_tree.Make(target);
+      Keys().Make(target);
       break;
-    case RegistryChange::Kind::SetValue: SetValue(target, change.name, AsStored(change.value)); break;
+    case RegistryChange::Kind::SetValue: SetValue(target, change.name, change.value); break;
     case RegistryChange::Kind::RemoveValue:
       for (const std::string& path : views) RemoveValueFrom(path, change.name);
       break;
     case RegistryChange::Kind::RemoveKey:
       for (const std::string& path : views) {
-        if (!m_tree.Remove(path)) continue;
+        if (!Keys().Remove(path)) continue;
         RegText::AppendKeyRemoval(m_notes, path);
         m_openKey.clear();
       }
@@ -286,16 +309,22 @@ void RegistryStore::Apply(const RegistryChange& change) {
 }
 
 void RegistryStore::SetValue(const std::string& path, const std::string& name, const RegistryValue& value) {
-  const auto [place, isNew] = m_tree.Make(path).content.try_emplace(FoldCase(name), Value{name, value});
-  if (!isNew && IsSame(place->second.value, value)) return;
-  place->second.value = value;
+  Key& key = Keys().Make(path);
+  if (!SetStored(key, name, value)) return;
+  const Value& stored = *m_tree->Find(key, name);
   NoteKey(path);
-  RegText::AppendValue(m_notes, place->second.name, value);
+  RegText::AppendValue(m_notes, stored.name, {stored.type, std::string(stored.data)});
+}
+
+bool RegistryStore::SetStored(Key& key, const std::string& name, const RegistryValue& value) {
+  if (IsStoredAsItIs(value)) return m_tree->Set(key, name, value.type, value.data);
+  const RegistryValue stored = AsStored(value);
+  return m_tree->Set(key, name, stored.type, stored.data);
 }
 
 void RegistryStore::RemoveValueFrom(const std::string& path, const std::string& name) {
-  Tree::Key* key = m_tree.Find(path);
-  if (key == nullptr || key->content.erase(FoldCase(name)) == 0) return;
+  Key* const key = Keys().Find(path);
+  if (key == nullptr || !m_tree->Remove(*key, name)) return;
   NoteKey(path);
   RegText::AppendValueRemoval(m_notes, name);
 }
@@ -311,14 +340,7 @@ void RegistryStore::NoteKey(const std::string& path) {
 // next one comes only when the file has doubled.
 bool RegistryStore::IsDue() {
   if (m_records < m_nextCount) return false;
-  std::size_t inForce = 0;
-  std::vector<const Tree::Key*> pending = {&m_tree.Root()};
-  while (!pending.empty()) {
-    const Tree::Key* key = pending.back();
-    pending.pop_back();
-    inForce += 1 + key->content.size();
-    for (const auto& [folded, child] : key->children) pending.push_back(child.get());
-  }
+  const std::size_t inForce = m_tree->Count();
   m_nextCount = 2 * inForce + kSlack;
   if (m_records < m_nextCount) return false;
   m_records = inForce;
@@ -327,20 +349,22 @@ bool RegistryStore::IsDue() {
 
 std::string RegistryStore::PrintAll() {
   std::string text = FileStart();
-  std::vector<std::pair<std::string, const Tree::Key*>> pending = {{"", &m_tree.Root()}};
+  std::vector<std::pair<std::string, const Key*>> pending = {{"", &Keys().Root()}};
   while (!pending.empty()) {
     const auto [path, key] = std::move(pending.back());
     pending.pop_back();
     // A key with others below it is made with them.
     const bool isRoot = path.find('\\') == std::string::npos;
-    if (!key->content.empty() || (key->children.empty() && !isRoot)) {
+    if (key->content.first != nullptr || (key->children.first == nullptr && !isRoot)) {
       text += '\n';
       RegText::AppendKey(text, path);
-      for (const auto& [folded, value] : key->content) RegText::AppendValue(text, value.name, value.value);
+      for (const Value* value : RegistryTree::Values(*key))
+        RegText::AppendValue(text, value->name, {value->type, std::string(value->data)});
     }
-    for (auto child = key->children.rbegin(); child != key->children.rend(); ++child)
-      pending.emplace_back(path.empty() ? child->second->name : path + '\\' + child->second->name,
-                           child->second.get());
+    const std::vector<const Key*> children = RegistryTree::Keys::Children(*key);
+    const std::string start = path.empty() ? path : path + '\\';
+    for (auto child = children.rbegin(); child != children.rend(); ++child)
+      pending.emplace_back(start + std::string((*child)->name), *child);
   }
   return text;
 }

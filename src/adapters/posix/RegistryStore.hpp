@@ -1,14 +1,14 @@
 #pragma once
 
-#include <array>
 #include <functional>
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "adapters/posix/KeyTree.hpp"
+#include "adapters/posix/KeyTrail.hpp"
 #include "adapters/posix/RegText.hpp"
+#include "adapters/posix/RegistryTree.hpp"
 #include "adapters/posix/StoreFile.hpp"
 #include "platform/Registry.hpp"
 
@@ -49,27 +49,28 @@ class RegistryStore : public platform::Registry {
   void Import(std::string bytes, const std::string& name);
 
  private:
-  struct Value {
-    std::string name;
-    platform::RegistryValue value;
-  };
-  using Values = std::map<std::string, Value>;  // by folded name
-  using Tree = KeyTree<Values>;
-  using Places = std::array<Tree::Key*, 2>;
+  using Key = RegistryTree::Key;
+  using Value = RegistryTree::Value;
+  using Trail = KeyTrail<RegistryTree::Keys>;
 
   void Load();
   void LoadChanges(std::string bytes);
-  bool IsSet(platform::RegistryRoot root, std::string_view key, std::string_view name,
-             const platform::RegistryValue& value);
+  bool IsSet(std::vector<Trail>& trails, const platform::RegistryEntry& entry);
   // Loads what is out of date; false when the file can't be read.
   bool IsReadable();
-  // The keys that a root and path stand for, the first one first, then null.
-  Places Find(platform::RegistryRoot root, std::string_view key);
+  RegistryTree::Keys& Keys() { return m_tree->AllKeys(); }
+  // From the keys that a root stands for, the first one first.
+  std::vector<Trail> Trails(platform::RegistryRoot root);
+  // The keys that a root and path stand for.
+  std::vector<const Key*> Find(platform::RegistryRoot root, std::string_view key);
 
   void Change(const std::function<void()>& change);
   // Makes a change in memory and notes it for the file; nothing is noted when it changes nothing.
   void Apply(const RegistryChange& change);
+  void Rewrite();
   void SetValue(const std::string& path, const std::string& name, const platform::RegistryValue& value);
+  // With what the value will be once it has been written and read again. False when it was that already.
+  bool SetStored(Key& key, const std::string& name, const platform::RegistryValue& value);
   void RemoveValueFrom(const std::string& path, const std::string& name);
   void NoteKey(const std::string& path);
 
@@ -77,7 +78,7 @@ class RegistryStore : public platform::Registry {
   std::string PrintAll();
 
   StoreFile m_file;
-  Tree m_tree;
+  std::unique_ptr<RegistryTree> m_tree = std::make_unique<RegistryTree>();
   std::string m_notes;          // what is to be added to the file
   std::string m_openKey;        // the key that the text so far ends in
   std::size_t m_records = 0;    // keys and values in the text

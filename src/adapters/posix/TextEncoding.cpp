@@ -4,6 +4,9 @@
 #include <wctype.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <utility>
 
 #include "automation/Utf.hpp"
 
@@ -29,6 +32,20 @@ Decoded DecodeOne(std::string_view text, std::size_t at) {
   return isStray || isSurrogate ? Decoded{} : Decoded{character, length, true};
 }
 
+// How many ASCII characters a text begins with, eight at a time: the rare other ones must not make the
+// reading of a large file slow.
+std::size_t AsciiLength(std::string_view text) {
+  std::size_t length = 0;
+  std::uint64_t word = 0;
+  while (text.size() - length >= sizeof word) {
+    std::memcpy(&word, text.data() + length, sizeof word);
+    if ((word & 0x8080808080808080U) != 0) break;
+    length += sizeof word;
+  }
+  while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80) ++length;
+  return length;
+}
+
 }  // namespace
 
 char32_t FoldCharacter(char32_t character) {
@@ -41,12 +58,7 @@ char32_t FoldCharacter(char32_t character) {
 }
 
 bool IsUtf8(std::string_view bytes) {
-  if (automation::IsAscii(bytes)) return true;
-  for (std::size_t at = 0; at < bytes.size();) {
-    if (static_cast<unsigned char>(bytes[at]) < 0x80) {
-      ++at;
-      continue;
-    }
+  for (std::size_t at = AsciiLength(bytes); at < bytes.size(); at += AsciiLength(bytes.substr(at))) {
     const Decoded next = DecodeOne(bytes, at);
     if (!next.valid) return false;
     at += next.length;
@@ -62,7 +74,7 @@ std::string DecodeText(std::string bytes) {
     return Utf8FromUtf16(std::string_view(bytes).substr(2));
   }
   if (view.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
-  return IsUtf8(bytes) ? bytes : automation::Windows1252ToUtf8(bytes);
+  return IsUtf8(bytes) ? std::move(bytes) : automation::Windows1252ToUtf8(bytes);
 }
 
 std::string Utf8FromUtf16(std::string_view littleEndianBytes) {

@@ -228,7 +228,7 @@ std::optional<RegistryValue> WineHive::Query(std::string_view key, std::string_v
 std::vector<std::string> WineHive::SubKeys(std::string_view key) {
   std::vector<std::string> names;
   if (const Tree::Key* place = Find(key))
-    for (const auto& [folded, child] : place->children) names.push_back(child->name);
+    for (const Tree::Key* child : Tree::Children(*place)) names.emplace_back(child->name);
   return names;
 }
 
@@ -307,7 +307,8 @@ bool WineHive::RemoveKey(std::string_view key) {
     const Tree::Key* next = pending.back();
     pending.pop_back();
     for (const std::size_t section : next->content.sections) m_sections[section] = {};
-    for (const auto& [folded, child] : next->children) pending.push_back(child.get());
+    for (const Tree::Key* child = next->children.first; child != nullptr; child = child->next)
+      pending.push_back(child);
   }
   return m_tree.Remove(*path);
 }
@@ -329,7 +330,7 @@ std::optional<std::string> WineHive::Resolve(std::string_view key) {
     while (place != nullptr && !place->content.isLink) {
       const std::string_view name = Tree::TakeName(rest);
       if (name.empty()) return path;
-      place = place->Child(name);
+      place = m_tree.Child(*place, name);
     }
     if (place == nullptr) return path;
     const auto target = LinkTarget(*place);

@@ -1,6 +1,6 @@
 #include "adapters/typelib/ComponentRegistration.hpp"
 
-#include <cstdio>
+#include <charconv>
 #include <utility>
 
 #include "automation/Text.hpp"
@@ -14,14 +14,15 @@ using platform::TypeDescription;
 using platform::TypeKind;
 
 constexpr RegistryRoot kClasses = RegistryRoot::ClassesRoot;
-constexpr const char* kAutomationProxy = "{00020424-0000-0000-C000-000000000046}";
+constexpr std::string_view kAutomationProxy = "{00020424-0000-0000-C000-000000000046}";
+constexpr std::string_view kInterfaces = "Interface\\";
+constexpr std::string_view kClassIds = "CLSID\\";
 constexpr std::uint16_t kCanCreate = 2;
 constexpr std::uint16_t kControl = 32;
 
 std::string Hexadecimal(std::uint32_t number) {
-  char digits[16];
-  std::snprintf(digits, sizeof digits, "%x", number);
-  return digits;
+  char digits[8];
+  return {digits, std::to_chars(digits, digits + sizeof digits, number, 16).ptr};
 }
 
 std::string Version(const platform::TypeLibInfo& library) {
@@ -51,72 +52,81 @@ bool IsClass(const TypeDescription& type) {
   return type.kind == TypeKind::CoClass && (type.flags & (kCanCreate | kControl)) != 0 && !type.guid.empty();
 }
 
-void AddText(std::vector<platform::RegistryEntry>& entries, std::string key, std::string_view name,
-             std::string text) {
-  entries.push_back({std::move(key), std::string(name), {platform::RegistryType::String, std::move(text)}});
-}
-
 }  // namespace
+
+void ComponentRegistration::Entries::Add(std::initializer_list<std::string_view> key, std::string_view name,
+                                         std::string_view text) {
+  if (m_count == m_entries.size()) m_entries.emplace_back().value.type = platform::RegistryType::String;
+  platform::RegistryEntry& entry = m_entries[m_count++];
+  entry.key.clear();
+  for (const std::string_view part : key) entry.key += part;
+  entry.name = name;
+  entry.value.data = text;
+}
 
 ComponentRegistration::Component ComponentRegistration::Read(std::string_view path) const {
   // The types first: reading them tells the reader of the library too.
   std::vector<TypeDescription> types = m_reader.ReadTypes(path);
-  return {std::string(path), m_reader.Read(path), std::move(types)};
+  platform::TypeLibInfo library = m_reader.Read(path);
+  std::string version = Version(library);
+  return {std::string(path), std::move(version), std::move(library), std::move(types)};
 }
 
 void ComponentRegistration::Register(std::string_view path) {
   const Component component = Read(path);
-  Entries entries;
-  AddLibrary(component, entries);
+  m_entries.Clear();
+  AddLibrary(component);
   for (const TypeDescription& type : component.types) {
-    if (IsInterface(type)) AddInterface(component, type, entries);
-    if (IsClass(type)) AddClass(component, type, entries);
+    if (IsInterface(type)) AddInterface(component, type);
+    if (IsClass(type)) AddClass(component, type);
   }
-  m_registry.SetAll(kClasses, entries);
+  m_registry.SetAll(kClasses, m_entries.All());
 }
 
-void ComponentRegistration::AddLibrary(const Component& component, Entries& entries) {
+void ComponentRegistration::AddLibrary(const Component& component) {
   const platform::TypeLibInfo& library = component.library;
-  const std::string key = LibraryKey(library) + "\\" + Version(library);
-  AddText(entries, key, "", library.helpString.empty() ? library.name : library.helpString);
-  AddText(entries, key + "\\" + Hexadecimal(library.locale) + "\\win32", "", component.path);
-  AddText(entries, key + "\\FLAGS", "", std::to_string(library.flags));
-  AddText(entries, key + "\\HELPDIR", "", std::string(FolderOf(component.path)));
+  const std::string key = LibraryKey(library) + "\\" + component.version;
+  m_entries.Add({key}, "", library.helpString.empty() ? library.name : library.helpString);
+  m_entries.Add({key, "\\", Hexadecimal(library.locale), "\\win32"}, "", component.path);
+  m_entries.Add({key, "\\FLAGS"}, "", std::to_string(library.flags));
+  m_entries.Add({key, "\\HELPDIR"}, "", FolderOf(component.path));
 }
 
-void ComponentRegistration::AddInterface(const Component& component, const TypeDescription& type,
-                                         Entries& entries) {
-  const std::string key = "Interface\\" + type.guid;
-  AddText(entries, key, "", type.name);
-  AddText(entries, key + "\\ProxyStubClsid32", "", kAutomationProxy);
-  AddText(entries, key + "\\TypeLib", "", component.library.guid);
-  AddText(entries, key + "\\TypeLib", "Version", Version(component.library));
+void ComponentRegistration::AddInterface(const Component& component, const TypeDescription& type) {
+  const auto add = [&](std::string_view below, std::string_view name, std::string_view text) {
+    m_entries.Add({kInterfaces, type.guid, below}, name, text);
+  };
+  add("", "", type.name);
+  add("\\ProxyStubClsid32", "", kAutomationProxy);
+  add("\\TypeLib", "", component.library.guid);
+  add("\\TypeLib", "Version", component.version);
 }
 
-void ComponentRegistration::AddClass(const Component& component, const TypeDescription& type,
-                                     Entries& entries) {
+void ComponentRegistration::AddClass(const Component& component, const TypeDescription& type) {
   const std::string progId = ProgId(component.library, type);
-  const std::string key = "CLSID\\" + type.guid;
-  AddText(entries, key, "", progId);
+  const auto add = [&](std::string_view below, std::string_view name, std::string_view text) {
+    m_entries.Add({kClassIds, type.guid, below}, name, text);
+  };
+  add("", "", progId);
   if (IsProgram(component.path)) {
-    AddText(entries, key + "\\LocalServer32", "", component.path);
+    add("\\LocalServer32", "", component.path);
   } else {
-    AddText(entries, key + "\\InprocServer32", "", component.path);
-    AddText(entries, key + "\\InprocServer32", "ThreadingModel", "Apartment");
+    add("\\InprocServer32", "", component.path);
+    add("\\InprocServer32", "ThreadingModel", "Apartment");
   }
-  AddText(entries, key + "\\ProgID", "", progId);
-  AddText(entries, key + "\\TypeLib", "", component.library.guid);
-  AddText(entries, key + "\\VERSION", "", Version(component.library));
-  AddText(entries, key + "\\Programmable", "", "");
-  if ((type.flags & kControl) != 0) AddText(entries, key + "\\Control", "", "");
-  AddText(entries, progId, "", progId);
-  AddText(entries, progId + "\\Clsid", "", type.guid);
+  add("\\ProgID", "", progId);
+  add("\\TypeLib", "", component.library.guid);
+  add("\\VERSION", "", component.version);
+  add("\\Programmable", "", "");
+  if ((type.flags & kControl) != 0) add("\\Control", "", "");
+  m_entries.Add({progId}, "", progId);
+  m_entries.Add({progId, "\\Clsid"}, "", type.guid);
 }
 
 void ComponentRegistration::Unregister(std::string_view path) {
   const Component component = Read(path);
   for (const TypeDescription& type : component.types) {
-    const std::string interfaceKey = "Interface\\" + type.guid;
+    const std::string interfaceKey = std::string(kInterfaces) + type.guid;
     if (IsInterface(type) && BelongsTo(component, interfaceKey)) m_registry.RemoveKey(kClasses, interfaceKey);
     if (IsClass(type)) UnregisterClass(component, type);
   }
@@ -124,7 +134,7 @@ void ComponentRegistration::Unregister(std::string_view path) {
 }
 
 void ComponentRegistration::UnregisterClass(const Component& component, const TypeDescription& type) {
-  const std::string key = "CLSID\\" + type.guid;
+  const std::string key = std::string(kClassIds) + type.guid;
   if (!BelongsTo(component, key)) return;
   const std::string progId = ProgId(component.library, type);
   if (Text(progId + "\\Clsid") == type.guid) m_registry.RemoveKey(kClasses, progId);
@@ -133,7 +143,7 @@ void ComponentRegistration::UnregisterClass(const Component& component, const Ty
 
 void ComponentRegistration::UnregisterLibrary(const Component& component) {
   const std::string key = LibraryKey(component.library);
-  m_registry.RemoveKey(kClasses, key + "\\" + Version(component.library));
+  m_registry.RemoveKey(kClasses, key + "\\" + component.version);
   RemoveWhenEmpty(key);
   for (const char* root : {"TypeLib", "Interface", "CLSID"}) RemoveWhenEmpty(root);
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,17 +29,29 @@ class ComponentRegistration {
  private:
   struct Component {
     std::string path;
+    std::string version;
     platform::TypeLibInfo library;
     std::vector<platform::TypeDescription> types;
   };
 
-  using Entries = std::vector<platform::RegistryEntry>;
+  // The texts of one component. They keep their memory from one component to the next: a registration
+  // that changes nothing consists of little more than them.
+  class Entries {
+   public:
+    void Clear() { m_count = 0; }
+    // The parts of the key are put together.
+    void Add(std::initializer_list<std::string_view> key, std::string_view name, std::string_view text);
+    std::span<const platform::RegistryEntry> All() const { return {m_entries.data(), m_count}; }
+
+   private:
+    std::vector<platform::RegistryEntry> m_entries;
+    std::size_t m_count = 0;
+  };
 
   Component Read(std::string_view path) const;
-  static void AddLibrary(const Component& component, Entries& entries);
-  static void AddInterface(const Component& component, const platform::TypeDescription& type,
-                           Entries& entries);
-  static void AddClass(const Component& component, const platform::TypeDescription& type, Entries& entries);
+  void AddLibrary(const Component& component);
+  void AddInterface(const Component& component, const platform::TypeDescription& type);
+  void AddClass(const Component& component, const platform::TypeDescription& type);
   void UnregisterLibrary(const Component& component);
   void UnregisterClass(const Component& component, const platform::TypeDescription& type);
   bool BelongsTo(const Component& component, const std::string& key);
@@ -45,6 +60,7 @@ class ComponentRegistration {
 
   platform::Registry& m_registry;
   platform::TypeLibReader& m_reader;
+  Entries m_entries;
 };
 
 }  // namespace hearthmake::typelib

@@ -11,7 +11,7 @@ namespace hearthmake::typelib {
 PagedFile::PagedFile(platform::RandomAccessFile& file, std::string path)
     : m_file(file), m_path(std::move(path)), m_size(file.Size()) {}
 
-void PagedFile::Read(std::uint64_t offset, void* buffer, std::size_t count) {
+void PagedFile::ReadPages(std::uint64_t offset, void* buffer, std::size_t count) {
   if (count > kPageSize) {
     ReadFile(offset, buffer, count);
     return;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 #include "platform/FileSystem.hpp"
@@ -21,7 +22,16 @@ class PagedFile {
 
   // Copies count bytes from offset; the caller has made sure that they lie inside Size(). A file that has
   // become shorter meanwhile raises error 45, source "TypeLibReader".
-  void Read(std::uint64_t offset, void* buffer, std::size_t count);
+  void Read(std::uint64_t offset, void* buffer, std::size_t count) {
+    // Nearly every field lies in the page of the one before.
+    const Page& page = m_pages[m_latest];
+    const std::size_t within = static_cast<std::size_t>(offset % kPageSize);
+    if (offset / kPageSize == page.number && count <= kPageSize - within) {
+      std::memcpy(buffer, page.bytes.data() + within, count);
+    } else {
+      ReadPages(offset, buffer, count);
+    }
+  }
 
  private:
   static constexpr std::size_t kPageSize = 4096;
@@ -33,6 +43,7 @@ class PagedFile {
     std::array<std::uint8_t, kPageSize> bytes;  // left as it is: clearing would cost as much as reading
   };
 
+  void ReadPages(std::uint64_t offset, void* buffer, std::size_t count);
   const Page& Load(std::uint64_t number);
   void ReadFile(std::uint64_t offset, void* buffer, std::size_t count);
 

@@ -13,18 +13,18 @@ TEST(KeyTree, FindsKeysWithoutRegardToCase) {
   ASSERT_NE(tree.Find("SOFTWARE\\GRÖßE"), nullptr);
   EXPECT_EQ(tree.Find("SOFTWARE\\GRÖßE")->content, 7);
   EXPECT_EQ(&tree.Make("software\\größe"), tree.Find("Software\\Größe"));
-  EXPECT_EQ(tree.Find("Software")->children.begin()->second->name, "Größe");
+  EXPECT_EQ(Tree::Children(*tree.Find("Software")).front()->name, "Größe");
   EXPECT_EQ(tree.Find("Software\\x"), nullptr);
 }
 
 TEST(KeyTree, MakesAndFindsKeysBelowAnother) {
   Tree tree;
   Tree::Key& classes = tree.Make("Machine\\Classes");
-  const Tree::Key& made = tree.MakeBelow(classes, 2, "A.B\\Größe");
+  const Tree::Key& made = tree.MakeBelow(classes, "A.B\\Größe");
   EXPECT_EQ(tree.Find("machine\\classes\\a.b\\größe"), &made);
-  EXPECT_EQ(classes.Below("A.B\\GRÖßE"), tree.Find("Machine\\Classes\\A.B\\Größe"));
-  EXPECT_EQ(classes.Below("A.B\\X"), nullptr);
-  EXPECT_EQ(classes.Below(""), &classes);
+  EXPECT_EQ(tree.Below(classes, "a.b\\GRÖßE"), tree.Find("Machine\\Classes\\A.B\\Größe"));
+  EXPECT_EQ(tree.Below(classes, "A.B\\X"), nullptr);
+  EXPECT_EQ(tree.Below(classes, ""), &classes);
 }
 
 TEST(KeyTree, SkipsEmptyNames) {
