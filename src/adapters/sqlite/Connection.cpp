@@ -259,6 +259,26 @@ Cell Connection::DefaultOf(SelectPlan& plan, std::size_t column) {
   return plan.Default(m_db, column);
 }
 
+bool Connection::ChangesRowsAlone(const std::string& table) {
+  const FlagScope own(m_isOwnSql);
+  // The index of a UNIQUE column has no text.
+  Statement* other = TryPrepare(
+      "SELECT 1 FROM sqlite_master WHERE type='trigger' OR type='index' AND tbl_name=?1 COLLATE NOCASE "
+      "AND (sql IS NULL OR sql LIKE 'CREATE UNIQUE%')");
+  if (other == nullptr) return false;
+  const StatementReset reset(*other);
+  sqlite3_bind_text64(other->Handle(), 1, table.data(), table.size(), SQLITE_STATIC, SQLITE_UTF8);
+  return sqlite3_step(other->Handle()) == SQLITE_DONE;
+}
+
+std::int64_t Connection::DataVersion() {
+  const FlagScope own(m_isOwnSql);
+  Statement& version = Prepare("PRAGMA main.data_version", kDatabaseSource, {});
+  const StatementReset reset(version);
+  Step(version, kDatabaseSource, {});
+  return sqlite3_column_int64(version.Handle(), 0);
+}
+
 void Connection::EnterTransactions(int level) {
   if (m_isTransactionLost) {
     RaiseDao(DaoError::EngineFailed, kWorkspaceSource,

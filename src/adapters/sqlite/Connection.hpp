@@ -8,6 +8,8 @@
 
 #include "adapters/sqlite/Cell.hpp"
 #include "adapters/sqlite/Disk.hpp"
+#include "adapters/sqlite/KnownRows.hpp"
+#include "adapters/sqlite/SqlTranslations.hpp"
 #include "adapters/sqlite/Statement.hpp"
 
 struct sqlite3;
@@ -50,6 +52,19 @@ class Connection {
   // The value of a column of plan's table in a new row.
   Cell DefaultOf(SelectPlan& plan, std::size_t column);
 
+  // Translates what is sent to this file.
+  SqlTranslations& Translations() { return m_translations; }
+
+  // --- rows that need not be read again ---
+
+  // Rows of lists that were read; whoever writes through the connection tells.
+  KnownRows& Known() { return m_known; }
+  // Whether the file is such that a changed row of the table is all that its UPDATE changes: nothing is set
+  // off by it, and no other row has to go for it.
+  bool ChangesRowsAlone(const std::string& table);
+  // A number that stays the same while no other connection, of whatever process, changes the file.
+  std::int64_t DataVersion();
+
   // --- transactions: levels count from 1, each within the one before it ---
 
   // Begins what is missing up to the level. Raises 3260 when another process keeps the write lock, and
@@ -76,6 +91,7 @@ class Connection {
     }
   };
   State CurrentState() const;
+  bool IsInTransaction() const { return m_depth > 0; }
 
   // --- between two uses of the connection ---
 
@@ -107,6 +123,8 @@ class Connection {
   std::chrono::milliseconds m_busyTimeout;
   sqlite3* m_db = nullptr;
   StatementCache m_statements;
+  SqlTranslations m_translations;
+  KnownRows m_known;
   // Set while SQL of this class runs, which may use more of SQLite than a host's.
   bool m_isOwnSql = false;
   int m_depth = 0;

@@ -350,6 +350,7 @@ class JetTranslator {
       if (!NamesTable(at) || (kind != TokenKind::Word && kind != TokenKind::Name)) continue;
       m_result.m_table.assign(m_tokens[at].text);
       m_selectsWholeRows = SelectsWholeRows(at);
+      if (m_selectsWholeRows) FindSoughtColumn(at + 1);
       return;
     }
   }
@@ -363,6 +364,19 @@ class JetTranslator {
       if (IsKeyword(at, "UNION") || IsKeyword(at, "GROUP")) return false;
     }
     return true;
+  }
+
+  // Of the one condition behind the table, if it is "column = number".
+  void FindSoughtColumn(std::size_t where) {
+    if (m_tokens.size() != where + 5 || !IsKeyword(where, "WHERE") || !IsSymbol(where + 2, "=")) return;
+    const Token& column = m_tokens[where + 1];
+    const Token& number = m_tokens[where + 3];
+    const bool isColumn = column.kind == TokenKind::Name ||
+                          (column.kind == TokenKind::Word && !Contains(kKeywords, column.word));
+    if (!isColumn || number.kind != TokenKind::Literal) return;
+    if (std::holds_alternative<std::int64_t>(m_values[number.literal])) {
+      m_result.m_soughtColumn.assign(column.text);
+    }
   }
 
   void WriteToken() {
@@ -507,6 +521,10 @@ class JetTranslator {
 };
 
 JetSql::JetSql(std::string_view sql, const char* source) { JetTranslator(sql, source, *this).Run(); }
+
+bool JetSql::EndsInNumber() const {
+  return m_text.ends_with('?') && std::holds_alternative<std::int64_t>(m_literals.back());
+}
 
 std::string JetSql::TextWithoutKey() const { return m_text.substr(0, m_keyBegin) + m_text.substr(m_keyEnd); }
 

@@ -42,11 +42,20 @@ class JetSql {
   bool SelectsKey() const { return m_keyEnd != 0; }
   // Text() without the row's key, for what has none (a view).
   std::string TextWithoutKey() const;
+  // Of "SELECT * FROM table WHERE column = number" the column, as the text spells it; else empty.
+  const std::string& SoughtColumn() const { return m_soughtColumn; }
+
+  // Whether the text ends in a whole number which became the last parameter. It can be set then, as if the
+  // text had ended in that one.
+  bool EndsInNumber() const;
+  std::int64_t EndNumber() const { return std::get<std::int64_t>(m_literals.back()); }
+  void SetEndNumber(std::int64_t number) { m_literals.back() = number; }
 
  private:
   std::string m_text;
   std::vector<Literal> m_literals;
   std::string m_table;
+  std::string m_soughtColumn;
   StatementKind m_kind = StatementKind::Select;
   std::size_t m_keyBegin = 0;
   std::size_t m_keyEnd = 0;

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -10,13 +11,7 @@ namespace hearthmake::sqlite {
 namespace {
 
 constexpr std::size_t kChunkSize = 65536;
-
-template <typename T>
-void Put(std::string& out, T value) {
-  char bytes[sizeof value];
-  std::memcpy(bytes, &value, sizeof value);
-  out.append(bytes, sizeof value);
-}
+constexpr std::size_t kFirstChunkSize = 500;
 
 template <typename T>
 T Take(const std::string& in, std::size_t& at) {
@@ -26,16 +21,23 @@ T Take(const std::string& in, std::size_t& at) {
   return value;
 }
 
+// The kind, then the value; of a text its size and the text itself.
 void Pack(std::string& out, const Cell& cell) {
-  out += static_cast<char>(cell.kind);
+  std::array<char, 1 + sizeof cell.integer> head;
+  head[0] = static_cast<char>(cell.kind);
   switch (cell.kind) {
-    case Cell::Kind::Null: break;
-    case Cell::Kind::Integer: Put(out, cell.integer); break;
-    case Cell::Kind::Real: Put(out, cell.real); break;
-    case Cell::Kind::Text:
-      Put(out, static_cast<std::uint32_t>(cell.text.size()));  // SQLite's texts end at 2 GB
-      out += cell.text;
+    case Cell::Kind::Null: out += head[0]; return;
+    case Cell::Kind::Integer:
+    case Cell::Kind::Real:
+      std::memcpy(head.data() + 1, &cell.integer, sizeof cell.integer);
+      out.append(head.data(), head.size());
+      return;
+    case Cell::Kind::Text: break;
   }
+  const auto size = static_cast<std::uint32_t>(cell.text.size());  // SQLite's texts end at 2 GB
+  std::memcpy(head.data() + 1, &size, sizeof size);
+  out.append(head.data(), 1 + sizeof size);
+  if (size > 0) out += cell.text;
 }
 
 Cell Unpack(const std::string& in, std::size_t& at) {
@@ -55,13 +57,18 @@ Cell Unpack(const std::string& in, std::size_t& at) {
 
 }  // namespace
 
-void RowBuffer::Append(sqlite3_stmt* statement, int columns) {
+RowBuffer::RowBuffer(std::string_view packedRow) { m_chunks.emplace_back(packedRow); }
+
+std::string_view RowBuffer::Append(sqlite3_stmt* statement, int columns) {
   if (m_chunks.empty() || m_chunks.back().size() >= kChunkSize) {
     m_chunks.emplace_back();
     // The first chunk grows as it must: most selections are one small row.
-    if (m_chunks.size() > 1) m_chunks.back().reserve(kChunkSize + kChunkSize / 8);
+    m_chunks.back().reserve(m_chunks.size() > 1 ? kChunkSize + kChunkSize / 8 : kFirstChunkSize);
   }
-  for (int i = 0; i < columns; ++i) Pack(m_chunks.back(), Cell::OfColumn(statement, i));
+  std::string& chunk = m_chunks.back();
+  const std::size_t begin = chunk.size();
+  for (int i = 0; i < columns; ++i) Pack(chunk, Cell::OfColumn(statement, i));
+  return std::string_view(chunk).substr(begin);
 }
 
 bool RowBuffer::Next(std::vector<Cell>& cells) {

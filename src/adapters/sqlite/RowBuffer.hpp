@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "adapters/sqlite/Cell.hpp"
@@ -16,8 +17,12 @@ namespace hearthmake::sqlite {
 // file, so that rows can be written, and the database closed by others, in the middle of a walk.
 class RowBuffer {
  public:
-  // Adds the current row of the statement.
-  void Append(sqlite3_stmt* statement, int columns);
+  RowBuffer() = default;
+  // Of one row, as Append packed it.
+  explicit RowBuffer(std::string_view packedRow);
+
+  // Adds the current row of the statement. The result is the row as it is packed, until the next call.
+  std::string_view Append(sqlite3_stmt* statement, int columns);
   // Unpacks the next row into cells, whose number is that of the columns; false behind the last one.
   // The texts are valid until the next call.
   bool Next(std::vector<Cell>& cells);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "adapters/sqlite/Cell.hpp"
@@ -37,6 +38,10 @@ class SelectPlan {
   const std::string& Table() const { return m_table; }
   const std::string& QuotedTable() const { return m_quotedTable; }
   bool IsAutoNumber(std::size_t column) const { return column == m_autoNumber; }
+  // The column that is the row's key, empty when none is.
+  std::string_view KeyName() const {
+    return m_autoNumber == ColumnNames::kNotFound ? std::string_view() : m_names.Name(m_autoNumber);
+  }
   // Whether the keys come from a counter that never gives one twice.
   bool CountsKeys() const { return m_countsKeys; }
   // The value of a column in a new row.

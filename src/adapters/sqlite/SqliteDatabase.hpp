@@ -10,6 +10,7 @@
 namespace hearthmake::sqlite {
 
 class JetSql;
+class RowBuffer;
 
 // One open database of a SqliteWorkspace. After Close everything but Close is error 3420.
 class SqliteDatabase : public platform::Database, public std::enable_shared_from_this<SqliteDatabase> {
@@ -32,6 +33,8 @@ class SqliteDatabase : public platform::Database, public std::enable_shared_from
   Connection& UseForWriting(const char* source);
 
  private:
+  std::unique_ptr<platform::Recordset> OpenKnownRow(Connection& connection, const JetSql& query);
+  RowBuffer ReadRows(Connection& connection, const JetSql& query, Statement& statement, bool hasKey);
   Statement& PrepareSelect(Connection& connection, const JetSql& query, bool& hasKey);
 
   std::shared_ptr<ConnectionPool> m_pool;

@@ -239,6 +239,7 @@ void SqliteRecordset::WriteRow() {
     BindCell(statement.Handle(), ++parameter, AssignedCell(m_assignments[column]));
   }
   if (!isNew) BindCell(statement.Handle(), ++parameter, m_row.back());
+  if (!isNew) connection.Known().Forget(m_plan->Table(), m_row.back().integer);
   connection.Run(statement, kRecordsetSource, m_plan->Table());
   if (!isNew && sqlite3_changes(connection.Handle()) == 0) {
     RaiseDao(DaoError::RecordDeleted, kRecordsetSource, "Record is deleted. (" + m_plan->Table() + ")");

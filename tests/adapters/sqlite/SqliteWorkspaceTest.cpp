@@ -387,6 +387,185 @@ TEST_F(SqliteWorkspaceTest, WritesNothingWhenARowIsAssignedWhatItHas) {
   EXPECT_EQ(std::filesystem::file_size(m_path + "-wal"), 0U);
 }
 
+// --- editing a row of a list that was read before ---
+
+class KnownRowsTest : public SqliteWorkspaceTest {
+ protected:
+  KnownRowsTest() {
+    RawSql(m_path, "INSERT INTO Build(Name, StartDllBaseAddress) VALUES ('a', 1), ('b', 2), ('c', 3)");
+  }
+
+  std::shared_ptr<Database> Opened() { return m_workspace.OpenDatabase(m_path); }
+  static void ReadList(Database& database) {
+    const auto view = database.HoldView();
+    const auto rows = database.OpenRecordset("SELECT * FROM Build", RecordsetType::Dynaset);
+    while (!rows->AtEnd()) rows->MoveNext();
+  }
+  static std::unique_ptr<platform::Recordset> Row(Database& database, int id) {
+    return database.OpenRecordset("SELECT * FROM BUild WHERE iD = " + std::to_string(id),
+                                  RecordsetType::Dynaset);
+  }
+  // As the domain saves: the row is opened, every column is assigned.
+  static void Save(Database& database, int id, const std::string& name, int address) {
+    const auto row = Row(database, id);
+    ASSERT_FALSE(row->AtEnd());
+    row->Edit();
+    row->SetText("Name", name);
+    row->SetLong("StartDllBaseAddress", address);
+    EXPECT_EQ(row->GetLong("Id"), id);
+    row->Update();
+  }
+  std::string Stored(int id) {
+    return RawSql(m_path,
+                  "SELECT Name || ' ' || StartDllBaseAddress FROM Build WHERE Id = " + std::to_string(id));
+  }
+};
+
+TEST_F(KnownRowsTest, EachRowReadsAsItIs) {
+  const auto database = Opened();
+  ReadList(*database);
+  m_workspace.BeginTrans();
+  for (int id = 1; id <= 3; ++id) {
+    const auto row = Row(*database, id);
+    EXPECT_EQ(row->GetLong("Id"), id);
+    EXPECT_EQ(row->GetText("Name"), std::string(1, static_cast<char>('a' + id - 1)));
+    row->MoveNext();
+    EXPECT_TRUE(row->AtEnd());
+  }
+  EXPECT_TRUE(Row(*database, 4)->AtEnd());
+  m_workspace.CommitTrans();
+}
+
+TEST_F(KnownRowsTest, WhatIsSavedIsStoredAndReadAgain) {
+  const auto database = Opened();
+  ReadList(*database);
+  for (int round = 0; round < 3; ++round) {
+    m_workspace.BeginTrans();
+    Save(*database, 2, "saved", round);
+    EXPECT_EQ(Row(*database, 2)->GetLong("StartDllBaseAddress"), round);
+    m_workspace.CommitTrans();
+    EXPECT_EQ(Stored(2), "saved " + std::to_string(round));
+  }
+  m_workspace.BeginTrans();
+  EXPECT_EQ(Row(*database, 1)->GetText("Name"), "a");
+  m_workspace.CommitTrans();
+}
+
+TEST_F(KnownRowsTest, ARowThatAnotherProcessChangedIsReadAgain) {
+  const auto database = Opened();
+  ReadList(*database);
+  m_workspace.BeginTrans();
+  Save(*database, 1, "mine", 1);
+  m_workspace.CommitTrans();
+  ASSERT_TRUE(InChild([&] { return RawSql(m_path, "UPDATE Build SET Name = 'theirs'").empty(); }));
+  m_workspace.BeginTrans();
+  EXPECT_EQ(Row(*database, 2)->GetText("Name"), "theirs");
+  // Assigned what it had when the list was read: it must be written all the same.
+  Save(*database, 3, "c", 3);
+  m_workspace.CommitTrans();
+  EXPECT_EQ(Stored(3), "c 3");
+}
+
+TEST_F(KnownRowsTest, ARowThatAnotherProcessDeletedIsGone) {
+  const auto database = Opened();
+  ReadList(*database);
+  ASSERT_TRUE(InChild([&] { return RawSql(m_path, "DELETE FROM Build WHERE Id = 2").empty(); }));
+  m_workspace.BeginTrans();
+  EXPECT_TRUE(Row(*database, 2)->AtEnd());
+  EXPECT_FALSE(Row(*database, 3)->AtEnd());
+  m_workspace.CommitTrans();
+}
+
+TEST_F(KnownRowsTest, ATableThatAnotherProcessChangedIsReadAgain) {
+  const auto database = Opened();
+  ReadList(*database);
+  ASSERT_TRUE(InChild([&] {
+    return RawSql(m_path, "ALTER TABLE Build RENAME COLUMN Name TO Title; ALTER TABLE Build ADD Name TEXT")
+        .empty();
+  }));
+  m_workspace.BeginTrans();
+  const auto row = Row(*database, 2);
+  EXPECT_EQ(row->GetText("Title"), "b");
+  EXPECT_TRUE(row->IsNull("Name"));
+  m_workspace.CommitTrans();
+}
+
+TEST_F(KnownRowsTest, AChangeByAnotherStatementShows) {
+  const auto database = Opened();
+  ReadList(*database);
+  m_workspace.BeginTrans();
+  database->Execute("UPDATE Build SET Name = 'other'");
+  EXPECT_EQ(Row(*database, 2)->GetText("Name"), "other");
+  m_workspace.Rollback();
+  m_workspace.BeginTrans();
+  EXPECT_EQ(Row(*database, 2)->GetText("Name"), "b");
+  m_workspace.CommitTrans();
+}
+
+TEST_F(KnownRowsTest, ASaveThatIsRolledBackLeavesTheRowAsItWas) {
+  const auto database = Opened();
+  ReadList(*database);
+  m_workspace.BeginTrans();
+  Save(*database, 2, "lost", 9);
+  ReadList(*database);  // it shows what may be rolled back
+  m_workspace.Rollback();
+  m_workspace.BeginTrans();
+  EXPECT_EQ(Row(*database, 2)->GetText("Name"), "b");
+  Save(*database, 2, "lost", 9);
+  m_workspace.CommitTrans();
+  EXPECT_EQ(Stored(2), "lost 9");
+}
+
+TEST_F(KnownRowsTest, ARowThatATriggerChangesIsReadAgain) {
+  RawSql(m_path,
+         "CREATE TRIGGER Other AFTER UPDATE ON Build WHEN new.Id = 1 "
+         "BEGIN UPDATE Build SET Name = 'set off' WHERE Id = 2; END");
+  const auto database = Opened();
+  ReadList(*database);
+  m_workspace.BeginTrans();
+  Save(*database, 1, "changed", 1);
+  EXPECT_EQ(Row(*database, 2)->GetText("Name"), "set off");
+  m_workspace.CommitTrans();
+}
+
+TEST_F(KnownRowsTest, ARowThatHasToGoForAnotherIsGone) {
+  RawSql(m_path,
+         "CREATE TABLE Single(Id INTEGER PRIMARY KEY, Name TEXT UNIQUE ON CONFLICT REPLACE);"
+         "INSERT INTO Single(Name) VALUES ('a'), ('b')");
+  const auto database = Opened();
+  const auto row = [&](int id) {
+    return database->OpenRecordset("SELECT * FROM Single WHERE Id = " + std::to_string(id),
+                                   RecordsetType::Dynaset);
+  };
+  database->OpenRecordset("SELECT * FROM Single", RecordsetType::Dynaset);
+  m_workspace.BeginTrans();
+  const auto first = row(1);
+  first->Edit();
+  first->SetText("Name", "b");
+  first->Update();
+  EXPECT_TRUE(row(2)->AtEnd());
+  m_workspace.CommitTrans();
+}
+
+TEST_F(KnownRowsTest, OutlivesTheDatabaseUnlessTheFileIsAnother) {
+  ReadList(*Opened());
+  const auto again = Opened();
+  m_workspace.BeginTrans();
+  EXPECT_EQ(Row(*again, 2)->GetText("Name"), "b");
+  m_workspace.CommitTrans();
+  again->Close();
+
+  std::filesystem::remove(m_path);
+  CreateBuildDatabase(m_path);
+  RawSql(m_path, "INSERT INTO Build(Name) VALUES ('x'), ('y')");
+  const auto other = Opened();
+  m_workspace.BeginTrans();
+  EXPECT_EQ(Row(*other, 2)->GetText("Name"), "y");
+  m_workspace.CommitTrans();
+}
+
+// --- views ---
+
 TEST_F(SqliteWorkspaceTest, AViewShowsOneStateUntilItEnds) {
   const auto database = m_workspace.OpenDatabase(m_path);
   auto view = database->HoldView();
