@@ -110,7 +110,6 @@ void DefaultPorts::AddMachine(const Options& options) {
 
 void DefaultPorts::AddFiles(const Options& options) {
   sqlite::LeaveOutMemoryStatistics();
-  sqlite::KeepSmallBlocks();
   m_ports.files = std::make_shared<posix::PosixFileSystem>(m_drives);
   m_ports.typeLibs = std::make_shared<typelib::TypeLibFileReader>(m_ports.files);
   m_ports.shell = std::make_shared<posix::PosixShell>(

@@ -5,18 +5,11 @@
 #include <utility>
 
 #include "adapters/sqlite/ConnectionPool.hpp"
-#include "adapters/sqlite/SmallBlocks.hpp"
 #include "adapters/sqlite/SqliteDatabase.hpp"
 
 namespace hearthmake::sqlite {
 
 void LeaveOutMemoryStatistics() { sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0); }
-
-void KeepSmallBlocks() {
-#ifndef HEARTHMAKE_SANITIZED
-  sqlite3_config(SQLITE_CONFIG_MALLOC, &small_blocks::Methods());
-#endif
-}
 
 SqliteWorkspace::SqliteWorkspace(PathMap toPosix, std::chrono::milliseconds busyTimeout)
     : m_toPosix(std::move(toPosix)), m_pool(std::make_shared<ConnectionPool>(busyTimeout)) {}

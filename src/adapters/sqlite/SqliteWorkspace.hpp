@@ -17,11 +17,6 @@ class ConnectionPool;
 // is in use.
 void LeaveOutMemoryStatistics();
 
-// Lets SQLite keep small blocks of memory (SmallBlocks.hpp), which halves the cost of reading or writing a
-// row of many texts. As above a matter of the process; of no effect with sanitizers, which are to see each
-// block.
-void KeepSmallBlocks();
-
 // The workspace over SQLite files. It and all that it opens belong to one thread.
 //
 // A closed database stays open underneath and is taken up again by the next OpenDatabase of the path,
