@@ -336,6 +336,7 @@ bool clFile::PutRowsBehindFirst(std::span<const std::string> rows, std::span<con
   if (std::any_of(keys.begin(), keys.end(), isInFirst)) return false;
   const std::size_t behindFirst = firstEnd + kLineEnd.size();
   std::string block;
+  block.reserve(m_content.size());
   for (const std::string& row : rows) block.append(FileBytes(row).View()).append(kLineEnd);
   // As a rule they stand there already.
   if (m_content.compare(behindFirst, block.size(), block) == 0) {
