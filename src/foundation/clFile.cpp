@@ -304,7 +304,7 @@ class RowCheck {
     std::string_view rest = m_content.substr(equals + 1);
     if (!m_content.substr(0, begin).ends_with(kLineEnd) || !rest.starts_with(value.View())) return false;
     rest.remove_prefix(value.Size());
-    // A value of several lines would be put in front of what it left there the last time.
+    // A value of several lines is put in front of what it left there the last time.
     return rest.starts_with(kLineEnd) && value.View().find('\r') == std::string_view::npos;
   }
 
@@ -312,7 +312,7 @@ class RowCheck {
   std::size_t m_firstEnd;
   std::size_t m_lastEnd;
   std::span<const clFile::ExpectedRow> m_rows;
-  // The rows by the three letters before their equals sign, which tell most of them apart.
+  // The first row of each slot: by the three letters before the equals sign, which tell most rows apart.
   std::array<std::size_t, kSlots> m_first;
   std::vector<State> m_states;
 };
