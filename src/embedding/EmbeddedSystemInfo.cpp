@@ -30,8 +30,9 @@ std::string EmbeddedSystemInfo::TemporaryFolder() {
   if (!m_temporary) {
     m_temporary.emplace(m_options.temporaryFolder ? m_options.temporaryFolder() : "");
     if (m_options.onTemporaryFolder) m_options.onTemporaryFolder(m_temporary->Path());
+    m_temporaryFolder = m_drives->FromPosix(m_temporary->Path()) + "\\";
   }
-  return m_drives->FromPosix(m_temporary->Path()) + "\\";
+  return m_temporaryFolder;
 }
 
 std::int32_t EmbeddedSystemInfo::MajorVersion() {

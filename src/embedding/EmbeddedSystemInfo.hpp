@@ -34,6 +34,7 @@ class EmbeddedSystemInfo final : public posix::PosixSystemInfo {
   std::shared_ptr<const posix::DriveMap> m_drives;
   std::shared_ptr<platform::Registry> m_registry;
   std::optional<posix::TemporaryDirectory> m_temporary;
+  std::string m_temporaryFolder;  // its DOS path
   std::optional<std::int32_t> m_majorVersion;
 };
 

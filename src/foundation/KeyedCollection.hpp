@@ -92,6 +92,8 @@ class KeyedCollection {
   };
 
   std::size_t IndexOf(std::size_t ordinal) const {
+    // Until one is removed, the ordinal of each entry is its index.
+    if (ordinal < m_entries.size() && m_entries[ordinal].ordinal == ordinal) return ordinal;
     const auto entry = std::lower_bound(m_entries.begin(), m_entries.end(), ordinal,
                                         [](const Entry& e, std::size_t value) { return e.ordinal < value; });
     return static_cast<std::size_t>(entry - m_entries.begin());

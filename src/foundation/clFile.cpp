@@ -51,7 +51,7 @@ std::string clFile::Name() const { return std::string(FileNamePart(m_pathName));
 
 void clFile::SetFile(std::string_view strFile) {
   m_pathName = strFile;
-  m_read.reset();
+  ForgetRead();
 }
 
 void clFile::OpenFile() {
@@ -62,8 +62,21 @@ void clFile::OpenFile() {
     m_content.clear();
     automation::Raise(automation::RuntimeError::OutOfMemory, "clFile.OpenFile", m_pathName);
   }
-  m_read = m_content;
+  m_read.reset();
+  m_isUnedited = true;
   m_isOpen = true;
+}
+
+// Most files are only looked at, and need no copy.
+std::string& clFile::Edit() {
+  if (m_isUnedited) m_read = m_content;
+  m_isUnedited = false;
+  return m_content;
+}
+
+void clFile::ForgetRead() {
+  m_read.reset();
+  m_isUnedited = false;
 }
 
 void clFile::CloseFile() { m_isOpen = false; }
@@ -99,7 +112,7 @@ void clFile::PutText(std::string_view strStart, std::string_view strText, std::i
   const FileBytes text(strText);
   const std::size_t begin = hit + start.Size();
   const std::size_t count = std::min(text.Size(), m_content.size() - begin);
-  m_content.replace(begin, count, text.View().substr(0, count));
+  Edit().replace(begin, count, text.View().substr(0, count));
 }
 
 clFile::Row clFile::FindRow(std::string_view marker, std::int32_t& lngStartPos) const {
@@ -121,16 +134,16 @@ clFile::Row clFile::FindRow(std::string_view marker, std::int32_t& lngStartPos) 
 void clFile::ReplaceRow(std::string_view str1, std::string_view str2, std::int32_t& lngStartPos) {
   const Row row = FindRow(str1, lngStartPos);
   if (!row.isFound || row.end == std::string::npos) return;
-  m_content.replace(row.start, row.end - row.start, FileBytes(str2).View());
+  Edit().replace(row.start, row.end - row.start, FileBytes(str2).View());
 }
 
 void clFile::RemoveRow(std::string_view str1, std::int32_t& lngStartPos) {
   const Row row = FindRow(str1, lngStartPos);
   if (!row.isFound) return;
   if (row.end != std::string::npos) {
-    m_content.erase(row.start, row.end + kLineEnd.size() - row.start);
+    Edit().erase(row.start, row.end + kLineEnd.size() - row.start);
   } else if (row.start < m_content.size()) {
-    m_content.erase(row.start, m_content.size() - 1 - row.start);
+    Edit().erase(row.start, m_content.size() - 1 - row.start);
   }
 }
 
@@ -146,11 +159,12 @@ std::string clFile::ReadText(std::string_view strFile) {
 }
 
 void clFile::AppendRow(std::string_view row) {
-  if (m_content.ends_with(kLineEnd)) {
-    m_content.append(row).append(kLineEnd);
+  std::string& content = Edit();
+  if (content.ends_with(kLineEnd)) {
+    content.append(row).append(kLineEnd);
   } else {
-    if (!m_content.empty()) m_content.append(kLineEnd);
-    m_content.append(row);
+    if (!content.empty()) content.append(kLineEnd);
+    content.append(row);
   }
 }
 
@@ -163,9 +177,9 @@ void clFile::InsertNewRow(std::string_view strRow, std::string_view strSearch, b
   }
   const std::size_t lineEnd = bBefore ? m_content.rfind(kLineEnd, hit) : m_content.find(kLineEnd, hit);
   if (lineEnd == std::string::npos) {
-    m_content.append(kLineEnd).append(row.View());
+    Edit().append(kLineEnd).append(row.View());
   } else {
-    m_content.insert(lineEnd + kLineEnd.size(), std::string(row.View()).append(kLineEnd));
+    Edit().insert(lineEnd + kLineEnd.size(), std::string(row.View()).append(kLineEnd));
   }
 }
 
@@ -175,18 +189,18 @@ void clFile::Save() {
   try {
     files.SetAttributes(m_pathName, platform::kNormal);
     // Most files are saved as they were read, and the file is not asked again.
-    if (m_read && *m_read == m_content) return;
+    if (IsAsRead()) return;
   } catch (const automation::Error&) {
     // A file that is missing is made now; one that stays read-only is refused by the writing.
   }
   files.Replace(m_pathName, m_content);
-  m_read.reset();
+  ForgetRead();
 }
 
 void clFile::SaveAs(std::string_view strNewPathName, bool bOverWrite) {
   CloseFile();
   m_pathName = strNewPathName;
-  m_read.reset();
+  ForgetRead();
   if (!bOverWrite && Exists())
     automation::Raise(automation::kInvalidValue, "clFile.SaveAs", "File alredy exits");
   Ports().files->Replace(m_pathName, m_content);
@@ -213,7 +227,7 @@ void clFile::AppendRow(std::string_view strFile, std::string_view row) {
   Ports().files->Append(strFile, Utf8ToWindows1252(row) + "\r\n");
 }
 
-void clFile::SetContent(std::string_view strContent) { m_content = Utf8ToWindows1252(strContent); }
+void clFile::SetContent(std::string_view strContent) { Edit() = Utf8ToWindows1252(strContent); }
 
 void clFile::Copy(std::string& strPath) const {
   if (!strPath.ends_with('\\')) strPath.push_back('\\');
@@ -230,46 +244,50 @@ std::string clFile::NameWithoutExtention() const { return std::string(FileStem(m
 
 namespace {
 
-// Finds out whether expected rows stand in a content, line by line. A marker counts where it is found
-// first, as in FindRow.
+// Finds out whether expected rows stand in a content, equals sign by equals sign. A marker counts where it is
+// found first, as in FindRow.
 class RowCheck {
  public:
-  explicit RowCheck(std::span<const clFile::ExpectedRow> rows)
-      : m_rows(rows), m_isFound(rows.size()), m_next(rows.size()) {
+  RowCheck(std::string_view content, std::span<const clFile::ExpectedRow> rows)
+      : m_content(content),
+        m_firstEnd(content.find(kLineEnd)),
+        m_lastEnd(content.rfind(kLineEnd)),
+        m_rows(rows),
+        m_states(rows.size()) {
     m_first.fill(kNone);
     for (std::size_t i = 0; i < rows.size(); ++i) {
-      std::size_t& first = m_first[Slot(rows[i].marker)];
-      m_next[i] = std::exchange(first, i);
+      m_states[i].next = std::exchange(m_first[Slot(rows[i].marker)], i);
     }
   }
 
   // False when a row is found here that would be changed.
-  bool Take(std::string_view line, bool isFirst, bool isEnded) {
-    for (std::size_t equals = line.find('='); equals != std::string_view::npos;
-         equals = line.find('=', equals + 1)) {
-      const std::string_view key = line.substr(0, equals + 1);
-      if (key.size() < kShortestMarker) continue;
-      for (std::size_t i = m_first[Slot(key)]; i != kNone; i = m_next[i]) {
-        if (m_isFound[i] || !key.ends_with(m_rows[i].marker)) continue;
-        m_isFound[i] = true;
-        // A last line without end is never replaced, whatever it holds.
-        if (isFirst || (isEnded && !Is(line, m_rows[i]))) return false;
-      }
+  bool Take(std::size_t equals) {
+    const std::string_view key = m_content.substr(0, equals + 1);
+    if (key.size() < kShortestMarker) return true;
+    for (std::size_t i = m_first[Slot(key)]; i != kNone; i = m_states[i].next) {
+      if (m_states[i].isFound || !key.ends_with(m_rows[i].marker)) continue;
+      m_states[i].isFound = true;
+      if (!Stays(m_rows[i], equals)) return false;
     }
     return true;
   }
   std::vector<std::size_t> Missing() const {
     std::vector<std::size_t> missing;
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
-      if (!m_isFound[i]) missing.push_back(i);
+      if (!m_states[i].isFound) missing.push_back(i);
     }
     return missing;
   }
 
  private:
+  struct State {
+    std::size_t next = 0;  // the row that follows in the slot
+    bool isFound = false;
+  };
+
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
   static constexpr std::size_t kShortestMarker = 4;
-  static constexpr std::size_t kSlots = 256;
+  static constexpr std::size_t kSlots = 128;
 
   static std::size_t Slot(std::string_view key) {
     const auto letter = [&](std::size_t back) {
@@ -277,69 +295,82 @@ class RowCheck {
     };
     return (letter(1) * 3 + letter(2) * 5 + letter(3) * 7) % kSlots;
   }
-  static bool Is(std::string_view line, const clFile::ExpectedRow& row) {
-    return line.starts_with(row.marker) && line.substr(row.marker.size()) == FileBytes(row.value).View();
+  bool Stays(const clFile::ExpectedRow& row, std::size_t equals) const {
+    const std::size_t begin = equals + 1 - row.marker.size();
+    if (begin < m_firstEnd) return false;
+    // A last line without end is never replaced, whatever it holds.
+    if (m_lastEnd < begin) return true;
+    const FileBytes value(row.value);
+    std::string_view rest = m_content.substr(equals + 1);
+    if (!m_content.substr(0, begin).ends_with(kLineEnd) || !rest.starts_with(value.View())) return false;
+    rest.remove_prefix(value.Size());
+    // A value of several lines is put in front of what it left there the last time.
+    return rest.starts_with(kLineEnd) && value.View().find('\r') == std::string_view::npos;
   }
 
+  std::string_view m_content;
+  std::size_t m_firstEnd;
+  std::size_t m_lastEnd;
   std::span<const clFile::ExpectedRow> m_rows;
-  std::vector<bool> m_isFound;
-  // The rows by the three letters before their equals sign, which tell most of them apart: the first one of
-  // each slot, and the one that follows each.
+  // The first row of each slot: by the three letters before the equals sign, which tell most rows apart.
   std::array<std::size_t, kSlots> m_first;
-  std::vector<std::size_t> m_next;
+  std::vector<State> m_states;
 };
 
 }  // namespace
 
 std::optional<std::vector<std::size_t>> clFile::MissingRows(std::span<const ExpectedRow> rows) const {
-  RowCheck check(rows);
-  std::size_t start = 0;
-  while (start < m_content.size()) {
-    const std::size_t end = m_content.find(kLineEnd, start);
-    const bool isEnded = end != std::string::npos;
-    const std::string_view line = std::string_view(m_content).substr(start, isEnded ? end - start : end);
-    if (!check.Take(line, start == 0, isEnded)) return std::nullopt;
-    if (!isEnded) break;
-    start = end + kLineEnd.size();
+  RowCheck check(m_content, rows);
+  for (std::size_t equals = m_content.find('='); equals != std::string::npos;
+       equals = m_content.find('=', equals + 1)) {
+    if (!check.Take(equals)) return std::nullopt;
   }
   return check.Missing();
 }
 
 bool clFile::PutRowsBehindFirst(std::span<const std::string> rows, std::span<const std::string_view> keys) {
-  const std::string_view content = m_content;
-  const std::size_t firstEnd = content.find(kLineEnd);
-  if (firstEnd == std::string_view::npos || !content.ends_with(kLineEnd)) return false;
-  std::vector<std::size_t> hits;  // the next one of each key
-  for (const std::string_view key : keys) hits.push_back(content.find(key));
-  std::size_t taken = firstEnd + kLineEnd.size();
-  std::string result(content.substr(0, taken));
-  result.reserve(content.size() + kLineEnd.size());
-  for (const std::string& row : rows) result.append(FileBytes(row).View()).append(kLineEnd);
-  while (true) {
-    const std::size_t hit = *std::min_element(hits.begin(), hits.end());
-    if (hit == std::string_view::npos) break;
-    if (hit < firstEnd) return false;
-    const std::size_t start = content.rfind(kLineEnd, hit) + kLineEnd.size();
-    result.append(content.substr(taken, start - taken));
-    taken = content.find(kLineEnd, start) + kLineEnd.size();
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      if (hits[i] < taken) hits[i] = content.find(keys[i], taken);
+  const std::size_t firstEnd = m_content.find(kLineEnd);
+  if (firstEnd == std::string::npos || !m_content.ends_with(kLineEnd)) return false;
+  const std::string_view first = std::string_view(m_content).substr(0, firstEnd);
+  const auto isInFirst = [&](std::string_view key) { return first.find(key) != std::string_view::npos; };
+  if (std::any_of(keys.begin(), keys.end(), isInFirst)) return false;
+  const std::size_t behindFirst = firstEnd + kLineEnd.size();
+  std::string block;
+  block.reserve(m_content.size());
+  for (const std::string& row : rows) block.append(FileBytes(row).View()).append(kLineEnd);
+  // As a rule they stand there already.
+  if (m_content.compare(behindFirst, block.size(), block) == 0) {
+    EraseRows(keys, behindFirst + block.size());
+  } else {
+    EraseRows(keys, behindFirst);
+    Edit().insert(behindFirst, block);
+  }
+  return true;
+}
+
+// Removes the rows that hold one of the keys. There is a line end before and behind each.
+void clFile::EraseRows(std::span<const std::string_view> keys, std::size_t from) {
+  for (const std::string_view key : keys) {
+    std::size_t begin = from;
+    for (std::size_t hit = m_content.find(key, begin); hit != std::string::npos;
+         hit = m_content.find(key, begin)) {
+      begin = m_content.rfind(kLineEnd, hit) + kLineEnd.size();
+      const std::size_t end = m_content.find(kLineEnd, hit) + kLineEnd.size();
+      Edit().erase(begin, end - begin);
     }
   }
-  m_content = result.append(content.substr(taken));
-  return true;
 }
 
 void clFile::EndLastRow(std::string_view text) {
   const std::size_t lineEnd = m_content.rfind(kLineEnd);
   const std::size_t start = lineEnd == std::string::npos ? 0 : lineEnd + kLineEnd.size();
-  if (m_content.find(text, start) != std::string::npos) m_content.append(kLineEnd);
+  if (m_content.find(text, start) != std::string::npos) Edit().append(kLineEnd);
 }
 
 void clFile::DropContent() {
   m_isOpen = false;
   std::string().swap(m_content);
-  m_read.reset();
+  ForgetRead();
 }
 
 }  // namespace hearthmake

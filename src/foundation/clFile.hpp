@@ -101,11 +101,18 @@ class clFile {
   Row FindRow(std::string_view marker, std::int32_t& lngStartPos) const;
   std::size_t Find(std::string_view bytes, std::int32_t position) const;
   void AppendRow(std::string_view row);
+  void EraseRows(std::span<const std::string_view> keys, std::size_t from);
+  bool IsAsRead() const { return m_isUnedited || (m_read && *m_read == m_content); }
+  // The content, to be changed.
+  std::string& Edit();
+  void ForgetRead();
 
   std::string m_pathName;
   std::string m_content;  // Windows-1252 bytes
-  // What the file held when it was read, as long as the content may still be that.
+  // What the file held when it was read, as long as the content may still be that; the content itself until
+  // it is edited.
   std::optional<std::string> m_read;
+  bool m_isUnedited = false;
   bool m_isOpen = false;
 };
 

@@ -64,30 +64,44 @@ class HelpFormat : public CLI::Formatter {
   static bool IsRow(const CLI::Option* option) { return option->get_name().find(' ') != std::string::npos; }
 };
 
+// Which words of the command are declared.
+struct Extent {
+  std::vector<std::string_view> typed;  // what stands on the command line
+  // Only groups of words with one that was typed: declaring all takes longer than many a command.
+  bool isTypedOnly = false;
+
+  bool Holds(std::string_view word) const {
+    return std::find(typed.begin(), typed.end(), word) != typed.end();
+  }
+};
+
 // The words of the command with their options. Parsing fills the arguments and leaves the action to run.
 class Words {
  public:
-  // The options for the properties of packages are many, and made only for those who might use them.
-  Words(CLI::App& app, bool withPackageProperties)
-      : m_app(app), m_withPackageProperties(withPackageProperties) {
+  Words(CLI::App& app, Extent extent) : m_app(app), m_extent(std::move(extent)) {
     AddGlobalOptions();
-    AddBuildWords();
-    AddProjectWords();
-    AddGraphWord();
-    AddRunWords();
-    AddSourceWords();
-    AddOutputWords();
-    AddDeploymentWords();
-    AddScriptWord();
-    AddSettingWords();
-    AddMovingWords();
-    AddDoctorWord();
+    if (IsWanted({"new", "list", "show", "delete"})) AddBuildWords();
+    if (IsWanted({"add", "remove", "scan", "refs", "set", "version"})) AddProjectWords();
+    if (IsWanted({"graph"})) AddGraphWord();
+    if (IsWanted({"order", "build", "scripts", "bases"})) AddRunWords();
+    if (IsWanted({"sources", "label", "checkin", "checkouts", "sourceprojects"})) AddSourceWords();
+    if (IsWanted({"group", "regfiles", "register", "unregister", "distribute"})) AddOutputWords();
+    if (IsWanted({kPackagesWord, "deploy", "catalog"})) AddDeploymentWords();
+    if (IsWanted({"script"})) AddScriptWord();
+    if (IsWanted({"settings"})) AddSettingWords();
+    if (IsWanted({"import", "export"})) AddMovingWords();
+    if (IsWanted({"doctor"})) AddDoctorWord();
   }
 
   const HostOptions& Options() const { return m_options; }
   ExitStatus Run(Session& session) const { return m_action(session); }
 
  private:
+  bool IsWanted(std::initializer_list<std::string_view> words) const {
+    return !m_extent.isTypedOnly ||
+           std::any_of(words.begin(), words.end(), [this](auto word) { return m_extent.Holds(word); });
+  }
+
   template <class Arguments>
   CLI::App* Add(const char* name, const std::string& description, const char* example, Arguments& arguments,
                 ExitStatus (*run)(Session&, const Arguments&)) {
@@ -488,7 +502,8 @@ class Words {
   }
 
   void AddPackageProperties(CLI::App* word, bool withName) {
-    if (!m_withPackageProperties) return;
+    // They are many, and made only for those who might use them.
+    if (!m_extent.Holds(kPackagesWord)) return;
     for (const PackageProperty& property : SettablePackageProperties()) {
       const std::string& name = property.member->name;
       if (name == "Name" && !withName) continue;
@@ -568,7 +583,7 @@ class Words {
   }
 
   CLI::App& m_app;
-  bool m_withPackageProperties;
+  Extent m_extent;
   HostOptions m_options;
   std::function<ExitStatus(Session&)> m_action;
   NewArguments m_new;
@@ -655,7 +670,7 @@ struct CommandDeclaration::Parts {
 
 CommandDeclaration::CommandDeclaration() : m_parts(std::make_unique<Parts>()) {
   PrepareApp(m_parts->app);
-  m_parts->words.emplace(m_parts->app, true);
+  m_parts->words.emplace(m_parts->app, Extent{{kPackagesWord}});
 }
 
 CommandDeclaration::~CommandDeclaration() = default;
@@ -685,6 +700,33 @@ ExitStatus PrintManPage(const std::vector<std::string>& arguments) {
   return ExitStatus::Done;
 }
 
+ExitStatus RunParsed(const Words& words) {
+  try {
+    Session session(words.Options());
+    return Run(session, words);
+  } catch (const HostError& error) {
+    Tell(Console(words.Options().noColour), error.what(), error.Advice());
+    return error.Status();
+  }
+}
+
+// Nothing when the command line is wrong or asks for help: what is said then needs all words.
+std::optional<ExitStatus> RunTypedWord(int argc, const char* const* argv,
+                                       const std::vector<std::string_view>& typed) {
+  CLI::App app{kOverview, "hearthmake"};
+  PrepareApp(app);
+  const Words words(app, {typed, true});
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForVersion& version) {
+    app.exit(version);
+    return ExitStatus::Done;
+  } catch (const CLI::Error&) {
+    return std::nullopt;
+  }
+  return RunParsed(words);
+}
+
 }  // namespace
 
 ExitStatus RunCommandLine(int argc, const char* const* argv) {
@@ -693,10 +735,11 @@ ExitStatus RunCommandLine(int argc, const char* const* argv) {
     if (std::string_view(argv[1]) == kCompleteWord) return AnswerCompletion(arguments);
     if (std::string_view(argv[1]) == kManWord) return PrintManPage(arguments);
   }
+  const std::vector<std::string_view> typed(argv + std::min(argc, 1), argv + argc);
+  if (const auto status = RunTypedWord(argc, argv, typed)) return *status;
   CLI::App app{kOverview, "hearthmake"};
   PrepareApp(app);
-  const auto isPackages = [](const char* typed) { return std::string_view(typed) == kPackagesWord; };
-  Words words(app, std::any_of(argv, argv + argc, isPackages));
+  const Words words(app, {typed});
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& help) {
@@ -710,19 +753,13 @@ ExitStatus RunCommandLine(int argc, const char* const* argv) {
          "See: hearthmake --help");
     return ExitStatus::WrongInput;
   }
-  try {
-    Session session(words.Options());
-    return Run(session, words);
-  } catch (const HostError& error) {
-    Tell(Console(words.Options().noColour), error.what(), error.Advice());
-    return error.Status();
-  }
+  return RunParsed(words);
 }
 
 std::string UsageProblem(const std::vector<std::string>& arguments) {
   CLI::App app{kOverview, "hearthmake"};
   app.require_subcommand(1);
-  const Words words(app, std::find(arguments.begin(), arguments.end(), kPackagesWord) != arguments.end());
+  const Words words(app, {{arguments.begin(), arguments.end()}});
   std::vector<std::string> lastFirst(arguments.rbegin(), arguments.rend());
   try {
     app.parse(lastFirst);

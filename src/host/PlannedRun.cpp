@@ -30,11 +30,7 @@ class SilentCompletion {
 }  // namespace
 
 PlannedRun::PlannedRun(Build& build, RunPlan& plan, std::vector<BuildEvents*> sinks)
-    : m_build(build),
-      m_plan(plan),
-      m_sinks(std::move(sinks)),
-      m_projects(AllProjects(build)),
-      m_graph(m_projects) {}
+    : m_build(build), m_plan(plan), m_sinks(std::move(sinks)), m_projects(AllProjects(build)) {}
 
 void PlannedRun::Go(bool resumes) {
   LeaveOutUnplanned();
@@ -63,10 +59,15 @@ void PlannedRun::LeaveOutUnplanned() {
 
 bool PlannedRun::MayGoOn() const { return m_plan.KeepsGoing() && m_failed && !Interrupt::IsRequested(); }
 
+const ProjectGraph& PlannedRun::Graph() {
+  if (!m_graph) m_graph.emplace(m_projects);
+  return *m_graph;
+}
+
 void PlannedRun::BuildFaild(Project* objProject, const std::string& strMessage, bool bCompileError) {
   m_hasFailed = true;
   m_failed = automation::Ref<Project>(objProject);
-  if (MayGoOn()) LeaveOutUsersOf(m_plan, m_graph, *objProject);
+  if (MayGoOn()) LeaveOutUsersOf(m_plan, Graph(), *objProject);
   for (BuildEvents* sink : m_sinks) sink->BuildFaild(objProject, strMessage, bCompileError);
 }
 

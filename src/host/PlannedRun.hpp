@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,12 +46,13 @@ class PlannedRun final : private BuildEvents {
 
   void LeaveOutUnplanned();
   bool MayGoOn() const;
+  const ProjectGraph& Graph();
 
   Build& m_build;
   RunPlan& m_plan;
   std::vector<BuildEvents*> m_sinks;
   ProjectList m_projects;
-  ProjectGraph m_graph;
+  std::optional<ProjectGraph> m_graph;  // made when a failure asks for it
   LeftOutProjects m_leftOut;
   automation::Ref<Project> m_failed;  // at which the library's run stopped
   bool m_hasStarted = false;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "build/BuildEvents.hpp"
 #include "platform/FileSystem.hpp"
@@ -36,6 +37,8 @@ class RewrittenFiles final : public BuildEvents {
     friend bool operator==(const Stamps&, const Stamps&) = default;
   };
   void Read();
+  bool ReadPlain(std::string_view text);
+  void ReadJson(std::string_view text);
 
   platform::FileSystem& m_files;
   std::string m_path;

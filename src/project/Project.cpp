@@ -27,7 +27,7 @@ bool EndsInVbp(const std::string& path) {
 
 // The type's word in the file, and the extension of its binary.
 struct TypeWord {
-  const char* word;
+  std::string_view word;
   ProjectTypes type;
   const char* extension;
 };
@@ -37,8 +37,9 @@ constexpr std::array<TypeWord, 4> kTypeWords = {{{"exe", ProjectTypes::StandardE
                                                  {"control", ProjectTypes::UserControl, "ocx"}}};
 
 const TypeWord* FindTypeWord(std::string_view text) {
+  const std::string_view word = automation::Trim(text);
   for (const TypeWord& entry : kTypeWords) {
-    if (automation::EqualsIgnoreCaseAscii(entry.word, automation::Trim(text))) return &entry;
+    if (automation::EqualsIgnoreCaseAscii(entry.word, word)) return &entry;
   }
   return nullptr;
 }
@@ -86,13 +87,16 @@ void Project::Refuse(automation::BuildErrors error, const char* source, const st
   Refuse(static_cast<std::int32_t>(error), source, message);
 }
 
-std::string Project::Quoted(Setting setting) const {
-  const std::string& text = m_vbProject.Stored(setting);
+std::string_view Project::QuotedText(Setting setting) const {
+  const std::string_view text = m_vbProject.Stored(setting);
+  if (text.size() <= 2) return {};
+  const auto isQuote = [](char c) { return c == '"'; };
+  if (isQuote(text.front()) && isQuote(text.back())) return text.substr(1, text.size() - 2);
   // The outer characters need not be quotes: a text that was cut at its width has lost the closing one.
   const std::size_t length = automation::Length(text);
   if (length <= 2) return {};
   const std::string_view inner = automation::Left(text, length - 1);
-  return std::string(inner.substr(automation::Left(inner, 1).size()));
+  return inner.substr(automation::Left(inner, 1).size());
 }
 
 void Project::SetQuoted(Setting setting, const std::string& value) {
@@ -160,9 +164,15 @@ void Project::SetPath32(const std::string& value) {
 }
 
 CompatibleModes Project::CompatibleMode() const {
-  const std::string digit = automation::ReplaceAll(m_vbProject.Stored(Setting::CompatibleMode), "\"", "");
-  if (digit == "1") return CompatibleModes::ProjectCompatibility;
-  if (digit == "2") return CompatibleModes::BinaryCompatibility;
+  char digit = '0';
+  int others = 0;
+  for (const char c : m_vbProject.Stored(Setting::CompatibleMode)) {
+    if (c == '"') continue;
+    digit = c;
+    ++others;
+  }
+  if (others == 1 && digit == '1') return CompatibleModes::ProjectCompatibility;
+  if (others == 1 && digit == '2') return CompatibleModes::BinaryCompatibility;
   return CompatibleModes::NoCompatibility;
 }
 
@@ -272,10 +282,12 @@ void Project::SetDllBaseAddress(std::int32_t value) {
 
 automation::Variant Project::ProjectFileName() const { return automation::Variant::FromText(FileName()); }
 
-std::string Project::FullPath32() {
-  const std::string folder = Path32();
-  if (!automation::Trim(folder).empty() && !IsRelativePath(folder) && !folder.ends_with('\\')) {
-    SetPath32(folder + "\\");
+std::string Project::FullPath32() { return CompletedPath(); }
+
+const std::string& Project::CompletedPath() {
+  const std::string_view folder = QuotedText(Setting::Path32);
+  if (!folder.ends_with('\\') && !automation::Trim(folder).empty() && !IsRelativePath(folder)) {
+    SetPath32(std::string(folder) + "\\");
   }
   return BinaryPath();
 }

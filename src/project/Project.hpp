@@ -14,6 +14,8 @@
 #include "foundation/clFile.hpp"
 #include "foundation/mTypes.hpp"
 #include "platform/Database.hpp"
+#include "platform/FileSystem.hpp"
+#include "platform/TypeLibReader.hpp"
 #include "project/Enumerations.hpp"
 #include "project/References.hpp"
 #include "project/clVBProject.hpp"
@@ -223,7 +225,8 @@ class Project final : public automation::Object, public ReportItem {
     std::string guid;
     std::string version;
   };
-  LibraryIdentity Identity();
+  // Valid until it is asked for again.
+  const LibraryIdentity& Identity();
   // Rewrites the rows of the project file that reference projects of the build, so that they resolve in a
   // project group: projects of the group by file, others by library. Errors of the file system.
   void FixReferencesInProjectGroup();
@@ -266,8 +269,16 @@ class Project final : public automation::Object, public ReportItem {
   static constexpr const char* kMinusOne = "-1";
   static constexpr const char* kOne = "1";
 
+  // The type library of the binary as it was read last.
+  struct KnownLibrary {
+    LibraryIdentity identity;
+    platform::FileStamp stamp;  // of the binary, taken before
+    std::weak_ptr<platform::TypeLibReader> reader;
+  };
+
   // Texts that the file keeps in double quotes.
-  std::string Quoted(Setting setting) const;
+  std::string_view QuotedText(Setting setting) const;
+  std::string Quoted(Setting setting) const { return std::string(QuotedText(setting)); }
   void SetQuoted(Setting setting, const std::string& value);
   bool Flag(Setting setting, const char* trueText) const;
   void SetFlag(Setting setting, bool value, const char* trueText);
@@ -279,6 +290,8 @@ class Project final : public automation::Object, public ReportItem {
   [[noreturn]] void Refuse(automation::BuildErrors error, const char* source,
                            const std::string& message) const;
   std::string MakeBinaryPath() const;
+  // FullPath32, without a copy.
+  const std::string& CompletedPath();
   // The binary or the file moved or was renamed: look-ups by file must notice.
   void FilesChanged();
 
@@ -292,7 +305,7 @@ class Project final : public automation::Object, public ReportItem {
   void OpenExisting();
   void WriteReferences();
   void RemoveReferenceRows();
-  std::string ReferenceRow(Reference& reference);
+  std::string ReferenceRow(const Reference& reference) const;
   void WriteSettings();
   std::string GroupReferenceRow(Project& referenced) const;
   static std::string LibraryRow(Project& referenced);
@@ -307,6 +320,7 @@ class Project final : public automation::Object, public ReportItem {
   void FixUpCompatibility();
   void MakeBinariesWriteable();
   void CheckPathToBinaryComponent();
+  bool IsLibraryKnown(const platform::FileStamp& binary) const;
   void Succeed();
   void NotifyProgress(const std::string& text);
 
@@ -323,6 +337,7 @@ class Project final : public automation::Object, public ReportItem {
   automation::Held<References> m_references;
   Projects* m_parent = nullptr;
   mutable std::string m_binaryPath;  // of BinaryPath, while nothing it is made of changes
+  KnownLibrary m_library;
   std::string m_compileLog;
   mutable std::string m_lastErrorMessage;  // reading a property can fail too
   bool m_isDirty = false;

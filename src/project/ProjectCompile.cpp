@@ -3,6 +3,7 @@
 #include <array>
 
 #include "automation/Error.hpp"
+#include "automation/Joined.hpp"
 #include "automation/Text.hpp"
 #include "build/Build.hpp"
 #include "build/Projects.hpp"
@@ -25,16 +26,15 @@ std::string StripBraces(const std::string& guid) {
   return guid.size() > 2 && guid.front() == '{' ? guid.substr(1, guid.size() - 2) : guid;
 }
 
+constexpr const char* kGuidSource = "Project.GUID";
+
 // The type library of a project's binary; any failure to read it is the missing id of the project.
-platform::TypeLibInfo ReadLibrary(Project& project) {
-  constexpr const char* kSource = "Project.GUID";
-  if (!project.ISActiveX()) automation::Raise(automation::kInvalidValue, kSource, "Projet is not ActiveX");
-  const std::string path = project.FullPath32();
+platform::TypeLibInfo ReadLibrary(const std::string& path) {
   try {
     return Ports().typeLibs->Read(path);
   } catch (const automation::Error&) {
     automation::Raise(
-        automation::BuildErrors::beGUIDmissing, kSource,
+        automation::BuildErrors::beGUIDmissing, kGuidSource,
         "A typelib for the file " + path + " could not be found. The file is either missing or corrupt.");
   }
 }
@@ -58,10 +58,27 @@ class CompatibleModeGuard {
 
 }  // namespace
 
-Project::LibraryIdentity Project::Identity() {
-  const platform::TypeLibInfo library = ReadLibrary(*this);
-  return {automation::Upper(StripBraces(library.guid)),
-          automation::Hex(library.majorVersion) + "." + automation::Hex(library.minorVersion)};
+// Each user of a project asks for its identity. As long as the binary is the same, a look at its stamp is all
+// that it takes.
+const Project::LibraryIdentity& Project::Identity() {
+  if (!ISActiveX()) automation::Raise(automation::kInvalidValue, kGuidSource, "Projet is not ActiveX");
+  const std::string& path = CompletedPath();
+  const platform::FileStamp stamp = Ports().files->Stamp(path);
+  if (!IsLibraryKnown(stamp)) {
+    const platform::TypeLibInfo library = ReadLibrary(path);
+    m_library = {{automation::Upper(StripBraces(library.guid)),
+                  automation::Hex(library.majorVersion) + "." + automation::Hex(library.minorVersion)},
+                 stamp,
+                 Ports().typeLibs};
+  }
+  return m_library.identity;
+}
+
+// Another apartment may read the same file with other eyes.
+bool Project::IsLibraryKnown(const platform::FileStamp& binary) const {
+  const auto& reader = Ports().typeLibs;
+  const bool isSameReader = !m_library.reader.owner_before(reader) && !reader.owner_before(m_library.reader);
+  return isSameReader && binary.size >= 0 && binary == m_library.stamp;
 }
 
 std::string Project::GUID() { return Identity().guid; }
@@ -118,13 +135,13 @@ void Project::UpdateFileForCompile() {
 }
 
 void Project::CheckPathToBinaryComponent() {
-  if (Ports().files->FolderExists(FolderPart(FullPath32()))) return;
+  if (Ports().files->FolderExists(FolderPart(CompletedPath()))) return;
   automation::Raise(automation::kInvalidValue, "Project.CheckPathToBinaryComponent",
                     "The path to the binary component does not exist!");
 }
 
 void Project::FixUpCompatibility() {
-  const std::string compatible = CompatibleEXE32();
+  const std::string_view compatible = QuotedText(Setting::CompatibleEXE32);
   if (!ISActiveX() || compatible.empty()) return;
   const std::string path = AbsolutePath(Folder(), compatible);
   if (Ports().files->FileExists(path)) return;
@@ -147,8 +164,8 @@ void Project::MakeBinariesWriteable() {
 std::string Project::CompileCommand(const std::string& log) const {
   const ProjectTypes type = ProjectType();
   const bool isProgram = type == ProjectTypes::StandardExe || type == ProjectTypes::ActiveXExe;
-  return mSettings::VBExe() + " " + QuotePath(ProjectPath()) +
-         (isProgram ? " /make /out " : " /makedll /out ") + log;
+  return automation::Joined({mSettings::VBExe(), " ", QuotePath(m_file.PathName()),
+                             isProgram ? " /make /out " : " /makedll /out ", log});
 }
 
 void Project::RunCompiler() {

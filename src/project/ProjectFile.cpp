@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "automation/Error.hpp"
+#include "automation/Joined.hpp"
 #include "automation/Text.hpp"
 #include "build/Projects.hpp"
 #include "foundation/Paths.hpp"
@@ -13,6 +14,8 @@
 namespace hearthmake {
 
 namespace {
+
+using automation::Joined;
 
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::array<std::string_view, 2> kReferenceKeys = {"Reference=", "Object="};
@@ -153,12 +156,12 @@ void Project::UpdateVBP() {
 }
 
 void Project::WriteReferences() {
-  const auto references = m_references->Items();
-  if (references.empty()) return;
+  const KeyedCollection<Reference>& references = m_references->List();
+  if (references.Count() == 0) return;
   // Every row is made before the first is removed: making one reads the referenced binary, and may fail.
   std::vector<std::string> rows;
-  rows.reserve(references.size());
-  for (const auto& reference : references) rows.push_back(ReferenceRow(*reference));
+  rows.reserve(references.Count());
+  for (std::size_t i = 0; i < references.Count(); ++i) rows.push_back(ReferenceRow(references.At(i)));
   // Each row is put behind the type's, so that the last one comes first.
   std::reverse(rows.begin(), rows.end());
   if (m_file.InFile("Type=") == 1 && m_file.PutRowsBehindFirst(rows, kReferenceKeys)) return;
@@ -178,18 +181,18 @@ void Project::RemoveReferenceRows() {
   }
 }
 
-std::string Project::ReferenceRow(Reference& reference) {
+std::string Project::ReferenceRow(const Reference& reference) const {
   if (reference.IsExternal()) return reference.ReferenceString();
   return LibraryRow(ParentProjects().ById(reference.ReferencedProject()));
 }
 
 std::string Project::LibraryRow(Project& referenced) {
-  const LibraryIdentity library = referenced.Identity();
+  const LibraryIdentity& library = referenced.Identity();
   if (referenced.ProjectType() == ProjectTypes::UserControl) {
-    return "Object={" + library.guid + "}#" + library.version + "#0; " + referenced.ExeName32();
+    return Joined({"Object={", library.guid, "}#", library.version, "#0; ", referenced.ExeName32()});
   }
-  return "Reference=*\\G{" + library.guid + "}#" + library.version + "#0#" + referenced.FullPath32() + "#" +
-         referenced.Title();
+  return Joined({"Reference=*\\G{", library.guid, "}#", library.version, "#0#", referenced.BinaryPath(), "#",
+                 referenced.QuotedText(Setting::Title)});
 }
 
 // A control is always an object row; a project that is in the group is named by its file.

@@ -1,11 +1,14 @@
 #include "project/Reference.hpp"
 
+#include "automation/Joined.hpp"
 #include "automation/Text.hpp"
 #include "foundation/RegistryText.hpp"
 
 namespace hearthmake {
 
 namespace {
+
+using automation::Joined;
 
 constexpr char kObject = 'O';
 constexpr char kReference = 'R';
@@ -16,7 +19,10 @@ constexpr char kUndefined = 'U';
 std::string Reference::Id() const { return automation::Decimal(m_id); }
 
 std::string Reference::Description() const {
-  if (!m_isExternal || !m_description.IsEmpty() || m_guid.IsEmpty()) return m_description.Get();
+  return HasOwnDescription() ? m_description.Get() : RegisteredDescription();
+}
+
+std::string Reference::RegisteredDescription() const {
   std::string registered;
   GetRegistryValue(platform::RegistryRoot::ClassesRoot, "Typelib\\" + GUID() + "\\" + BinaryVersion(), "",
                    registered);
@@ -24,9 +30,15 @@ std::string Reference::Description() const {
 }
 
 std::string Reference::ReferenceString() const {
-  if (IsRaw()) return (IsUserControl() ? "Object=" : "Reference=") + Path();
-  if (IsUserControl()) return "Object=" + GUID() + "#" + BinaryVersion() + "#0;" + Path();
-  return "Reference=*\\G" + GUID() + "#" + BinaryVersion() + "#0#" + Path() + "#" + Description();
+  const std::string& path = m_path.Get();
+  const bool isControl = IsUserControl();
+  if (IsRaw()) return Joined({isControl ? "Object=" : "Reference=", path});
+  const std::string& guid = m_guid.Get();
+  const std::string& version = m_binaryVersion.Get();
+  if (isControl) return Joined({"Object=", guid, "#", version, "#0;", path});
+  const std::string registered = HasOwnDescription() ? std::string() : RegisteredDescription();
+  const std::string& description = HasOwnDescription() ? m_description.Get() : registered;
+  return Joined({"Reference=*\\G", guid, "#", version, "#0#", path, "#", description});
 }
 
 bool Reference::IsUserControl() const {

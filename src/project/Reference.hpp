@@ -54,6 +54,9 @@ class Reference final : public automation::Object {
   // Held raw: see the class. Nothing but a path, also when it comes back from the database.
   bool IsRaw() const { return m_isExternal && m_guid.IsEmpty() && m_binaryVersion.IsEmpty(); }
 
+  bool HasOwnDescription() const { return !m_isExternal || !m_description.IsEmpty() || m_guid.IsEmpty(); }
+  std::string RegisteredDescription() const;
+
   automation::FixedText<50> m_guid;
   automation::FixedText<10> m_binaryVersion;
   automation::FixedText<255> m_path;

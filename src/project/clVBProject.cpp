@@ -9,6 +9,19 @@ namespace {
 
 constexpr const char* kDefaultBaseAddress = "&H11000000";
 
+// Whether a row could be found by the marker of another one. A marker ends in its only equals sign.
+bool HoldsOtherMarker(std::string_view text, std::string_view own,
+                      const std::vector<clFile::ExpectedRow>& rows) {
+  for (std::size_t equals = text.find('='); equals != std::string_view::npos;
+       equals = text.find('=', equals + 1)) {
+    const std::string_view key = text.substr(0, equals + 1);
+    for (const clFile::ExpectedRow& row : rows) {
+      if (key.ends_with(row.marker) && row.marker != own) return true;
+    }
+  }
+  return false;
+}
+
 // The short way through a file whose rows are all as they should be, but for some that are missing: these
 // are added. False, with nothing done, when it is not so, or when a new row could be taken for another's.
 bool AddMissingRows(clFile& file, const std::vector<clFile::ExpectedRow>& rows) {
@@ -16,11 +29,9 @@ bool AddMissingRows(clFile& file, const std::vector<clFile::ExpectedRow>& rows) 
   if (!missing) return false;
   std::vector<std::string> texts;
   for (const std::size_t i : *missing) {
-    const std::string text = std::string(rows[i].marker).append(rows[i].value);
-    for (const clFile::ExpectedRow& row : rows) {
-      if (row.marker != rows[i].marker && text.find(row.marker) != std::string::npos) return false;
-    }
-    texts.push_back(text);
+    std::string text = std::string(rows[i].marker).append(rows[i].value);
+    if (HoldsOtherMarker(text, rows[i].marker, rows)) return false;
+    texts.push_back(std::move(text));
   }
   for (const std::string& text : texts) file.InsertNewRow(text, "[", true);
   return true;
@@ -35,6 +46,7 @@ std::string clVBProject::Get(Setting setting) const {
 }
 
 void clVBProject::Assign(Setting setting, std::string_view value) {
+  if (m_isEditing && !m_snapshot) m_snapshot = std::make_unique<Values>(m_values);
   m_values[static_cast<std::size_t>(setting)] =
       automation::Trim(automation::Left(value, InfoOf(setting).width));
 }
@@ -45,12 +57,13 @@ void clVBProject::Let(Setting setting, std::string_view value) {
 }
 
 void clVBProject::BeginEdit() {
-  if (m_snapshot) automation::Raise(automation::kEditCycle, "Project.BeginEdit", "Already in edit mode");
+  if (m_isEditing) automation::Raise(automation::kEditCycle, "Project.BeginEdit", "Already in edit mode");
   m_dirty = false;
-  m_snapshot = std::make_unique<Values>(m_values);
+  m_isEditing = true;
 }
 
 void clVBProject::ApplyEdit() {
+  m_isEditing = false;
   m_snapshot.reset();
   m_dirty = false;
 }

@@ -47,7 +47,8 @@ class clVBProject {
   void Assign(Setting setting, std::string_view value);
 
   Values m_values;
-  std::unique_ptr<Values> m_snapshot;  // while editing
+  std::unique_ptr<Values> m_snapshot;  // made by the first change while editing
+  bool m_isEditing = false;
   bool m_dirty = false;
 };
 

@@ -575,6 +575,13 @@ TEST(clFile, PutsRowsBehindTheFirstAsByOne) {
     }
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) slow.InsertNewRow(*row, "Type=", false);
     EXPECT_EQ(quick.Content(), slow.Content()) << content;
+    // Now the rows stand there, and one of those that settings bring back may hold a key again.
+    quick.InsertNewRow("LastObj=1\r\nb", "", false);
+    quick.InsertNewRow("", "", false);
+    EXPECT_TRUE(quick.PutRowsBehindFirst(rows, keys));
+    slow.InsertNewRow("b", "", false);
+    slow.InsertNewRow("", "", false);
+    EXPECT_EQ(quick.Content(), slow.Content()) << content;
     ++done;
   }
   EXPECT_GT(done, 1000);

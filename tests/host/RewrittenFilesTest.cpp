@@ -81,6 +81,36 @@ TEST_F(RewrittenFilesTest, TakesJunkForNothing) {
   }
 }
 
+TEST_F(RewrittenFilesTest, ReadsItsRowsHoweverTheyAreSpelled) {
+  SetTime(kBinary, 0);
+  SetTime(kProject, 5);
+  RewrittenFiles rewritten(*bench.files, kStore);
+  rewritten.ProjectCompiled(*project);
+  rewritten.Save();
+  const std::string row = bench.Read(kStore).substr(1, bench.Read(kStore).find(']'));
+  for (const std::string& text :
+       {"[" + row + "]\n", "[" + row + "]", "[ " + row + " ,\n[1,2]]", "[[7,1,1]," + row + ",[9,-1,8]]\n"}) {
+    bench.WriteBytes(kStore, text);
+    EXPECT_TRUE(IsAsCompiled(RewrittenFiles(*bench.files, kStore))) << text;
+  }
+  for (const std::string& text : {"[" + row + "]]\n", "[" + row, "[" + row + "]x\n", row + "\n"}) {
+    bench.WriteBytes(kStore, text);
+    EXPECT_FALSE(IsAsCompiled(RewrittenFiles(*bench.files, kStore))) << text;
+  }
+}
+
+TEST_F(RewrittenFilesTest, LeavesAFileAloneThatSaysTheSame) {
+  SetTime(kBinary, 0);
+  SetTime(kProject, 5);
+  RewrittenFiles rewritten(*bench.files, kStore);
+  rewritten.ProjectCompiled(*project);
+  rewritten.Save();
+  bench.files->Remove(kStore);
+  rewritten.ProjectCompiled(*project);
+  rewritten.Save();
+  EXPECT_FALSE(bench.files->FileExists(kStore));
+}
+
 TEST_F(RewrittenFilesTest, IsNamedByTheBuild) { EXPECT_EQ(RewrittenFiles::FileName(12), "stamps-12.json"); }
 
 }  // namespace

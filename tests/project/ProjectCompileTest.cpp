@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "automation/Error.hpp"
 #include "build/Projects.hpp"
+#include "foundation/Apartment.hpp"
 #include "project/Project.hpp"
 #include "support/ProjectBench.hpp"
 
@@ -19,6 +21,18 @@ using List = std::vector<std::string>;
 
 constexpr const char* kGoodLog = "printf 'Build of something succeeded.\\r\\n' >\"$LOG\"";
 constexpr const char* kBrokenLog = "printf 'The interface broke compatibility.' >\"$LOG\"";
+
+// What a dry run has in the place of binaries that are yet to be made.
+class NoLibraries final : public platform::TypeLibReader {
+ public:
+  platform::TypeLibInfo Read(std::string_view /*path*/) override {
+    automation::Raise(automation::kInvalidValue, "TypeLibReader", "There is none.");
+  }
+  std::vector<platform::TypeDescription> ReadTypes(std::string_view path) override {
+    Read(path);
+    return {};
+  }
+};
 
 class ProjectCompile : public testing::Test {
  protected:
@@ -355,6 +369,32 @@ TEST_F(ProjectCompile, ReadsTheIdentityAnewAfterACompile) {
   bench.MakeBinary("C:\\src\\Lib.dll", 0xCD, 2, 0);
   EXPECT_EQ(lib.BinaryVersion(), "2.0");
   EXPECT_EQ(lib.GUID(), "000000CD-0000-0000-0000-000000000000");
+}
+
+TEST_F(ProjectCompile, ReadsTheIdentityOfWhatTookTheBinarysPlaceOrIsGone) {
+  Project& lib = Dll();
+  bench.MakeBinary("C:\\src\\Lib.dll", 0xAB, 1, 0);
+  bench.MakeBinary("C:\\src\\Other.dll", 0xAB, 3, 0);
+  EXPECT_EQ(lib.BinaryVersion(), "1.0");
+  Ports().files->Rename("C:\\src\\Lib.dll", "C:\\src\\Old.dll");
+  EXPECT_NE(FailureOf([&] { lib.GUID(); }), kNoFailure);
+  Ports().files->Rename("C:\\src\\Other.dll", "C:\\src\\Lib.dll");
+  EXPECT_EQ(lib.BinaryVersion(), "3.0");
+  lib.SetExeName32("Old.dll");
+  EXPECT_EQ(lib.BinaryVersion(), "1.0");
+}
+
+TEST_F(ProjectCompile, ReadsTheIdentityWithTheReaderOfTheApartment) {
+  Project& lib = Dll();
+  bench.MakeBinary("C:\\src\\Lib.dll", 0xAB, 1, 0);
+  EXPECT_EQ(lib.BinaryVersion(), "1.0");
+  {
+    platform::Platform ports = Ports();
+    ports.typeLibs = std::make_shared<NoLibraries>();
+    const Apartment other(ports);
+    EXPECT_NE(FailureOf([&] { lib.GUID(); }), kNoFailure);
+  }
+  EXPECT_EQ(lib.BinaryVersion(), "1.0");
 }
 
 TEST_F(ProjectCompile, HasNoIdentityWithoutActiveX) {

@@ -49,6 +49,25 @@ std::string_view TakePosixName(std::string_view& path) {
 
 std::string_view TakeDosName(std::string_view& path) { return TakeName(path, IsSlash); }
 
+// Puts the names of a DOS path behind a folder in one go, which is all that most paths need. False, with
+// nothing done, when one of them is empty or begins with a full stop, as `.` and `..` do. The loops are kept
+// free of branches so that the compiler takes many characters at a time.
+bool AppendWhole(std::string& folder, std::string_view names) {
+  while (!names.empty() && IsSlash(names.back())) names.remove_suffix(1);
+  if (names.empty()) return true;
+  if (!IsSlash(names.front())) return false;
+  const std::size_t begin = folder.size();
+  folder.append(names);
+  char* const text = folder.data() + begin;
+  for (std::size_t i = 0; i < names.size(); ++i) text[i] = text[i] == '\\' ? '/' : text[i];
+  unsigned char isSpecial = 0;
+  for (std::size_t i = 1; i < names.size(); ++i) {
+    isSpecial |= static_cast<unsigned char>((text[i - 1] == '/') & ((text[i] == '/') | (text[i] == '.')));
+  }
+  if (isSpecial != 0) folder.resize(begin);
+  return isSpecial == 0;
+}
+
 // Inside this file a folder has no slash at its end, so that names can be put behind it; "" is `/`.
 const char* SystemPath(const std::string& path) { return path.empty() ? "/" : path.c_str(); }
 
@@ -311,7 +330,10 @@ std::optional<DriveMap::Spelling> DriveMap::Start(std::string_view& dosPath) con
     const Root* root = Find(dosPath[0]);
     if (root == nullptr) return std::nullopt;
     dosPath.remove_prefix(2);
-    return Spelling{root->folder, root->folder.size()};
+    Spelling spelling{{}, root->folder.size()};
+    spelling.path.reserve(root->folder.size() + dosPath.size());  // for the rest too
+    spelling.path = root->folder;
+    return spelling;
   }
   std::optional<std::string> current = CurrentFolder();
   if (!current) return std::nullopt;
@@ -323,7 +345,7 @@ std::optional<DriveMap::Spelling> DriveMap::Start(std::string_view& dosPath) con
 std::optional<DriveMap::Spelling> DriveMap::Spell(std::string_view dosPath) const {
   if (dosPath.empty() || dosPath.find('\0') != std::string_view::npos) return std::nullopt;
   std::optional<Spelling> spelling = Start(dosPath);
-  if (!spelling) return std::nullopt;
+  if (!spelling || AppendWhole(spelling->path, dosPath)) return spelling;
   while (!dosPath.empty()) {
     const std::string_view name = TakeDosName(dosPath);
     if (name.empty() || name == ".") continue;

@@ -220,6 +220,21 @@ TEST_F(DriveMapTest, SpellsPathsWithoutALookAtTheDisk) {
   EXPECT_EQ(m_map.ToPosixAsSpelled("D:\\SOURCE\\x\\..\\A.vbp."), m_folder.Path("SOURCE/A.vbp."));
 }
 
+TEST_F(DriveMapTest, SpellsNamesHoweverTheyAreParted) {
+  const std::string expected = m_folder.Path("a long folder of sources/.git/Library.vbp");
+  for (const char* path :
+       {"D:\\a long folder of sources\\.git\\Library.vbp", "D:/a long folder of sources/.git/Library.vbp",
+        "D:\\a long folder of sources\\\\.git/\\Library.vbp",
+        "D:\\.\\a long folder of sources\\.git\\Library.vbp", "D:a long folder of sources\\.git\\Library.vbp",
+        "D:\\a long folder of sources\\.git\\Library.vbp\\/",
+        "D:\\a long folder of sources\\.git\\Library.vbp\\."}) {
+    EXPECT_EQ(m_map.ToPosixAsSpelled(path), expected) << path;
+  }
+  EXPECT_EQ(m_map.ToPosixAsSpelled("D:\\..."), m_folder.Path("..."));
+  EXPECT_EQ(m_map.ToPosixAsSpelled("D:\\"), m_map.Drive('D'));
+  EXPECT_EQ(m_map.ToPosixAsSpelled("D:"), m_map.Drive('D'));
+}
+
 TEST_F(DriveMapTest, FindsFilesThatAppearChangeTheirSpellingAndGo) {
   m_folder.MakeFolder("Source");
   for (int pause = 0; pause <= 30; pause += 15) {
