@@ -205,6 +205,12 @@ class Parser {
   // Of backslashes only those before a backslash or a quote are escapes: a path with single ones, which
   // people write by mistake, means what it says. A text may go on over line ends.
   void TakeString(std::string& content) {
+    const std::string_view plain = m_text.substr(1, m_text.find('"', 1) - 1);
+    if (plain.size() + 1 < m_text.size() && plain.find('\\') == std::string_view::npos) {
+      content = plain;
+      Skip(plain.size() + 2);
+      return;
+    }
     std::size_t start = 1;  // of what is not in the content yet
     for (std::size_t i = start; i < m_text.size(); ++i) {
       if (m_text[i] == '"') {
