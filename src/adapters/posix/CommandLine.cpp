@@ -10,8 +10,19 @@ constexpr std::string_view kBlanks = " \t";
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-// Whether a character of an argument may be another than itself.
-bool HasMeaning(char c, bool quoted) { return c == '\\' || c == '"' || (!quoted && IsBlank(c)); }
+// The end of what stands for itself, from a character on that is neither a quote nor a backslash.
+std::size_t PlainEnd(std::string_view arguments, std::size_t at, bool quoted) {
+  if (!quoted) {
+    while (at < arguments.size() && arguments[at] != '\\' && arguments[at] != '"' && !IsBlank(arguments[at]))
+      ++at;
+    return at;
+  }
+  // In a quoted path, the long arguments, only the backslashes before the next quote are not themselves.
+  std::size_t end = arguments.find('"', at);
+  if (end == std::string_view::npos) return arguments.size();
+  while (arguments[end - 1] == '\\') --end;
+  return end;
+}
 
 }  // namespace
 
@@ -51,7 +62,7 @@ std::vector<std::string> CommandLine::SplitArguments(std::string_view arguments)
       while (at < arguments.size() && arguments[at] == '\\') ++at;
       const std::size_t backslashes = at - first;
       if (at == arguments.size() || arguments[at] != '"') {
-        while (at < arguments.size() && !HasMeaning(arguments[at], quoted)) ++at;
+        if (at < arguments.size()) at = PlainEnd(arguments, at, quoted);
         argument += arguments.substr(first, at - first);
         continue;
       }
