@@ -138,10 +138,7 @@ class Parser {
     std::string_view path = WithoutFinalBlanks(m_text.substr(0, end));
     if (!path.ends_with(']')) Fail("a key ends with ]");
     path = path.substr(1, path.size() - 2);
-    // Its texts keep their memory from one change to the next.
-    m_change.name.clear();
-    m_change.value.type = RegistryType::None;
-    m_change.value.data.clear();
+    ClearValue();
     m_change.kind = RegistryChange::Kind::MakeKey;
     if (path.starts_with('-')) {
       path.remove_prefix(1);
@@ -166,11 +163,16 @@ class Parser {
     Fail("a key begins with HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE or HKEY_USERS");
   }
 
-  void ReadValue() {
-    if (!m_hasKey) Fail("a value stands below the [key] that it belongs to");
+  // The texts keep their memory from one change to the next.
+  void ClearValue() {
+    m_change.name.clear();
     m_change.value.type = RegistryType::None;
     m_change.value.data.clear();
-    m_change.name.clear();
+  }
+
+  void ReadValue() {
+    if (!m_hasKey) Fail("a value stands below the [key] that it belongs to");
+    ClearValue();
     if (m_text.front() == '@') {
       Skip(1);
     } else {
@@ -199,7 +201,7 @@ class Parser {
   }
 
   // Of backslashes only those before a backslash or a quote are escapes: a path with single ones, which
-  // people write by mistake, means what it says. A text may go on over line ends.
+  // people write by mistake, means what it says. A text may go on over line ends. Appends to the content.
   void TakeString(std::string& content) {
     std::size_t start = 1;  // of what is not in the content yet
     std::size_t next = start;
