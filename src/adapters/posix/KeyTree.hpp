@@ -31,7 +31,7 @@ class KeyTree {
     Key* next = nullptr;
     std::size_t depth = 0;  // levels below the root
     Chain<Key> children;
-    Content content;
+    Content content{};
   };
 
   KeyTree() = default;

@@ -36,13 +36,7 @@ constexpr std::array<RootNames, 4> kRoots = {{
     {RegistryRoot::Users, "HKEY_USERS", "HKU"},
 }};
 
-// How many of the characters a text begins with. find_first_not_of calls memchr for each of them.
-std::size_t CountOf(std::string_view text, std::string_view characters) {
-  const auto isOther = [&](char c) {
-    return std::none_of(characters.begin(), characters.end(), [&](char known) { return known == c; });
-  };
-  return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isOther) - text.begin());
-}
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
 // Whether there are neither control characters nor any beyond ASCII; eight at a time, as nearly all names
 // are so and every one of a file is asked about.
@@ -61,7 +55,7 @@ bool IsPrintableAscii(std::string_view text) {
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20; }
 
 std::string_view WithoutFinalBlanks(std::string_view text) {
-  while (!text.empty() && kBlanks.find(text.back()) != std::string_view::npos) text.remove_suffix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
   return text;
 }
 
@@ -109,11 +103,13 @@ class Parser {
 
   void Skip(std::size_t count) { m_text.remove_prefix(count); }
 
-  void SkipBlanks() { Skip(CountOf(m_text, kBlanks)); }
+  void SkipBlanks() {
+    while (!m_text.empty() && IsBlank(m_text.front())) Skip(1);
+  }
 
   bool SkipToContent() {
     while (true) {
-      Skip(CountOf(m_text, " \t\r\n"));
+      while (!m_text.empty() && (IsBlank(m_text.front()) || m_text.front() == '\n')) Skip(1);
       if (m_text.empty()) return false;
       if (m_text.front() != ';') return true;
       SkipLine();
@@ -142,10 +138,7 @@ class Parser {
     std::string_view path = WithoutFinalBlanks(m_text.substr(0, end));
     if (!path.ends_with(']')) Fail("a key ends with ]");
     path = path.substr(1, path.size() - 2);
-    // Its texts keep their memory from one change to the next.
-    m_change.name.clear();
-    m_change.value.type = RegistryType::None;
-    m_change.value.data.clear();
+    ClearValue();
     m_change.kind = RegistryChange::Kind::MakeKey;
     if (path.starts_with('-')) {
       path.remove_prefix(1);
@@ -170,11 +163,16 @@ class Parser {
     Fail("a key begins with HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE or HKEY_USERS");
   }
 
-  void ReadValue() {
-    if (!m_hasKey) Fail("a value stands below the [key] that it belongs to");
+  // The texts keep their memory from one change to the next.
+  void ClearValue() {
+    m_change.name.clear();
     m_change.value.type = RegistryType::None;
     m_change.value.data.clear();
-    m_change.name.clear();
+  }
+
+  void ReadValue() {
+    if (!m_hasKey) Fail("a value stands below the [key] that it belongs to");
+    ClearValue();
     if (m_text.front() == '@') {
       Skip(1);
     } else {
@@ -203,19 +201,23 @@ class Parser {
   }
 
   // Of backslashes only those before a backslash or a quote are escapes: a path with single ones, which
-  // people write by mistake, means what it says. A text may go on over line ends.
+  // people write by mistake, means what it says. A text may go on over line ends. Appends to the content.
   void TakeString(std::string& content) {
     std::size_t start = 1;  // of what is not in the content yet
-    for (std::size_t i = start; i < m_text.size(); ++i) {
-      if (m_text[i] == '"') {
-        content.append(m_text, start, i - start);
-        Skip(i + 1);
+    std::size_t next = start;
+    std::size_t quote = m_text.find('"', next);
+    while (quote != std::string_view::npos) {
+      const std::size_t backslash = m_text.substr(0, quote).find('\\', next);
+      if (backslash == std::string_view::npos) {
+        content.append(m_text, start, quote - start);
+        Skip(quote + 1);
         return;
       }
-      if (m_text[i] != '\\' || i + 1 == m_text.size()) continue;
-      if (m_text[i + 1] != '\\' && m_text[i + 1] != '"') continue;
-      content.append(m_text, start, i - start);
-      start = ++i;
+      next = backslash + 1;
+      if (m_text[next] != '\\' && m_text[next] != '"') continue;
+      content.append(m_text, start, backslash - start);
+      start = next++;
+      if (start == quote) quote = m_text.find('"', next);
     }
     Fail("the closing quote is missing");
   }

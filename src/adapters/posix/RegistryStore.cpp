@@ -277,7 +277,7 @@ void RegistryStore::Rewrite() {
   std::string text = PrintAll();
   m_file.Replace(text);
   m_isForeign = false;
-  // Read again, so that memory is free of what is out of date too.
+  // So that memory is free of what is out of date too.
   m_tree = std::make_unique<RegistryTree>();
   m_records = 0;
   LoadChanges(std::move(text));

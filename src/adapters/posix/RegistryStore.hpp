@@ -59,7 +59,7 @@ class RegistryStore : public platform::Registry {
   // Loads what is out of date; false when the file can't be read.
   bool IsReadable();
   RegistryTree::Keys& Keys() { return m_tree->AllKeys(); }
-  // From the keys that a root stands for, the first one first.
+  // From the keys that a root stands for, in the order of a look-up.
   std::vector<Trail> Trails(platform::RegistryRoot root);
   // The keys that a root and path stand for.
   std::vector<const Key*> Find(platform::RegistryRoot root, std::string_view key);
@@ -67,6 +67,7 @@ class RegistryStore : public platform::Registry {
   void Change(const std::function<void()>& change);
   // Makes a change in memory and notes it for the file; nothing is noted when it changes nothing.
   void Apply(const RegistryChange& change);
+  // Writes the file anew, and makes the tree anew from it.
   void Rewrite();
   void SetValue(const std::string& path, const std::string& name, const platform::RegistryValue& value);
   // With what the value will be once it has been written and read again. False when it was that already.

@@ -9,6 +9,9 @@
 namespace hearthmake::posix {
 
 const RegistryTree::Value* RegistryTree::Find(const Key& key, std::string_view name) const {
+  // Most keys have one value, and most look-ups are for that.
+  const Value* const first = key.content.first;
+  if (first == nullptr || first->name == name) return first;
   return static_cast<const Value*>(m_index.Find({&key, name}));
 }
 

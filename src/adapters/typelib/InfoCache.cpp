@@ -7,9 +7,8 @@ namespace {
 // ASCII only: two spellings of another letter make two entries, which costs a second look and no more.
 std::string LowerCase(std::string_view path) {
   std::string lower(path);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
+  // Stores to every place, which compilers turn into sixteen characters at a time.
+  for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
   return lower;
 }
 

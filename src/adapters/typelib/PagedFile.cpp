@@ -9,7 +9,9 @@
 namespace hearthmake::typelib {
 
 PagedFile::PagedFile(platform::RandomAccessFile& file, std::string path)
-    : m_file(file), m_path(std::move(path)), m_size(file.Size()) {}
+    : m_file(file), m_path(std::move(path)), m_size(file.Size()) {
+  m_numbers.fill(kNoPage);
+}
 
 void PagedFile::ReadPages(std::uint64_t offset, void* buffer, std::size_t count) {
   if (count > kPageSize) {
@@ -20,7 +22,7 @@ void PagedFile::ReadPages(std::uint64_t offset, void* buffer, std::size_t count)
   while (count > 0) {
     const std::size_t within = static_cast<std::size_t>(offset % kPageSize);
     const std::size_t piece = std::min(count, kPageSize - within);
-    std::memcpy(target, Load(offset / kPageSize).bytes.data() + within, piece);
+    std::memcpy(target, Load(offset / kPageSize).data() + within, piece);
     target += piece;
     offset += piece;
     count -= piece;
@@ -28,22 +30,19 @@ void PagedFile::ReadPages(std::uint64_t offset, void* buffer, std::size_t count)
 }
 
 const PagedFile::Page& PagedFile::Load(std::uint64_t number) {
-  if (m_pages[m_latest].number == number) return m_pages[m_latest];
-  for (std::size_t i = 0; i < kPages; ++i) {
-    if (m_pages[i].number == number) {
-      m_latest = i;
-      return m_pages[i];
-    }
+  const auto known = std::find(m_numbers.begin(), m_numbers.end(), number);
+  if (known != m_numbers.end()) {
+    m_latest = static_cast<std::size_t>(known - m_numbers.begin());
+    return m_pages[m_latest];
   }
-  Page& page = m_pages[m_next];
-  page.number = kNoPage;
-  const std::uint64_t start = number * kPageSize;
-  ReadFile(start, page.bytes.data(),
-           static_cast<std::size_t>(std::min<std::uint64_t>(kPageSize, m_size - start)));
-  page.number = number;
   m_latest = m_next;
   m_next = (m_next + 1) % kPages;
-  return page;
+  m_numbers[m_latest] = kNoPage;
+  const std::uint64_t start = number * kPageSize;
+  ReadFile(start, m_pages[m_latest].data(),
+           static_cast<std::size_t>(std::min<std::uint64_t>(kPageSize, m_size - start)));
+  m_numbers[m_latest] = number;
+  return m_pages[m_latest];
 }
 
 void PagedFile::ReadFile(std::uint64_t offset, void* buffer, std::size_t count) {

@@ -24,10 +24,9 @@ class PagedFile {
   // become shorter meanwhile raises error 45, source "TypeLibReader".
   void Read(std::uint64_t offset, void* buffer, std::size_t count) {
     // Nearly every field lies in the page of the one before.
-    const Page& page = m_pages[m_latest];
     const std::size_t within = static_cast<std::size_t>(offset % kPageSize);
-    if (offset / kPageSize == page.number && count <= kPageSize - within) {
-      std::memcpy(buffer, page.bytes.data() + within, count);
+    if (offset / kPageSize == m_numbers[m_latest] && count <= kPageSize - within) {
+      std::memcpy(buffer, m_pages[m_latest].data() + within, count);
     } else {
       ReadPages(offset, buffer, count);
     }
@@ -38,10 +37,7 @@ class PagedFile {
   static constexpr std::size_t kPages = 8;
   static constexpr std::uint64_t kNoPage = UINT64_MAX;
 
-  struct Page {
-    std::uint64_t number = kNoPage;
-    std::array<std::uint8_t, kPageSize> bytes;  // left as it is: clearing would cost as much as reading
-  };
+  using Page = std::array<std::uint8_t, kPageSize>;
 
   void ReadPages(std::uint64_t offset, void* buffer, std::size_t count);
   const Page& Load(std::uint64_t number);
@@ -50,7 +46,8 @@ class PagedFile {
   platform::RandomAccessFile& m_file;
   std::string m_path;
   std::uint64_t m_size;
-  std::array<Page, kPages> m_pages;
+  std::array<std::uint64_t, kPages> m_numbers;  // of the pages; apart from them, so that most stay untouched
+  std::array<Page, kPages> m_pages;             // left as they are: clearing would cost as much as reading
   std::size_t m_latest = 0;
   std::size_t m_next = 0;
 };

@@ -17,6 +17,6 @@ std::string FormatGuid(const GuidBytes& guid);
 
 // Texts of type libraries are in the ANSI code page of whoever made them; this reads them as Windows-1252,
 // whose five undefined bytes become the C1 controls, and gives UTF-8.
-std::string DecodeText(std::string_view bytes);
+std::string DecodeText(std::string bytes);
 
 }  // namespace hearthmake::typelib

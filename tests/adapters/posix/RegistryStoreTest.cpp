@@ -164,6 +164,39 @@ TEST_F(RegistryStoreTest, WritesTheFileAnewWhenMostOfItIsOutOfDate) {
   EXPECT_EQ(Reread("other"), "kept");
 }
 
+TEST_F(RegistryStoreTest, GoesOnWithTheFileThatWasWrittenAnew) {
+  RegistryStore store(Path());
+  Set(store, "other\\deep", "kept");
+  Set(store, "gone", "x");
+  store.RemoveKey(kUser, "gone");
+  for (int i = 0; i < 2000; ++i) Set(store, "k", std::to_string(i));
+  EXPECT_EQ(Get(store, "k"), "1999");
+  EXPECT_EQ(Get(store, "OTHER\\deep"), "kept");
+  EXPECT_FALSE(store.KeyExists(kUser, "gone"));
+  EXPECT_EQ(store.SubKeys(kUser, ""), (std::vector<std::string>{"k", "other"}));
+  Set(store, "other\\deep", "new");
+  EXPECT_EQ(Reread("other\\deep"), "new");
+}
+
+TEST_F(RegistryStoreTest, ReadsKeysInWhateverOrderTheyStand) {
+  m_folder.MakeFile("registry.reg",
+                    "Windows Registry Editor Version 5.00\n"
+                    "[HKEY_CURRENT_USER\\a\\\\b\\c\\]\n\"v\"=\"1\"\n"
+                    "[HKEY_CURRENT_USER\\a\\b]\n\"v\"=\"2\"\n"
+                    "[HKEY_LOCAL_MACHINE\\a\\b\\d]\n\"v\"=\"3\"\n"
+                    "[HKEY_CURRENT_USER\\a\\b\\d]\n\"v\"=\"4\"\n"
+                    "[-HKEY_CURRENT_USER\\a\\B]\n"
+                    "[HKEY_CURRENT_USER\\a\\b\\d\\e]\n\"v\"=\"5\"\n"
+                    "[HKEY_CURRENT_USER\\A\\b\\x]\n\"v\"=\"6\"\n");
+  RegistryStore store(Path());
+  EXPECT_FALSE(store.KeyExists(kUser, "a\\b\\c"));
+  EXPECT_EQ(Get(store, "a\\b"), "(none)");
+  EXPECT_EQ(Get(store, "a\\b\\d"), "(none)");
+  EXPECT_EQ(Get(store, "a\\b\\d\\e"), "5");
+  EXPECT_EQ(Get(store, "a\\b\\x"), "6");
+  EXPECT_EQ(store.Query(kMachine, "a\\b\\d", "v")->data, "3");
+}
+
 TEST_F(RegistryStoreTest, TellsOfJunkOnlyToThoseWhoWrite) {
   m_folder.MakeFile("registry.reg",
                     "Windows Registry Editor Version 5.00\n\n[HKEY_CURRENT_USER\\k]\nnonsense\n");
