@@ -42,17 +42,22 @@ BuildDatabase::BuildDatabase(std::string dataFolder, const Composition& library)
     : m_dataFolder(std::move(dataFolder)), m_path(PathIn(m_dataFolder, library)) {}
 
 void BuildDatabase::Require() const {
-  if (sqlite::DetectFormat(m_path) == FileFormat::Missing) {
+  const FileFormat format = sqlite::DetectFormat(m_path);
+  if (format == FileFormat::Missing) {
     throw HostError(fmt::format("There is no build database yet: {}", m_path),
                     "Make the first build with: hearthmake new NAME\n"
                     "(or say with --data DIR where the data is).");
   }
-  RequireUsable();
+  RequireUsable(format);
 }
 
 void BuildDatabase::RequireOrMake() const {
-  if (sqlite::DetectFormat(m_path) == FileFormat::Missing) Make();
-  RequireUsable();
+  FileFormat format = sqlite::DetectFormat(m_path);
+  if (format == FileFormat::Missing) {
+    Make();
+    format = sqlite::DetectFormat(m_path);
+  }
+  RequireUsable(format);
 }
 
 void BuildDatabase::MakeFolder() const {
@@ -76,8 +81,8 @@ void BuildDatabase::Make() const {
   }
 }
 
-void BuildDatabase::RequireUsable() const {
-  switch (sqlite::DetectFormat(m_path)) {
+void BuildDatabase::RequireUsable(sqlite::FileFormat format) const {
+  switch (format) {
     case FileFormat::Sqlite: break;
     case FileFormat::Missing: throw HostError(fmt::format("The build database has gone: {}", m_path));
     case FileFormat::Jet:

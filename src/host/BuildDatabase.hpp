@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "adapters/sqlite/FileFormat.hpp"
 #include "host/Composition.hpp"
 
 namespace hearthmake::host {
@@ -24,7 +25,7 @@ class BuildDatabase {
 
  private:
   void Make() const;
-  void RequireUsable() const;
+  void RequireUsable(sqlite::FileFormat format) const;
 
   std::string m_dataFolder;
   std::string m_path;

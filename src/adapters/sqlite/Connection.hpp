@@ -8,6 +8,7 @@
 
 #include "adapters/sqlite/Cell.hpp"
 #include "adapters/sqlite/Disk.hpp"
+#include "adapters/sqlite/FileFormat.hpp"
 #include "adapters/sqlite/KnownRows.hpp"
 #include "adapters/sqlite/SqlTranslations.hpp"
 #include "adapters/sqlite/Statement.hpp"
@@ -109,6 +110,7 @@ class Connection {
   int Configure();
   std::string ModeAfter(const char* pragma);
   int OpenImmutable();
+  [[noreturn]] void RaiseNoDatabase(FileFormat format);
   [[noreturn]] void RaiseOpening(int code);
   [[noreturn]] void Fail(int code, const char* source, std::string_view table);
   int Exec(const char* sql) noexcept;
