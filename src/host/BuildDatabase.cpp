@@ -42,22 +42,17 @@ BuildDatabase::BuildDatabase(std::string dataFolder, const Composition& library)
     : m_dataFolder(std::move(dataFolder)), m_path(PathIn(m_dataFolder, library)) {}
 
 void BuildDatabase::Require() const {
-  const FileFormat format = sqlite::DetectFormat(m_path);
-  if (format == FileFormat::Missing) {
+  if (sqlite::FormatBySize(m_path) == FileFormat::Missing) {
     throw HostError(fmt::format("There is no build database yet: {}", m_path),
                     "Make the first build with: hearthmake new NAME\n"
                     "(or say with --data DIR where the data is).");
   }
-  RequireUsable(format);
+  RequireUsable();
 }
 
 void BuildDatabase::RequireOrMake() const {
-  FileFormat format = sqlite::DetectFormat(m_path);
-  if (format == FileFormat::Missing) {
-    Make();
-    format = sqlite::DetectFormat(m_path);
-  }
-  RequireUsable(format);
+  if (sqlite::FormatBySize(m_path) == FileFormat::Missing) Make();
+  RequireUsable();
 }
 
 void BuildDatabase::MakeFolder() const {
@@ -81,8 +76,8 @@ void BuildDatabase::Make() const {
   }
 }
 
-void BuildDatabase::RequireUsable(sqlite::FileFormat format) const {
-  switch (format) {
+void BuildDatabase::RequireUsable() const {
+  switch (sqlite::DetectFormat(m_path)) {
     case FileFormat::Sqlite: break;
     case FileFormat::Missing: throw HostError(fmt::format("The build database has gone: {}", m_path));
     case FileFormat::Jet:

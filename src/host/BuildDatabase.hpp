@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "adapters/sqlite/FileFormat.hpp"
 #include "host/Composition.hpp"
 
 namespace hearthmake::host {
@@ -25,7 +24,7 @@ class BuildDatabase {
 
  private:
   void Make() const;
-  void RequireUsable(sqlite::FileFormat format) const;
+  void RequireUsable() const;
 
   std::string m_dataFolder;
   std::string m_path;

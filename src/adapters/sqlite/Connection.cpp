@@ -277,12 +277,13 @@ bool Connection::ChangesRowsAlone(const std::string& table) {
   return sqlite3_step(other->Handle()) == SQLITE_DONE;
 }
 
-std::int64_t Connection::DataVersion() {
+std::optional<std::int64_t> Connection::DataVersion() {
   const FlagScope own(m_isOwnSql);
-  Statement& version = Prepare("PRAGMA main.data_version", kDatabaseSource, {});
-  const StatementReset reset(version);
-  Step(version, kDatabaseSource, {});
-  return sqlite3_column_int64(version.Handle(), 0);
+  Statement* version = TryPrepare("PRAGMA main.data_version");
+  if (version == nullptr) return std::nullopt;
+  const StatementReset reset(*version);
+  if (sqlite3_step(version->Handle()) != SQLITE_ROW) return std::nullopt;
+  return sqlite3_column_int64(version->Handle(), 0);
 }
 
 void Connection::EnterTransactions(int level) {

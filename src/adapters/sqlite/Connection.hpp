@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -63,8 +64,9 @@ class Connection {
   // Whether the file is such that a changed row of the table is all that its UPDATE changes: nothing is set
   // off by it, and no other row has to go for it.
   bool ChangesRowsAlone(const std::string& table);
-  // A number that stays the same while no other connection, of whatever process, changes the file.
-  std::int64_t DataVersion();
+  // A number that stays the same while no other connection, of whatever process, changes the file; nothing
+  // where it can't be had, which raises nothing.
+  std::optional<std::int64_t> DataVersion();
 
   // --- transactions: levels count from 1, each within the one before it ---
 

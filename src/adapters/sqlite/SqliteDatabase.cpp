@@ -136,7 +136,9 @@ std::unique_ptr<platform::Recordset> SqliteDatabase::OpenKnownRow(Connection& co
   if (query.SoughtColumn().empty() || !connection.IsInTransaction()) return nullptr;
   KnownRows& known = connection.Known();
   const KnownRows::Row row = known.Find(query.Table(), query.SoughtColumn(), query.EndNumber());
-  if (!row.plan || !known.StandAt(connection.DataVersion())) return nullptr;
+  if (!row.plan) return nullptr;
+  const auto version = connection.DataVersion();
+  if (!version || !known.StandAt(*version)) return nullptr;
   return std::make_unique<SqliteRecordset>(shared_from_this(), row.plan, RowBuffer(row.packed),
                                            connection.CurrentState());
 }
