@@ -42,7 +42,7 @@ BuildDatabase::BuildDatabase(std::string dataFolder, const Composition& library)
     : m_dataFolder(std::move(dataFolder)), m_path(PathIn(m_dataFolder, library)) {}
 
 void BuildDatabase::Require() const {
-  if (sqlite::DetectFormat(m_path) == FileFormat::Missing) {
+  if (sqlite::FormatBySize(m_path) == FileFormat::Missing) {
     throw HostError(fmt::format("There is no build database yet: {}", m_path),
                     "Make the first build with: hearthmake new NAME\n"
                     "(or say with --data DIR where the data is).");
@@ -51,7 +51,7 @@ void BuildDatabase::Require() const {
 }
 
 void BuildDatabase::RequireOrMake() const {
-  if (sqlite::DetectFormat(m_path) == FileFormat::Missing) Make();
+  if (sqlite::FormatBySize(m_path) == FileFormat::Missing) Make();
   RequireUsable();
 }
 

@@ -85,7 +85,23 @@ Connection::~Connection() {
 }
 
 void Connection::Open() {
-  switch (DetectFormat(m_posixPath)) {
+  if (const auto format = FormatBySize(m_posixPath)) RaiseNoDatabase(*format);
+  int result = SQLITE_CANTOPEN;
+  if (OpenHandle(m_posixPath, SQLITE_OPEN_READWRITE)) {
+    if (const FileFormat format = FormatByHeader(m_db); format != FileFormat::Sqlite) RaiseNoDatabase(format);
+    result = Configure();
+  }
+  const int primary = result & 0xFF;
+  if (primary == SQLITE_CANTOPEN || primary == SQLITE_READONLY || primary == SQLITE_IOERR) {
+    // No WAL can be kept here (a read-only folder, some network file systems): reading is still of use.
+    if (!HasPendingWal(m_posixPath)) result = OpenImmutable();
+  }
+  if (result != SQLITE_OK) RaiseOpening(result);
+  m_stamp = disk::StampOf(m_posixPath);
+}
+
+void Connection::RaiseNoDatabase(FileFormat format) {
+  switch (format) {
     case FileFormat::Missing:
       RaiseDao(DaoError::FileMissing, kWorkspaceSource, "Could not find file '" + m_dosPath + "'.");
     case FileFormat::Folder:
@@ -97,19 +113,9 @@ void Connection::Open() {
                "Unrecognized database format '" + m_dosPath + "': it is a Jet database.");
     case FileFormat::Empty:
     case FileFormat::Other:
-      RaiseDao(DaoError::UnknownFormat, kWorkspaceSource,
-               "Unrecognized database format '" + m_dosPath + "'.");
     case FileFormat::Sqlite: break;
   }
-  int result = SQLITE_CANTOPEN;
-  if (OpenHandle(m_posixPath, SQLITE_OPEN_READWRITE)) result = Configure();
-  const int primary = result & 0xFF;
-  if (primary == SQLITE_CANTOPEN || primary == SQLITE_READONLY || primary == SQLITE_IOERR) {
-    // No WAL can be kept here (a read-only folder, some network file systems): reading is still of use.
-    if (!HasPendingWal(m_posixPath)) result = OpenImmutable();
-  }
-  if (result != SQLITE_OK) RaiseOpening(result);
-  m_stamp = disk::StampOf(m_posixPath);
+  RaiseDao(DaoError::UnknownFormat, kWorkspaceSource, "Unrecognized database format '" + m_dosPath + "'.");
 }
 
 bool Connection::OpenHandle(const std::string& name, int flags) {
@@ -271,12 +277,13 @@ bool Connection::ChangesRowsAlone(const std::string& table) {
   return sqlite3_step(other->Handle()) == SQLITE_DONE;
 }
 
-std::int64_t Connection::DataVersion() {
+std::optional<std::int64_t> Connection::DataVersion() {
   const FlagScope own(m_isOwnSql);
-  Statement& version = Prepare("PRAGMA main.data_version", kDatabaseSource, {});
-  const StatementReset reset(version);
-  Step(version, kDatabaseSource, {});
-  return sqlite3_column_int64(version.Handle(), 0);
+  Statement* version = TryPrepare("PRAGMA main.data_version");
+  if (version == nullptr) return std::nullopt;
+  const StatementReset reset(*version);
+  if (sqlite3_step(version->Handle()) != SQLITE_ROW) return std::nullopt;
+  return sqlite3_column_int64(version->Handle(), 0);
 }
 
 void Connection::EnterTransactions(int level) {

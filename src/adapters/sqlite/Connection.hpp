@@ -3,11 +3,13 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "adapters/sqlite/Cell.hpp"
 #include "adapters/sqlite/Disk.hpp"
+#include "adapters/sqlite/FileFormat.hpp"
 #include "adapters/sqlite/KnownRows.hpp"
 #include "adapters/sqlite/SqlTranslations.hpp"
 #include "adapters/sqlite/Statement.hpp"
@@ -62,8 +64,9 @@ class Connection {
   // Whether the file is such that a changed row of the table is all that its UPDATE changes: nothing is set
   // off by it, and no other row has to go for it.
   bool ChangesRowsAlone(const std::string& table);
-  // A number that stays the same while no other connection, of whatever process, changes the file.
-  std::int64_t DataVersion();
+  // A number that stays the same while no other connection, of whatever process, changes the file; nothing
+  // where it can't be had, which raises nothing.
+  std::optional<std::int64_t> DataVersion();
 
   // --- transactions: levels count from 1, each within the one before it ---
 
@@ -109,6 +112,7 @@ class Connection {
   int Configure();
   std::string ModeAfter(const char* pragma);
   int OpenImmutable();
+  [[noreturn]] void RaiseNoDatabase(FileFormat format);
   [[noreturn]] void RaiseOpening(int code);
   [[noreturn]] void Fail(int code, const char* source, std::string_view table);
   int Exec(const char* sql) noexcept;

@@ -21,17 +21,23 @@ FileFormat FormatOfHeader(std::string_view header) {
   return FileFormat::Other;
 }
 
-// Through SQLite's own file layer: closing a descriptor of ours would drop the locks that every other
-// connection of the process holds on the file, as POSIX has it.
-FileFormat ReadHeader(const std::string& posixPath) {
-  sqlite3* handle = nullptr;
-  const int opened =
-      sqlite3_open_v2(posixPath.c_str(), &handle, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(handle, &sqlite3_close);
+}  // namespace
+
+std::optional<FileFormat> FormatBySize(const std::string& posixPath) {
+  switch (disk::KindOf(posixPath)) {
+    case disk::Kind::Missing: return FileFormat::Missing;
+    case disk::Kind::Unreadable: return FileFormat::Unreadable;
+    case disk::Kind::EmptyFile: return FileFormat::Empty;
+    case disk::Kind::Other: return FileFormat::Folder;
+    case disk::Kind::File: break;
+  }
+  return std::nullopt;
+}
+
+FileFormat FormatByHeader(sqlite3* db) {
   sqlite3_file* file = nullptr;
-  if (opened != SQLITE_OK ||
-      sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
-      file == nullptr || file->pMethods == nullptr) {
+  if (sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || file == nullptr ||
+      file->pMethods == nullptr) {
     return FileFormat::Unreadable;
   }
   std::array<char, 32> header{};  // a file that is shorter leaves zeros
@@ -40,17 +46,15 @@ FileFormat ReadHeader(const std::string& posixPath) {
   return FormatOfHeader({header.data(), header.size()});
 }
 
-}  // namespace
-
+// Through SQLite's own file layer: closing a descriptor of ours would drop the locks that every other
+// connection of the process holds on the file, as POSIX has it.
 FileFormat DetectFormat(const std::string& posixPath) {
-  switch (disk::KindOf(posixPath)) {
-    case disk::Kind::Missing: return FileFormat::Missing;
-    case disk::Kind::Unreadable: return FileFormat::Unreadable;
-    case disk::Kind::EmptyFile: return FileFormat::Empty;
-    case disk::Kind::Other: return FileFormat::Folder;
-    case disk::Kind::File: break;
-  }
-  return ReadHeader(posixPath);
+  if (const auto format = FormatBySize(posixPath)) return *format;
+  sqlite3* handle = nullptr;
+  const int opened =
+      sqlite3_open_v2(posixPath.c_str(), &handle, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(handle, &sqlite3_close);
+  return opened == SQLITE_OK ? FormatByHeader(handle) : FileFormat::Unreadable;
 }
 
 }  // namespace hearthmake::sqlite

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
+
+struct sqlite3;
 
 namespace hearthmake::sqlite {
 
@@ -17,5 +20,10 @@ enum class FileFormat {
 // What the file is by its header. Reads, never writes, and leaves locks held on the file by other
 // connections of this process alone.
 FileFormat DetectFormat(const std::string& posixPath);
+
+// What it is by its name and size alone; nothing where only the header can tell.
+std::optional<FileFormat> FormatBySize(const std::string& posixPath);
+// What the header of the open file tells.
+FileFormat FormatByHeader(sqlite3* db);
 
 }  // namespace hearthmake::sqlite

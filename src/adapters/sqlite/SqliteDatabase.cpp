@@ -54,18 +54,18 @@ class ConnectionView : public platform::ReadView {
 // Makes the rows of a list known while it is read.
 class ListMemory {
  public:
-  ListMemory(Connection& connection, const JetSql& query, bool hasKey)
+  ListMemory(Connection& connection, const JetSql& query, const Statement& statement, bool hasKey)
       : m_connection(connection), m_query(query) {
     // What is read within a transaction may be rolled back.
     if (!hasKey || connection.IsInTransaction()) return;
+    if (statement.plan && !IsList(*statement.plan)) return;
     // Asked before the first row is read: what somebody writes in between makes the rows seem old, not new.
     m_version = connection.DataVersion();
   }
 
   void Begin(const std::shared_ptr<SelectPlan>& plan) {
-    const bool isList = m_version && !plan->KeyName().empty() && SameName(m_query.Table(), plan->Table()) &&
-                        !SameName(m_query.SoughtColumn(), plan->KeyName());
-    if (!isList || !m_connection.ChangesRowsAlone(plan->Table())) return m_version.reset();
+    if (!m_version) return;
+    if (!IsList(*plan) || !m_connection.ChangesRowsAlone(plan->Table())) return m_version.reset();
     m_connection.Known().Begin(plan, *m_version);
   }
 
@@ -74,6 +74,12 @@ class ListMemory {
   }
 
  private:
+  // Rows with keys, and not one row by its key. What is named may be a view of the table.
+  bool IsList(const SelectPlan& plan) const {
+    return !plan.KeyName().empty() && SameName(m_query.Table(), plan.Table()) &&
+           !SameName(m_query.SoughtColumn(), plan.KeyName());
+  }
+
   Connection& m_connection;
   const JetSql& m_query;
   std::optional<std::int64_t> m_version;
@@ -130,7 +136,9 @@ std::unique_ptr<platform::Recordset> SqliteDatabase::OpenKnownRow(Connection& co
   if (query.SoughtColumn().empty() || !connection.IsInTransaction()) return nullptr;
   KnownRows& known = connection.Known();
   const KnownRows::Row row = known.Find(query.Table(), query.SoughtColumn(), query.EndNumber());
-  if (!row.plan || !known.StandAt(connection.DataVersion())) return nullptr;
+  if (!row.plan) return nullptr;
+  const auto version = connection.DataVersion();
+  if (!version || !known.StandAt(*version)) return nullptr;
   return std::make_unique<SqliteRecordset>(shared_from_this(), row.plan, RowBuffer(row.packed),
                                            connection.CurrentState());
 }
@@ -139,7 +147,7 @@ RowBuffer SqliteDatabase::ReadRows(Connection& connection, const JetSql& query, 
                                    bool hasKey) {
   const StatementReset reset(statement);
   BindLiterals(statement, query);
-  ListMemory memory(connection, query, hasKey);
+  ListMemory memory(connection, query, statement, hasKey);
   RowBuffer rows;
   bool isRow = connection.Step(statement, kDatabaseSource, query.Table());
   // Looked at behind the first step, which prepares the statement anew if tables have changed.

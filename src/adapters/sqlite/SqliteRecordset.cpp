@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -11,6 +10,12 @@
 #include "adapters/sqlite/SqliteError.hpp"
 
 namespace hearthmake::sqlite {
+
+namespace {
+
+constexpr std::size_t kUsualAssignments = 16;
+
+}  // namespace
 
 SqliteRecordset::SqliteRecordset(std::shared_ptr<SqliteDatabase> database, std::shared_ptr<SelectPlan> plan,
                                  RowBuffer rows, Connection::State state)
@@ -61,13 +66,23 @@ std::size_t SqliteRecordset::Find(std::string_view column) const {
 
 Cell SqliteRecordset::Read(std::string_view column) const {
   const std::size_t index = Find(column);
-  if (m_mode != Mode::Reading && m_assignments[index].isAssigned) return AssignedCell(m_assignments[index]);
+  if (m_mode != Mode::Reading && IsAssigned(index)) return AssignedCell(index);
   if (m_mode == Mode::Adding) return ReadNewRow(index);
   if (m_isAtEnd) RaiseDao(DaoError::NoCurrentRecord, kRecordsetSource, "No current record.");
   return m_row[index];
 }
 
-Cell SqliteRecordset::AssignedCell(const Assignment& assignment) const {
+SqliteRecordset::Assignment& SqliteRecordset::AssignmentOf(std::size_t column) const {
+  std::uint16_t& number = m_assignmentOf[column];
+  if (number == 0) {
+    m_assignments.emplace_back();
+    number = static_cast<std::uint16_t>(m_assignments.size());
+  }
+  return m_assignments[number - 1U];
+}
+
+Cell SqliteRecordset::AssignedCell(std::size_t column) const {
+  const Assignment& assignment = m_assignments[m_assignmentOf[column] - 1U];
   if (assignment.cell.kind != Cell::Kind::Text) return assignment.cell;
   return Cell::OfText({m_editText.data() + assignment.textAt, assignment.cell.text.size()});
 }
@@ -76,10 +91,8 @@ Cell SqliteRecordset::ReadNewRow(std::size_t column) const {
   Connection& connection = m_database->UseForWriting(kRecordsetSource);
   if (!m_plan->IsAutoNumber(column)) return connection.DefaultOf(*m_plan, column);
   // From here on the key is the row's: Update writes it as any assigned value.
-  Assignment& key = m_assignments[column];
-  key.cell = Cell::OfInteger(connection.ReserveKey(*m_plan, kRecordsetSource));
-  key.isAssigned = true;
-  return key.cell;
+  const Cell key = Cell::OfInteger(connection.ReserveKey(*m_plan, kRecordsetSource));
+  return AssignmentOf(column).cell = key;
 }
 
 bool SqliteRecordset::IsNull(std::string_view column) const { return Read(column).kind == Cell::Kind::Null; }
@@ -105,7 +118,9 @@ void SqliteRecordset::RequireEditable() const {
 
 void SqliteRecordset::StartEdit(Mode mode) {
   m_mode = mode;
-  m_assignments.assign(m_plan->Names().Count(), {});
+  m_assignmentOf.assign(m_plan->Names().Count(), 0);
+  m_assignments.clear();
+  m_assignments.reserve(kUsualAssignments);
   m_editText.clear();
 }
 
@@ -145,9 +160,9 @@ void SqliteRecordset::Assign(std::string_view column, const Cell& value) {
     RaiseDao(DaoError::FieldNotUpdatable, kRecordsetSource,
              "Field cannot be updated. (" + std::string(column) + ")");
   }
-  Assignment& assignment = m_assignments[index];
-  assignment.cell = Converted(index, value);
-  assignment.isAssigned = true;
+  const Cell cell = Converted(index, value);
+  Assignment& assignment = AssignmentOf(index);
+  assignment.cell = cell;
   if (assignment.cell.kind != Cell::Kind::Text) return;
   assignment.textAt = m_editText.size();
   m_editText.insert(m_editText.end(), value.text.begin(), value.text.end());
@@ -183,9 +198,8 @@ Cell SqliteRecordset::Converted(std::size_t column, const Cell& value) const {
 std::vector<std::size_t> SqliteRecordset::ColumnsToWrite(const Connection& connection) const {
   const bool isRowKnown = m_mode == Mode::Editing && m_state.IsStill(connection.CurrentState());
   std::vector<std::size_t> columns;
-  for (std::size_t i = 0; i < m_assignments.size(); ++i) {
-    if (!m_assignments[i].isAssigned) continue;
-    if (!isRowKnown || !IsSameCell(AssignedCell(m_assignments[i]), m_row[i])) columns.push_back(i);
+  for (std::size_t i = 0; i < m_assignmentOf.size(); ++i) {
+    if (IsAssigned(i) && (!isRowKnown || !IsSameCell(AssignedCell(i), m_row[i]))) columns.push_back(i);
   }
   return columns;
 }
@@ -218,10 +232,7 @@ void SqliteRecordset::Update() {
   if (m_mode == Mode::Reading) {
     RaiseDao(DaoError::NotEditing, kRecordsetSource, "Update or CancelUpdate without AddNew or Edit.");
   }
-  const auto isAssigned = [](const Assignment& assignment) { return assignment.isAssigned; };
-  if (m_mode == Mode::Adding || std::any_of(m_assignments.begin(), m_assignments.end(), isAssigned)) {
-    WriteRow();
-  }
+  if (m_mode == Mode::Adding || !m_assignments.empty()) WriteRow();
   if (m_mode == Mode::Editing) KeepAssigned();
   m_mode = Mode::Reading;
 }
@@ -236,7 +247,7 @@ void SqliteRecordset::WriteRow() {
   const StatementReset reset(statement);
   int parameter = 0;
   for (const std::size_t column : columns) {
-    BindCell(statement.Handle(), ++parameter, AssignedCell(m_assignments[column]));
+    BindCell(statement.Handle(), ++parameter, AssignedCell(column));
   }
   if (!isNew) BindCell(statement.Handle(), ++parameter, m_row.back());
   if (!isNew) connection.Known().Forget(m_plan->Table(), m_row.back().integer);
@@ -248,8 +259,8 @@ void SqliteRecordset::WriteRow() {
 
 // From now on the row reads as it was written.
 void SqliteRecordset::KeepAssigned() {
-  for (std::size_t i = 0; i < m_assignments.size(); ++i) {
-    if (m_assignments[i].isAssigned) m_row[i] = AssignedCell(m_assignments[i]);
+  for (std::size_t i = 0; i < m_assignmentOf.size(); ++i) {
+    if (IsAssigned(i)) m_row[i] = AssignedCell(i);
   }
   m_keptTexts.push_back(std::move(m_editText));
   m_editText = {};

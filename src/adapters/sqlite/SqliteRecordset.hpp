@@ -55,7 +55,6 @@ class SqliteRecordset : public platform::Recordset {
 
   // A value assigned since AddNew or Edit; a text lies in m_editText.
   struct Assignment {
-    bool isAssigned = false;
     Cell cell;
     std::size_t textAt = 0;
   };
@@ -65,7 +64,11 @@ class SqliteRecordset : public platform::Recordset {
   void StartEdit(Mode mode);
   std::size_t Find(std::string_view column) const;
   Cell Read(std::string_view column) const;
-  Cell AssignedCell(const Assignment& assignment) const;
+  bool IsAssigned(std::size_t column) const { return m_assignmentOf[column] != 0; }
+  // The assignment of a column, made where there is none.
+  Assignment& AssignmentOf(std::size_t column) const;
+  // The value of a column that is assigned.
+  Cell AssignedCell(std::size_t column) const;
   Cell ReadNewRow(std::size_t column) const;
   void Assign(std::string_view column, const Cell& value);
   Cell Converted(std::size_t column, const Cell& value) const;
@@ -84,6 +87,8 @@ class SqliteRecordset : public platform::Recordset {
   mutable std::size_t m_lastColumn;
 
   Mode m_mode = Mode::Reading;
+  // A save assigns some columns of many: the numbers of their assignments, from 1, and 0 for the others.
+  mutable std::vector<std::uint16_t> m_assignmentOf;
   mutable std::vector<Assignment> m_assignments;
   std::vector<char> m_editText;
   std::vector<std::vector<char>> m_keptTexts;  // texts of the current row that Update has written

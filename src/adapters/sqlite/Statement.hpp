@@ -36,8 +36,9 @@ class StatementCache {
  public:
   explicit StatementCache(std::size_t capacity) : m_capacity(capacity) {}
 
-  // The statement of that text, prepared when it is not at hand. It stays valid until the next call.
-  // Returns null, with the engine's code in result, when SQLite refuses the text.
+  // The statement of that text, prepared when it is not at hand. It stays valid until as many others
+  // have been asked for as the cache holds. Returns null, with the engine's code in result, when SQLite
+  // refuses the text.
   Statement* Get(sqlite3* db, std::string_view text, int& result);
   void Clear();
 
