@@ -14,7 +14,7 @@
 #include "GeneratedSuite.hpp"
 #include "adapters/posix/PosixFileSystem.hpp"
 #include "foundation/Paths.hpp"
-#include "host/ProjectSources.hpp"
+#include "host/builds/ProjectSources.hpp"
 
 namespace hearthmake::bench {
 

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/BuildJson.hpp"
 #include "host/HostError.hpp"
+#include "host/moving/BuildJson.hpp"
 
 using hearthmake::host::ParseBuild;
 using hearthmake::host::PrintBuild;

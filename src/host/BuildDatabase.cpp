@@ -9,8 +9,8 @@
 #include "adapters/sqlite/FileFormat.hpp"
 #include "automation/Error.hpp"
 #include "host/HostError.hpp"
-#include "host/JetImport.hpp"
-#include "host/Places.hpp"
+#include "host/moving/JetImport.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host/Terminal.hpp"
+#include "host/system/Terminal.hpp"
 
 namespace hearthmake::host {
 

@@ -1,6 +1,6 @@
 #include "host/HostEventPump.hpp"
 
-#include "host/Interrupt.hpp"
+#include "host/system/Interrupt.hpp"
 
 namespace hearthmake::host {
 

@@ -6,8 +6,8 @@
 
 #include "automation/Text.hpp"
 #include "host/HostError.hpp"
-#include "host/Numbers.hpp"
-#include "host/Places.hpp"
+#include "host/system/Places.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -9,9 +9,9 @@
 #include "build/Builds.hpp"
 #include "foundation/Settings.hpp"
 #include "host/HostError.hpp"
-#include "host/Numbers.hpp"
-#include "host/Places.hpp"
-#include "host/Properties.hpp"
+#include "host/builds/Properties.hpp"
+#include "host/system/Places.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -1,6 +1,6 @@
 #include "adapters/jet/ReadingProcess.hpp"
-#include "host/CommandLine.hpp"
-#include "host/Interrupt.hpp"
+#include "host/commandline/CommandLine.hpp"
+#include "host/system/Interrupt.hpp"
 
 int main(int argc, char** argv) {
   // The command starts itself anew to read a database of Jet.

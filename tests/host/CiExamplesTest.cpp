@@ -8,7 +8,7 @@
 #include <fstream>
 #include <map>
 
-#include "host/CommandLine.hpp"
+#include "host/commandline/CommandLine.hpp"
 #include "support/PosixFolder.hpp"
 
 namespace hearthmake::host {

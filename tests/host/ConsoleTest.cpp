@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/TextDisplay.hpp"
+#include "host/display/TextDisplay.hpp"
 
 namespace hearthmake::host {
 namespace {

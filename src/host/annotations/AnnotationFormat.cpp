@@ -1,10 +1,10 @@
 #include "host/annotations/AnnotationFormat.hpp"
 
-#include "host/Places.hpp"
 #include "host/annotations/AzureFormat.hpp"
 #include "host/annotations/GitHubFormat.hpp"
 #include "host/annotations/GitLabFormat.hpp"
 #include "host/annotations/TeamCityFormat.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/RunProblem.hpp"
+#include "host/run/RunProblem.hpp"
 
 namespace hearthmake::host {
 

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "build/BuildEvents.hpp"
-#include "host/RunRecord.hpp"
 #include "host/Session.hpp"
-#include "host/SourceRoot.hpp"
 #include "host/annotations/AnnotationFormat.hpp"
+#include "host/annotations/SourceRoot.hpp"
+#include "host/run/RunRecord.hpp"
 
 namespace hearthmake::host {
 

@@ -1,9 +1,9 @@
 #include <fmt/format.h>
 
 #include "automation/Error.hpp"
-#include "host/AddedProjects.hpp"
-#include "host/PackageQuestion.hpp"
+#include "host/builds/AddedProjects.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/packages/PackageQuestion.hpp"
 
 namespace hearthmake::host {
 

@@ -1,9 +1,9 @@
 #include <fmt/format.h>
 
-#include "host/EditCycle.hpp"
-#include "host/Numbers.hpp"
+#include "host/builds/EditCycle.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/CompileOrder.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -9,11 +9,11 @@
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
 #include "foundation/Apartment.hpp"
-#include "host/BuildJson.hpp"
-#include "host/BuildStore.hpp"
-#include "host/Interrupt.hpp"
-#include "host/Places.hpp"
-#include "host/RunLock.hpp"
+#include "host/moving/BuildJson.hpp"
+#include "host/moving/BuildStore.hpp"
+#include "host/run/RunLock.hpp"
+#include "host/system/Interrupt.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

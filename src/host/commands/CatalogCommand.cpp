@@ -3,9 +3,9 @@
 #include "adapters/catalog/CatalogJson.hpp"
 #include "adapters/catalog/OpenCatalog.hpp"
 #include "foundation/Settings.hpp"
-#include "host/CatalogComparison.hpp"
-#include "host/Json.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/packages/CatalogComparison.hpp"
+#include "host/text/Json.hpp"
 
 namespace hearthmake::host {
 

@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 
-#include "host/Interrupt.hpp"
-#include "host/SourceProjects.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/sources/SourceProjects.hpp"
+#include "host/system/Interrupt.hpp"
 
 namespace hearthmake::host {
 

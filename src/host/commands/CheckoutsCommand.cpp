@@ -7,9 +7,9 @@
 #include "automation/Error.hpp"
 #include "automation/OleDate.hpp"
 #include "automation/Text.hpp"
-#include "host/Json.hpp"
-#include "host/SourceProjects.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/sources/SourceProjects.hpp"
+#include "host/text/Json.hpp"
 
 namespace hearthmake::host {
 

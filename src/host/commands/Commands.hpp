@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "host/HostError.hpp"
-#include "host/RunReports.hpp"
 #include "host/Session.hpp"
+#include "host/reports/RunReports.hpp"
 
 namespace hearthmake::host {
 

@@ -4,8 +4,8 @@
 
 #include "automation/Error.hpp"
 #include "host/HostError.hpp"
-#include "host/ProjectGraph.hpp"
 #include "host/Session.hpp"
+#include "host/builds/ProjectGraph.hpp"
 
 namespace hearthmake::host {
 

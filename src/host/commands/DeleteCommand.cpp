@@ -1,12 +1,12 @@
 #include <fmt/format.h>
 
-#include "host/EditCycle.hpp"
-#include "host/Places.hpp"
-#include "host/RewrittenFiles.hpp"
-#include "host/RunJournal.hpp"
+#include "host/builds/EditCycle.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/ProjectRemoval.hpp"
 #include "host/page/LastRun.hpp"
+#include "host/run/RewrittenFiles.hpp"
+#include "host/run/RunJournal.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

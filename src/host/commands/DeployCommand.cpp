@@ -8,11 +8,11 @@
 #include "deployment/COMApplications.hpp"
 #include "deployment/MTSPackages.hpp"
 #include "foundation/Settings.hpp"
-#include "host/JsonEvent.hpp"
-#include "host/Numbers.hpp"
-#include "host/Packages.hpp"
-#include "host/SinkGuard.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/display/JsonEvent.hpp"
+#include "host/packages/Packages.hpp"
+#include "host/run/SinkGuard.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

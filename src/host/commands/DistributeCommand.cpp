@@ -1,7 +1,7 @@
 #include <fmt/format.h>
 
 #include "build/BuildEvents.hpp"
-#include "host/ChosenProjects.hpp"
+#include "host/builds/ChosenProjects.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {

@@ -1,9 +1,9 @@
 #include <fmt/format.h>
 
-#include "host/Json.hpp"
-#include "host/Numbers.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/doctor/Examination.hpp"
+#include "host/text/Json.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

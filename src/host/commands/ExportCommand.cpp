@@ -5,9 +5,9 @@
 
 #include "adapters/sqlite/SqliteWorkspace.hpp"
 #include "foundation/Apartment.hpp"
-#include "host/BuildJson.hpp"
-#include "host/BuildStore.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/moving/BuildJson.hpp"
+#include "host/moving/BuildStore.hpp"
 
 namespace hearthmake::host {
 

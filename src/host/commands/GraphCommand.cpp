@@ -7,16 +7,16 @@
 #include "automation/Text.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
-#include "host/ChangeFinder.hpp"
-#include "host/ChosenProjects.hpp"
-#include "host/Json.hpp"
-#include "host/Numbers.hpp"
-#include "host/ProjectGraph.hpp"
-#include "host/RewrittenFiles.hpp"
+#include "host/builds/ChosenProjects.hpp"
+#include "host/builds/ProjectGraph.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/graph/DotText.hpp"
 #include "host/graph/GraphvizDot.hpp"
 #include "host/page/LastRun.hpp"
+#include "host/run/ChangeFinder.hpp"
+#include "host/run/RewrittenFiles.hpp"
+#include "host/text/Json.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -7,11 +7,11 @@
 #include "adapters/sqlite/FileFormat.hpp"
 #include "automation/Text.hpp"
 #include "host/BuildDatabase.hpp"
-#include "host/JetImport.hpp"
-#include "host/Places.hpp"
-#include "host/RunJournal.hpp"
 #include "host/commands/BuildImport.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/moving/JetImport.hpp"
+#include "host/run/RunJournal.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 
 #include "automation/Error.hpp"
-#include "host/SourceProjects.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/sources/SourceProjects.hpp"
 
 namespace hearthmake::host {
 

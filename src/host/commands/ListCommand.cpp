@@ -1,7 +1,7 @@
 #include <fmt/format.h>
 
-#include "host/Json.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/text/Json.hpp"
 
 namespace hearthmake::host {
 

@@ -1,6 +1,6 @@
 #include <fmt/format.h>
 
-#include "host/EditCycle.hpp"
+#include "host/builds/EditCycle.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {

@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 
-#include "host/Json.hpp"
 #include "host/commands/Commands.hpp"
 #include "host/commands/CompileOrder.hpp"
+#include "host/text/Json.hpp"
 
 namespace hearthmake::host {
 

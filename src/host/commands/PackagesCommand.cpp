@@ -7,12 +7,12 @@
 #include "automation/Text.hpp"
 #include "build/Build.hpp"
 #include "deployment/COMApplications.hpp"
-#include "host/EditCycle.hpp"
-#include "host/Json.hpp"
-#include "host/Packages.hpp"
-#include "host/PasswordPrompt.hpp"
-#include "host/Properties.hpp"
+#include "host/builds/EditCycle.hpp"
+#include "host/builds/Properties.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/packages/Packages.hpp"
+#include "host/system/PasswordPrompt.hpp"
+#include "host/text/Json.hpp"
 
 namespace hearthmake::host {
 

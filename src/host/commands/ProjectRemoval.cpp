@@ -5,9 +5,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "host/EditCycle.hpp"
 #include "host/HostError.hpp"
 #include "host/Session.hpp"
+#include "host/builds/EditCycle.hpp"
 
 namespace hearthmake::host {
 

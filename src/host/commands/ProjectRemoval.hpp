@@ -1,7 +1,7 @@
 #pragma once
 
 #include "build/Build.hpp"
-#include "host/ProjectGraph.hpp"
+#include "host/builds/ProjectGraph.hpp"
 
 namespace hearthmake::host {
 

@@ -5,12 +5,12 @@
 #include <set>
 
 #include "automation/Text.hpp"
-#include "host/EditCycle.hpp"
-#include "host/Json.hpp"
-#include "host/Numbers.hpp"
-#include "host/ProjectGraph.hpp"
-#include "host/ReferenceText.hpp"
+#include "host/builds/EditCycle.hpp"
+#include "host/builds/ProjectGraph.hpp"
+#include "host/builds/ReferenceText.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/text/Json.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -2,10 +2,10 @@
 
 #include <optional>
 
-#include "host/BinaryState.hpp"
-#include "host/ChosenProjects.hpp"
-#include "host/Places.hpp"
+#include "host/builds/BinaryState.hpp"
+#include "host/builds/ChosenProjects.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

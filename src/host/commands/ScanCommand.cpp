@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "host/AddedProjects.hpp"
+#include "host/builds/AddedProjects.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {

@@ -1,11 +1,11 @@
 #include <fmt/format.h>
 
-#include "host/CommandScriptHost.hpp"
-#include "host/Interrupt.hpp"
-#include "host/Places.hpp"
-#include "host/ScriptText.hpp"
-#include "host/ScriptUsage.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/scripting/CommandScriptHost.hpp"
+#include "host/scripting/ScriptText.hpp"
+#include "host/scripting/ScriptUsage.hpp"
+#include "host/system/Interrupt.hpp"
+#include "host/system/Places.hpp"
 #include "vbscript/Engine.hpp"
 #include "vbscript/Quit.hpp"
 #include "vbscript/objects/DosPath.hpp"

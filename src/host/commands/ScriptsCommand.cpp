@@ -9,9 +9,9 @@
 #include "automation/Text.hpp"
 #include "automation/Utf.hpp"
 #include "foundation/Apartment.hpp"
-#include "host/Numbers.hpp"
-#include "host/ScriptText.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/scripting/ScriptText.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -1,7 +1,7 @@
 #include <fmt/format.h>
 
-#include "host/EditCycle.hpp"
-#include "host/Properties.hpp"
+#include "host/builds/EditCycle.hpp"
+#include "host/builds/Properties.hpp"
 #include "host/commands/Commands.hpp"
 
 namespace hearthmake::host {

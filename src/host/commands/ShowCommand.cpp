@@ -2,15 +2,15 @@
 
 #include "automation/Error.hpp"
 #include "automation/Text.hpp"
-#include "host/BinaryState.hpp"
 #include "host/HostError.hpp"
-#include "host/Json.hpp"
-#include "host/Numbers.hpp"
-#include "host/Packages.hpp"
-#include "host/Properties.hpp"
-#include "host/ReferenceText.hpp"
-#include "host/SourceProjects.hpp"
+#include "host/builds/BinaryState.hpp"
+#include "host/builds/Properties.hpp"
+#include "host/builds/ReferenceText.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/packages/Packages.hpp"
+#include "host/sources/SourceProjects.hpp"
+#include "host/text/Json.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -3,12 +3,12 @@
 #include "automation/Text.hpp"
 #include "automation/Variant.hpp"
 #include "foundation/Apartment.hpp"
-#include "host/EditCycle.hpp"
-#include "host/Json.hpp"
-#include "host/PasswordPrompt.hpp"
-#include "host/SourceFlagNames.hpp"
-#include "host/SourceProjects.hpp"
+#include "host/builds/EditCycle.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/sources/SourceFlagNames.hpp"
+#include "host/sources/SourceProjects.hpp"
+#include "host/system/PasswordPrompt.hpp"
+#include "host/text/Json.hpp"
 
 namespace hearthmake::host {
 

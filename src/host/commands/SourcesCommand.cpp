@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "foundation/Settings.hpp"
-#include "host/LatestSources.hpp"
-#include "host/Numbers.hpp"
-#include "host/SourceProjects.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/sources/LatestSources.hpp"
+#include "host/sources/SourceProjects.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -5,10 +5,10 @@
 #include <charconv>
 
 #include "foundation/modDatabase.hpp"
-#include "host/ChosenProjects.hpp"
-#include "host/EditCycle.hpp"
-#include "host/Json.hpp"
+#include "host/builds/ChosenProjects.hpp"
+#include "host/builds/EditCycle.hpp"
 #include "host/commands/Commands.hpp"
+#include "host/text/Json.hpp"
 
 namespace hearthmake::host {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "host/Numbers.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -3,8 +3,8 @@
 #include "automation/Text.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
-#include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

@@ -1,9 +1,9 @@
 #include <fmt/format.h>
 
 #include "foundation/Settings.hpp"
-#include "host/Programs.hpp"
-#include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/system/Programs.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

@@ -1,7 +1,7 @@
 #include <fmt/format.h>
 
-#include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

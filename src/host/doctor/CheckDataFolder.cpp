@@ -2,9 +2,9 @@
 
 #include <filesystem>
 
-#include "host/Places.hpp"
-#include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/system/Places.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

@@ -2,10 +2,10 @@
 
 #include "adapters/sqlite/FileFormat.hpp"
 #include "adapters/sqlite/Integrity.hpp"
-#include "host/Numbers.hpp"
-#include "host/Places.hpp"
-#include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/system/Places.hpp"
+#include "host/text/Numbers.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

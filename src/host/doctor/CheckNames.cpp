@@ -4,8 +4,8 @@
 #include <map>
 
 #include "automation/Text.hpp"
-#include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

@@ -4,9 +4,9 @@
 
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
-#include "host/Places.hpp"
-#include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/system/Places.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

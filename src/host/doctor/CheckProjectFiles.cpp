@@ -1,11 +1,11 @@
 #include <fmt/format.h>
 
 #include "foundation/Apartment.hpp"
-#include "host/Numbers.hpp"
-#include "host/Places.hpp"
-#include "host/ProjectSources.hpp"
-#include "host/ShellQuote.hpp"
+#include "host/builds/ProjectSources.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/system/Places.hpp"
+#include "host/text/Numbers.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

@@ -6,9 +6,9 @@
 #include "automation/Text.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
-#include "host/BinaryState.hpp"
-#include "host/ShellQuote.hpp"
+#include "host/builds/BinaryState.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

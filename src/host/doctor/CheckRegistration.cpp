@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 
-#include "host/BinaryState.hpp"
-#include "host/ShellQuote.hpp"
+#include "host/builds/BinaryState.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

@@ -1,6 +1,6 @@
 #include "foundation/Settings.hpp"
-#include "host/Places.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

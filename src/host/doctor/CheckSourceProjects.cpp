@@ -2,9 +2,9 @@
 
 #include "foundation/Apartment.hpp"
 #include "foundation/Settings.hpp"
-#include "host/ShellQuote.hpp"
-#include "host/SourceProjects.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/sources/SourceProjects.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

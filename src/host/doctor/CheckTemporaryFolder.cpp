@@ -3,8 +3,8 @@
 #include <filesystem>
 
 #include "foundation/Apartment.hpp"
-#include "host/Places.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

@@ -1,5 +1,5 @@
-#include "host/Programs.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/system/Programs.hpp"
 
 namespace hearthmake::host {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "host/ProjectGraph.hpp"
 #include "host/Session.hpp"
+#include "host/builds/ProjectGraph.hpp"
 #include "host/doctor/Findings.hpp"
 
 namespace hearthmake::host {

@@ -2,8 +2,8 @@
 
 #include "automation/Error.hpp"
 #include "host/HostError.hpp"
-#include "host/ShellQuote.hpp"
 #include "host/doctor/Checks.hpp"
+#include "host/text/ShellQuote.hpp"
 
 namespace hearthmake::host {
 

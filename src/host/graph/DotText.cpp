@@ -6,8 +6,8 @@
 #include <set>
 
 #include "automation/Text.hpp"
-#include "host/CleanText.hpp"
-#include "host/Numbers.hpp"
+#include "host/text/CleanText.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

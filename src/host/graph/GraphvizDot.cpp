@@ -10,7 +10,7 @@
 #include "foundation/Paths.hpp"
 #include "host/Console.hpp"
 #include "host/HostError.hpp"
-#include "host/Interrupt.hpp"
+#include "host/system/Interrupt.hpp"
 
 namespace hearthmake::host {
 

@@ -5,10 +5,10 @@
 #include <set>
 
 #include "automation/Text.hpp"
-#include "host/Numbers.hpp"
 #include "host/graph/LayeredLayout.hpp"
 #include "host/page/Html.hpp"
 #include "host/page/PageWords.hpp"
+#include "host/text/Numbers.hpp"
 
 namespace hearthmake::host {
 

@@ -1,6 +1,6 @@
 #include "host/page/Html.hpp"
 
-#include "host/CleanText.hpp"
+#include "host/text/CleanText.hpp"
 
 namespace hearthmake::host {
 

@@ -8,7 +8,7 @@
 
 #include "automation/Error.hpp"
 #include "foundation/Apartment.hpp"
-#include "host/Json.hpp"
+#include "host/text/Json.hpp"
 
 namespace hearthmake::host {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "host/RunRecord.hpp"
 #include "host/page/ProjectFacts.hpp"
 #include "host/page/RunFacts.hpp"
+#include "host/run/RunRecord.hpp"
 
 namespace hearthmake::host {
 

@@ -7,10 +7,10 @@
 #include "automation/Error.hpp"
 #include "foundation/Apartment.hpp"
 #include "foundation/Paths.hpp"
-#include "host/FailureAdvice.hpp"
-#include "host/ProjectGraph.hpp"
+#include "host/builds/ProjectGraph.hpp"
 #include "host/page/RunPage.hpp"
 #include "host/page/SourceExcerpt.hpp"
+#include "host/run/FailureAdvice.hpp"
 
 namespace hearthmake::host {
 

@@ -4,11 +4,11 @@
 #include <optional>
 #include <string>
 
-#include "host/RunPlan.hpp"
-#include "host/RunRecord.hpp"
 #include "host/Session.hpp"
 #include "host/page/LastRun.hpp"
 #include "host/page/RunFacts.hpp"
+#include "host/run/RunPlan.hpp"
+#include "host/run/RunRecord.hpp"
 
 namespace hearthmake::host {
 

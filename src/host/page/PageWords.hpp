@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "host/RunRecord.hpp"
 #include "host/page/LastRun.hpp"
+#include "host/run/RunRecord.hpp"
 
 namespace hearthmake::host {
 

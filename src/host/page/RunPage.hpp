@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "host/RunRecord.hpp"
 #include "host/graph/Digraph.hpp"
 #include "host/page/LastRun.hpp"
 #include "host/page/RunFacts.hpp"
 #include "host/page/SourceExcerpt.hpp"
+#include "host/run/RunRecord.hpp"
 
 namespace hearthmake::host {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/CompilerLog.hpp"
+#include "host/run/CompilerLog.hpp"
 
 namespace hearthmake::host {
 

@@ -5,9 +5,9 @@
 #include "embedding/DefaultPorts.hpp"
 #include "host/HostError.hpp"
 #include "host/HostEventPump.hpp"
-#include "host/Interrupt.hpp"
-#include "host/ScriptServices.hpp"
 #include "host/posix/HostDrives.hpp"
+#include "host/scripting/ScriptServices.hpp"
+#include "host/system/Interrupt.hpp"
 
 namespace hearthmake::host {
 

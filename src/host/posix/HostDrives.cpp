@@ -4,7 +4,7 @@
 
 #include "automation/Error.hpp"
 #include "host/HostError.hpp"
-#include "host/Places.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

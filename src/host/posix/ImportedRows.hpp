@@ -8,7 +8,7 @@
 
 #include "adapters/jet/RowSink.hpp"
 #include "adapters/sqlite/BuildSchema.hpp"
-#include "host/JetImport.hpp"
+#include "host/moving/JetImport.hpp"
 #include "platform/Database.hpp"
 
 namespace hearthmake::host {

@@ -1,4 +1,4 @@
-#include "host/Interrupt.hpp"
+#include "host/system/Interrupt.hpp"
 
 #include <dirent.h>
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-#include "host/JetImport.hpp"
+#include "host/moving/JetImport.hpp"
 
 #include <fmt/format.h>
 
@@ -9,8 +9,8 @@
 #include "adapters/sqlite/SqliteWorkspace.hpp"
 #include "automation/Error.hpp"
 #include "host/HostError.hpp"
-#include "host/Interrupt.hpp"
 #include "host/posix/ImportedRows.hpp"
+#include "host/system/Interrupt.hpp"
 
 namespace hearthmake::host {
 

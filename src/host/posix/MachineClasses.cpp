@@ -1,4 +1,4 @@
-#include "host/MachineClasses.hpp"
+#include "host/system/MachineClasses.hpp"
 
 namespace hearthmake::host {
 

@@ -1,4 +1,4 @@
-#include "host/PasswordPrompt.hpp"
+#include "host/system/PasswordPrompt.hpp"
 
 #include <poll.h>
 #include <signal.h>
@@ -9,7 +9,7 @@
 #include <optional>
 
 #include "host/HostError.hpp"
-#include "host/Interrupt.hpp"
+#include "host/system/Interrupt.hpp"
 
 namespace hearthmake::host {
 

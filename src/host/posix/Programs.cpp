@@ -1,4 +1,4 @@
-#include "host/Programs.hpp"
+#include "host/system/Programs.hpp"
 
 #include "adapters/posix/ProgramFinder.hpp"
 #include "foundation/Apartment.hpp"

@@ -1,4 +1,4 @@
-#include "host/ScriptConsole.hpp"
+#include "host/scripting/ScriptConsole.hpp"
 
 #include <fcntl.h>
 #include <sys/stat.h>

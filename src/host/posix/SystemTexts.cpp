@@ -1,4 +1,4 @@
-#include "host/SystemTexts.hpp"
+#include "host/system/SystemTexts.hpp"
 
 namespace hearthmake::host {
 

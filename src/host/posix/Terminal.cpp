@@ -1,4 +1,4 @@
-#include "host/Terminal.hpp"
+#include "host/system/Terminal.hpp"
 
 #include <sys/ioctl.h>
 #include <unistd.h>

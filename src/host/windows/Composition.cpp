@@ -6,8 +6,8 @@
 #include "com/ThreadState.hpp"
 #include "host/HostError.hpp"
 #include "host/HostEventPump.hpp"
-#include "host/Places.hpp"
-#include "host/ScriptServices.hpp"
+#include "host/scripting/ScriptServices.hpp"
+#include "host/system/Places.hpp"
 #include "host/windows/RunningChildren.hpp"
 
 namespace hearthmake::host {

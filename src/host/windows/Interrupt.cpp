@@ -1,4 +1,4 @@
-#include "host/Interrupt.hpp"
+#include "host/system/Interrupt.hpp"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "host/JetImport.hpp"
+#include "host/moving/JetImport.hpp"
 
 #include "host/HostError.hpp"
 

@@ -1,4 +1,4 @@
-#include "host/LockedFile.hpp"
+#include "host/system/LockedFile.hpp"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "host/MachineClasses.hpp"
+#include "host/system/MachineClasses.hpp"
 
 #include "com/MachineClasses.hpp"
 #include "vbscript/objects/StandardObjects.hpp"

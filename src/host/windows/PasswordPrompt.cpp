@@ -1,4 +1,4 @@
-#include "host/PasswordPrompt.hpp"
+#include "host/system/PasswordPrompt.hpp"
 
 #include <windows.h>
 
@@ -7,7 +7,7 @@
 
 #include "adapters/win32/WideText.hpp"
 #include "host/HostError.hpp"
-#include "host/Interrupt.hpp"
+#include "host/system/Interrupt.hpp"
 
 namespace hearthmake::host {
 

@@ -1,4 +1,4 @@
-#include "host/Places.hpp"
+#include "host/system/Places.hpp"
 
 #include <windows.h>
 

@@ -1,9 +1,9 @@
-#include "host/Programs.hpp"
+#include "host/system/Programs.hpp"
 
 #include <sstream>
 
 #include "foundation/Apartment.hpp"
-#include "host/Places.hpp"
+#include "host/system/Places.hpp"
 
 namespace hearthmake::host {
 

@@ -1,4 +1,4 @@
-#include "host/ScriptConsole.hpp"
+#include "host/scripting/ScriptConsole.hpp"
 
 #include <windows.h>
 
@@ -9,7 +9,7 @@
 #include "adapters/win32/FileStreams.hpp"
 #include "adapters/win32/PipeStreams.hpp"
 #include "adapters/win32/WideText.hpp"
-#include "host/Terminal.hpp"
+#include "host/system/Terminal.hpp"
 
 namespace hearthmake::host {
 

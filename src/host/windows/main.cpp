@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "adapters/win32/WideText.hpp"
-#include "host/CommandLine.hpp"
-#include "host/Interrupt.hpp"
+#include "host/commandline/CommandLine.hpp"
+#include "host/system/Interrupt.hpp"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "build/Build.hpp"
-#include "host/Properties.hpp"
+#include "host/builds/Properties.hpp"
 #include "project/Project.hpp"
 #include "support/HostCommand.hpp"
 
