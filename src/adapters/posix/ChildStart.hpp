@@ -6,8 +6,8 @@
 
 namespace hearthmake::posix {
 
-// A program to start as the leader of its own process group, with no signal blocked and none handled
-// otherwise than by default.
+// A program to start as the leader of its own process group, with no signal blocked and none ignored; the
+// real-time signals are left as this process has them.
 struct ChildStart {
   // Leaves a standard stream to the child as this process has it.
   static constexpr int kAsOurs = -1;
