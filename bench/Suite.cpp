@@ -42,13 +42,22 @@ Suite::Suite(std::string tools) : m_tools(fs::absolute(tools)) {
   std::string pattern = (fs::temp_directory_path() / "hearthmake-bench-XXXXXX").string();
   if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
   m_place = pattern;
+  KeepLogsIn(m_place + "/scratch");
   m_sources = m_place + "/suite";
   m_data = m_place + "/data";
   m_drives = posix::DriveMap::BuiltIn(m_data);
   setenv("XDG_CONFIG_HOME", (m_place + "/config").c_str(), 1);
 }
 
-Suite::~Suite() { fs::remove_all(m_place); }
+Suite::~Suite() {
+  fs::remove_all(m_scratch);
+  fs::remove_all(m_place);
+}
+
+void Suite::KeepLogsIn(const std::string& folder) {
+  fs::create_directories(folder);
+  m_scratch = folder;
+}
 
 void Suite::CopyFrom(const std::string& folder) {
   fs::copy(folder, m_sources, fs::copy_options::recursive);
@@ -104,7 +113,9 @@ ProgramRun Suite::Run(const std::vector<std::string>& arguments, const Variables
   std::vector<std::string> command = {m_tools + "/src/hearthmake", "--data", m_data};
   command.insert(command.end(), m_driveOptions.begin(), m_driveOptions.end());
   command.insert(command.end(), arguments.begin(), arguments.end());
-  const ProgramRun run = RunProgram(command, variables, m_place + "/output");
+  Variables all = variables;
+  all.emplace_back("TMPDIR", m_scratch);
+  const ProgramRun run = RunProgram(command, all, m_place + "/output");
   if (run.status != 0) {
     throw std::runtime_error(fmt::format("hearthmake {} ended with {}:\n{}", arguments[0], run.status,
                                          ReadFile(m_place + "/output")));
@@ -194,7 +205,7 @@ std::vector<std::vector<std::string>> Suite::CompilerCommands() const {
     // A log of its own each, as a build deletes the log before each compile: a compiler that truncates an
     // existing one waits for the disk.
     commands.push_back(
-        {GoodLog(), path, "/makedll", "/out", fmt::format("Z:{}/logs/{}.txt", m_place, commands.size())});
+        {GoodLog(), path, "/makedll", "/out", fmt::format("Z:{}/logs/{}.txt", m_scratch, commands.size())});
   }
   return commands;
 }
@@ -204,8 +215,8 @@ Variables Suite::ChildVariables() const {
 }
 
 void Suite::ClearLogs() const {
-  fs::remove_all(m_place + "/logs");
-  fs::create_directory(m_place + "/logs");
+  fs::remove_all(m_scratch + "/logs");
+  fs::create_directory(m_scratch + "/logs");
 }
 
 std::string Suite::WriteNinjaFile() const {

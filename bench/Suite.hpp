@@ -17,6 +17,9 @@ class Suite {
   Suite& operator=(const Suite&) = delete;
   ~Suite();
 
+  // The compiler's logs, of the build as of the yardsticks, go into this folder from now on; it is removed
+  // with the object. At first they lie with the suite.
+  void KeepLogsIn(const std::string& folder);
   // A copy of an existing suite, its output folders made.
   void CopyFrom(const std::string& folder);
   // A generated suite of so many projects.
@@ -40,7 +43,7 @@ class Suite {
 
   // What the build runs, one argument list a project, in compile order.
   std::vector<std::vector<std::string>> CompilerCommands() const;
-  // The yardsticks' commands write into a folder that this empties.
+  // The yardsticks' commands write into a folder that this empties; it has to be there.
   void ClearLogs() const;
   Variables ChildVariables() const;
   // The same as a file for ninja.
@@ -62,6 +65,7 @@ class Suite {
 
   std::string m_tools;
   std::string m_place;
+  std::string m_scratch;
   std::string m_sources;
   std::string m_data;
   posix::DriveMap m_drives;
