@@ -58,6 +58,12 @@ std::vector<std::string> Spellings(std::string_view name) {
 
 bool HasPath(std::string_view name) { return name.find_first_of("\\/:") != std::string_view::npos; }
 
+// Whether a name means the same wherever this process stands.
+bool IsAbsolute(std::string_view name) {
+  const bool hasDrive = name.size() > 2 && name[1] == ':' && (name[2] == '\\' || name[2] == '/');
+  return hasDrive || name.starts_with('/');
+}
+
 bool IsPortableExecutable(int file, const std::array<unsigned char, 64>& start) {
   const std::uint32_t offset =
       start[0x3C] | start[0x3D] << 8 | start[0x3E] << 16 | static_cast<std::uint32_t>(start[0x3F]) << 24;
@@ -74,12 +80,13 @@ ProgramFinder::ProgramFinder(DriveMap drives, std::string systemFolder)
       m_programFolder(FolderOfRunningProgram()) {}
 
 std::optional<ProgramFinder::Match> ProgramFinder::Find(std::string_view commandLine) {
-  CheckSurroundings();
   CommandLine remembered(commandLine);
   while (const auto candidate = remembered.NextCandidate()) {
     if (candidate->program.size() > m_longest) break;
+    if (!IsAbsolute(candidate->program)) CheckSurroundings();
     if (const Program* program = Remembered(candidate->program)) return Match{program, candidate->arguments};
   }
+  CheckSurroundings();
   CommandLine fresh(commandLine);
   while (const auto candidate = fresh.NextCandidate()) {
     if (candidate->program.size() >= PATH_MAX) break;

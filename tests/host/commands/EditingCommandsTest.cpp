@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -175,6 +176,23 @@ TEST_F(EditingCommands, DeleteRemovesABuildWhateverItsReferences) {
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_THAT(command.Run({"list"}).out, HasSubstr("No builds yet"));
   EXPECT_TRUE(std::filesystem::exists(command.Source("Lib.vbp")));
+}
+
+TEST_F(EditingCommands, DeleteLeavesABuildThatIsRunning) {
+  command.MakeShop();
+  command.SleepOn("Lib");
+  const pid_t process = command.Start({"build", "Shop"});
+  ASSERT_GT(command.WaitForSleeper(), 0);
+  const CommandResult refused = command.Run({"delete", "Shop"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, HasSubstr("Another process is running the build 'Shop'"));
+  EXPECT_EQ(json::parse(command.Run({"show", "Shop", "--json"}).out).at("projects").size(), 3U);
+  kill(process, SIGINT);
+  EXPECT_EQ(command.Finish(process).status, 3);
+  // What the stopped run has left goes with the build.
+  EXPECT_TRUE(std::filesystem::exists(command.Data() + "/run-1.json"));
+  EXPECT_EQ(command.Run({"delete", "Shop"}).status, 0);
+  EXPECT_FALSE(std::filesystem::exists(command.Data() + "/run-1.json"));
 }
 
 TEST_F(EditingCommands, ScanAddsTheProjectsBelowAFolder) {
