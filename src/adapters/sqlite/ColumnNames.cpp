@@ -25,7 +25,8 @@ ColumnNames::ColumnNames(std::vector<std::string> names)
 std::size_t ColumnNames::Find(std::string_view name, std::size_t& last) {
   if (last < m_names.size()) {
     const std::size_t expected = m_successor[last];
-    if (SameName(m_names[expected], name)) return last = expected;
+    // As a rule it is spelled like that too.
+    if (m_names[expected] == name || SameName(m_names[expected], name)) return last = expected;
     // IsNull is often followed by a read of the same column; that says nothing of the order.
     if (SameName(m_names[last], name)) return last;
   }
