@@ -130,12 +130,11 @@ void RegistryStore::Set(RegistryRoot root, std::string_view key, std::string_vie
 
 void RegistryStore::SetAll(RegistryRoot root, std::span<const platform::RegistryEntry> entries) {
   // Without the lock: whoever changes the file from here on might as well have done so right behind us.
-  // What is set already has names that can be.
-  if (IsReadable()) {
-    std::vector<Trail> trails = Trails(root);
-    const auto isSet = [&](const platform::RegistryEntry& entry) { return IsSet(trails, entry); };
-    if (std::all_of(entries.begin(), entries.end(), isSet)) return;
-  }
+  if (m_file.HasChanged()) Load();
+  std::vector<Trail> trails = Trails(root);
+  const auto isSet = [&](const platform::RegistryEntry& entry) { return IsSet(trails, entry); };
+  if (std::all_of(entries.begin(), entries.end(), isSet)) return;
+  // Only now: what is set already has names that can be.
   for (const platform::RegistryEntry& entry : entries) RequireNames(entry.key, entry.name);
   Change([&] {
     for (const platform::RegistryEntry& entry : entries)

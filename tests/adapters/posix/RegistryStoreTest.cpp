@@ -77,6 +77,17 @@ TEST_F(RegistryStoreTest, TakesNoLockForWhatIsSetAlready) {
   EXPECT_EQ(Reread("k"), "1");
 }
 
+TEST_F(RegistryStoreTest, TakesNoLockForWhatAnotherProcessHasSetAlready) {
+  {
+    RegistryStore store(Path());
+    Set(store, "k", "1");
+  }
+  std::filesystem::remove(Path() + ".lock");
+  RegistryStore store(Path());
+  Set(store, "k", "1");
+  EXPECT_FALSE(std::filesystem::exists(Path() + ".lock"));
+}
+
 TEST_F(RegistryStoreTest, SetsManyValuesAllOrNone) {
   RegistryStore store(Path());
   Set(store, "k", "1");
