@@ -40,14 +40,14 @@ std::shared_ptr<platform::Registry> MakeRegistry(const Options& options) {
   return std::make_shared<posix::RegistryStore>(options.dataFolder + "/registry.reg");
 }
 
-// Components register themselves under Wine; without it, their type libraries tell what there is to
-// register.
 struct ComponentRegistrar {
   std::shared_ptr<platform::Registry> registry;
   std::shared_ptr<platform::TypeLibReader> typeLibs;
   typelib::ComponentRegistration registration{*registry, *typeLibs};
 };
 
+// Components register themselves under Wine; without it, their type libraries tell what there is to
+// register.
 posix::PosixShell::Registrar MakeRegistrar(const platform::Platform& ports) {
   const auto registrar = std::make_shared<ComponentRegistrar>(ports.registry, ports.typeLibs);
   return [registrar](const posix::SelfRegistration& request) {

@@ -27,6 +27,11 @@ FileDescriptor OpenNull() {
   return FileDescriptor(::fcntl(null.Get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
 }
 
+std::array<int, 3> StreamsOf(const FileDescriptor& null, bool keepsOutput) {
+  const int output = keepsOutput ? ChildStart::kAsOurs : null.Get();
+  return {null.Get(), output, output};
+}
+
 }  // namespace
 
 PosixProcessLauncher::PosixProcessLauncher(const DriveMap& drives, ProcessLauncherOptions options)
@@ -35,8 +40,7 @@ PosixProcessLauncher::PosixProcessLauncher(const DriveMap& drives, ProcessLaunch
       m_environment(Variables(drives, m_options)),
       m_children(std::make_shared<ChildTable>(m_options.grace)),
       m_null(OpenNull()),
-      m_streams{m_null.Get(), m_options.keepOutput ? ChildStart::kAsOurs : m_null.Get(),
-                m_options.keepOutput ? ChildStart::kAsOurs : m_null.Get()} {}
+      m_streams(StreamsOf(m_null, m_options.keepOutput)) {}
 
 std::unique_ptr<platform::ChildProcess> PosixProcessLauncher::Start(std::string_view commandLine) {
   return Start(commandLine, m_streams);

@@ -80,13 +80,14 @@ ProgramFinder::ProgramFinder(DriveMap drives, std::string systemFolder)
       m_programFolder(FolderOfRunningProgram()) {}
 
 std::optional<ProgramFinder::Match> ProgramFinder::Find(std::string_view commandLine) {
+  const auto first = CommandLine(commandLine).NextCandidate();
+  // All candidates begin as the first one does.
+  if (first && !IsAbsolute(first->program)) CheckSurroundings();
   CommandLine remembered(commandLine);
   while (const auto candidate = remembered.NextCandidate()) {
     if (candidate->program.size() > m_longest) break;
-    if (!IsAbsolute(candidate->program)) CheckSurroundings();
     if (const Program* program = Remembered(candidate->program)) return Match{program, candidate->arguments};
   }
-  CheckSurroundings();
   CommandLine fresh(commandLine);
   while (const auto candidate = fresh.NextCandidate()) {
     if (candidate->program.size() >= PATH_MAX) break;

@@ -24,8 +24,7 @@ class RegText {
  public:
   // Reports every step in the order of the text; a step is there during its report only. Takes UTF-16 and
   // UTF-8 with or without byte order mark and Windows-1252, the older "REGEDIT4" too. Junk is error 45,
-  // source "Registry", text
-  // "<name>, line <n>: what is wrong"; what came before it has been reported.
+  // source "Registry", text "<name>, line <n>: what is wrong"; what came before it has been reported.
   static void Parse(std::string bytes, const std::string& name,
                     const std::function<void(const RegistryChange&)>& report);
 

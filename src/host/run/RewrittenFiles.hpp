@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <string_view>
 
 #include "build/BuildEvents.hpp"
 #include "platform/FileSystem.hpp"
@@ -37,8 +36,6 @@ class RewrittenFiles final : public BuildEvents {
     friend bool operator==(const Stamps&, const Stamps&) = default;
   };
   void Read();
-  bool ReadPlain(std::string_view text);
-  void ReadJson(std::string_view text);
 
   platform::FileSystem& m_files;
   std::string m_path;
